@@ -1,0 +1,56 @@
+#include "Bson.h"
+
+#include "DoubleCompare.h"
+
+namespace ttservice {
+
+double bsonDouble(const bson::BSONObj &obj, const char *key, double fallback)
+{
+    const bson::BSONElement e = obj.getField(key);
+    return e.isNumber() ? e.Number() : fallback;
+}
+
+long long bsonInt64(const bson::BSONObj &obj, const char *key, long long fallback)
+{
+    const bson::BSONElement e = obj.getField(key);
+    return e.isNumber() ? e.numberLong() : fallback;
+}
+
+int bsonInt(const bson::BSONObj &obj, const char *key, int fallback)
+{
+    const bson::BSONElement e = obj.getField(key);
+    return e.isNumber() ? e.numberInt() : fallback;
+}
+
+bool bsonBool(const bson::BSONObj &obj, const char *key, bool fallback)
+{
+    const bson::BSONElement e = obj.getField(key);
+    if (e.type() == bson::Bool)
+        return e.boolean();
+    return e.isNumber() ? e.numberInt() != 0 : fallback;
+}
+
+std::string bsonString(const bson::BSONObj &obj, const char *key, const std::string &fallback)
+{
+    const bson::BSONElement e = obj.getField(key);
+    return e.type() == bson::String ? e.str() : fallback;
+}
+
+void bsonAppendDouble(bson::BSONObjBuilder &builder, const char *key, double value)
+{
+    if (hasValue(value))
+        builder.append(key, value);
+}
+
+bool parseJson(const std::string &text, bson::BSONObj &out)
+{
+    try {
+        out = bson::fromjson(text).getOwned();
+        return true;
+    } catch (const std::exception &) {
+        out = bson::BSONObj();
+        return false;
+    }
+}
+
+} // namespace ttservice

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "CCommandSplitItem.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <vector>
+
+namespace ttservice {
+
+// All the parts into which an instruction was split.
+class CMainCommandSplitRecord
+{
+public:
+    std::vector<boost::shared_ptr<CCommandSplitItem>> m_splitItems;
+};
+
+} // namespace ttservice

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+namespace TC {
+
+// How the user wants messages of one kind shown; the two flags go to showMsg as they are.
+class CMsgSetting
+{
+public:
+    bool m_showPopup = true;
+    bool m_playSound = false;
+    QString m_sound;
+    int m_duration = 0;
+};
+
+} // namespace TC

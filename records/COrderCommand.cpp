@@ -1,0 +1,42 @@
+#include "COrderCommand.h"
+
+namespace ttservice {
+
+void COrderCommand::appendElements(bson::BSONObjBuilder &builder) const
+{
+    builder.append("ck", m_commandKey);
+    builder.append("tr", static_cast<int>(m_traderType));
+    builder.append("ht", static_cast<int>(m_hedgeType));
+    builder.append("sl", static_cast<int>(m_stopLossType));
+    bson::BSONArrayBuilder orders;
+    for (const CCodeOrderParam &line : m_orders)
+        orders.append(line.toBson());
+    builder.append("os", orders.arr());
+    builder.append("hb", m_hedgeBson);
+    builder.append("ci", m_commandId);
+}
+
+void COrderCommand::bsonValueFromObj(bson::BSONObj obj, bool partial, const IData *base)
+{
+    const COrderCommand *b = partial ? dynamic_cast<const COrderCommand *>(base) : nullptr;
+    const COrderCommand d = b ? *b : COrderCommand();
+    m_commandKey = bsonString(obj, "ck", d.m_commandKey);
+    m_traderType = static_cast<EVqTraderType>(bsonInt(obj, "tr", d.m_traderType));
+    m_hedgeType = static_cast<EVqHedgeType>(bsonInt(obj, "ht", d.m_hedgeType));
+    m_stopLossType = static_cast<EVqStopLossType>(bsonInt(obj, "sl", d.m_stopLossType));
+    if (obj.hasField("os")) {
+        m_orders.clear();
+        bson::BSONObjIterator it(obj.getObjectField("os"));
+        while (it.more()) {
+            CCodeOrderParam line;
+            line.bsonValueFromObj(it.next().Obj());
+            m_orders.push_back(line);
+        }
+    } else {
+        m_orders = d.m_orders;
+    }
+    m_hedgeBson = obj.hasField("hb") ? obj.getObjectField("hb").getOwned() : d.m_hedgeBson;
+    m_commandId = bsonInt(obj, "ci", d.m_commandId);
+}
+
+} // namespace ttservice

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "IData.h"
+
+#include <ctime>
+#include <string>
+
+namespace ttservice {
+
+// Price step and validity of an order, as the parameter tables keep them.
+class COrderSetting : public IData
+{
+public:
+    bool m_stepIsAbsolute = true;
+    double m_stepValue = 0.0;
+    double m_stepRate = 0.0;
+    bool m_keepValidTime = false;
+    int m_validSeconds = 0;
+    int m_stepFlag = 0;
+    time_t m_startTime = 0;
+    time_t m_endTime = 0;
+
+    std::string getKey() const override { return std::string(); }
+    void appendElements(bson::BSONObjBuilder &builder) const override;
+    void bsonValueFromObj(bson::BSONObj obj, bool partial = false, const IData *base = nullptr) override;
+};
+
+} // namespace ttservice

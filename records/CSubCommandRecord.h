@@ -1,0 +1,19 @@
+#pragma once
+
+#include "CCodeOrderParam.h"
+#include "TradeEnums.h"
+
+#include <vector>
+
+namespace ttservice {
+
+// One part of a split instruction: the lines meant for one trader.
+class CSubCommandRecord
+{
+public:
+    int m_subCommandId = 0;
+    ESubCommandStatus m_status = SUB_COMMAND_NONE;
+    std::vector<CCodeOrderParam> m_orders;
+};
+
+} // namespace ttservice

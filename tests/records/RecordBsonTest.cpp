@@ -1,0 +1,143 @@
+#include "CBasketHedgeParam.h"
+#include "CCodeOrderParam.h"
+#include "COrderCommand.h"
+#include "COrderSetting.h"
+
+#include <gtest/gtest.h>
+
+using namespace ttservice;
+
+namespace {
+
+CCodeOrderParam makeLine()
+{
+    CCodeOrderParam line;
+    line.m_account.reset(new CAccountInfo);
+    line.m_account->m_accountKey = "acc-1";
+    line.m_account->m_accountId = "880001";
+    line.m_account->m_brokerType = BROKER_TYPE_CREDIT;
+    line.m_hedgeFlag = HEDGE_FLAG_HEDGE;
+    line.m_operationType = OT_SHORT_SELL;
+    line.m_orderType = ORDER_TYPE_INSTRUCTION;
+    line.m_stockInfo = CStockInfo("SH", "600000", "浦发银行");
+    line.m_priceType = PRICE_TYPE_FIXED;
+    line.m_price = 10.25;
+    line.m_volume = 1234567890123LL;
+    line.m_tradedVolume = 300;
+    line.m_validFrom = 1700000000;
+    line.m_touchType = 2;
+    line.m_touchPrice = 9.99;
+    line.m_userId = "u7";
+    line.m_portfolioName = "组合A";
+    line.m_positionId = "p-1";
+    return line;
+}
+
+} // namespace
+
+TEST(RecordBson, OrderLineSurvivesRoundTripWithEveryField)
+{
+    const CCodeOrderParam line = makeLine();
+    CCodeOrderParam back;
+    back.bsonValueFromObj(line.toBson());
+
+    EXPECT_TRUE(back.isEqual(line));
+    ASSERT_TRUE(back.m_account);
+    EXPECT_EQ(back.m_account->m_brokerType, BROKER_TYPE_CREDIT);
+    EXPECT_EQ(back.m_volume, 1234567890123LL);
+    EXPECT_EQ(back.m_stockInfo.m_stockName, "浦发银行");
+    // Fields never set keep the no-value mark through the round trip.
+    EXPECT_TRUE(isNoValue(back.m_priceStep));
+    EXPECT_EQ(back.getKey(), "acc-1|600000.SH");
+}
+
+TEST(RecordBson, JsonTextRoundTripKeepsTheLine)
+{
+    const CCodeOrderParam line = makeLine();
+    CCodeOrderParam back;
+    back.bsonValueFromObj(bson::fromjson(line.toBson().jsonString()));
+    EXPECT_EQ(back.m_price, 10.25);
+    EXPECT_EQ(back.m_operationType, OT_SHORT_SELL);
+    EXPECT_EQ(back.m_account->m_accountKey, "acc-1");
+}
+
+TEST(RecordBson, PartialReadKeepsFieldsOfTheBase)
+{
+    const CCodeOrderParam base = makeLine();
+    CCodeOrderParam partial;
+    partial.bsonValueFromObj(BSON("vo" << 500LL << "pr" << 11.0), true, &base);
+    EXPECT_EQ(partial.m_volume, 500);
+    EXPECT_EQ(partial.m_price, 11.0);
+    EXPECT_EQ(partial.m_operationType, OT_SHORT_SELL);
+    EXPECT_EQ(partial.m_account, base.m_account);
+
+    // Without partial the base is ignored and missing fields take the record's defaults.
+    CCodeOrderParam full;
+    full.bsonValueFromObj(BSON("vo" << 500LL), false, &base);
+    EXPECT_EQ(full.m_operationType, OT_NONE);
+    EXPECT_FALSE(full.m_account);
+}
+
+TEST(RecordBson, CommandKeepsItsLinesAndHedgeObject)
+{
+    COrderCommand command;
+    command.m_commandKey = "cmd-9";
+    command.m_hedgeType = VQ_HEDGED;
+    command.m_commandId = 42;
+    command.m_orders = {makeLine(), makeLine()};
+    command.m_orders[1].m_volume = 7;
+    CBasketHedgeParam hedge;
+    hedge.m_enabled = true;
+    hedge.m_hedgeType = 3;
+    hedge.m_contractCode = "IF2412";
+    command.m_hedgeBson = hedge.toBson();
+
+    COrderCommand back;
+    back.bsonValueFromObj(command.toBson());
+    ASSERT_EQ(back.m_orders.size(), 2u);
+    EXPECT_EQ(back.m_orders[1].m_volume, 7);
+    EXPECT_EQ(back.m_commandId, 42);
+    EXPECT_TRUE(back.hasHedgeParam());
+
+    CBasketHedgeParam hedgeBack;
+    hedgeBack.bsonValueFromObj(back.m_hedgeBson);
+    EXPECT_TRUE(hedgeBack.m_enabled);
+    EXPECT_EQ(hedgeBack.m_contractCode, "IF2412");
+}
+
+TEST(RecordBson, EmptyHedgeObjectMeansNoHedge)
+{
+    COrderCommand command;
+    EXPECT_FALSE(command.hasHedgeParam());
+    command.m_hedgeBson = bson::BSONObj();
+    EXPECT_FALSE(command.hasHedgeParam());
+    command.m_hedgeBson = BSON("en" << true);
+    EXPECT_TRUE(command.hasHedgeParam());
+}
+
+TEST(RecordBson, ExtraFieldsAreAppendedOnlyWhereTheRecordHasNone)
+{
+    COrderSetting setting;
+    setting.m_validSeconds = 30;
+    const bson::BSONObj obj = setting.toBsonWithBson(BSON("vs" << 99 << "zz" << "extra"));
+    EXPECT_EQ(obj.getIntField("vs"), 30);
+    EXPECT_EQ(std::string(obj.getStringField("zz")), "extra");
+}
+
+TEST(RecordBson, OffsetsFollowFieldOrder)
+{
+    COrderSetting setting;
+    EXPECT_EQ(setting.getOffset(-1), -1);
+    EXPECT_EQ(setting.getOffset(0), 4); // just after the object's length prefix
+    EXPECT_GT(setting.getOffset(1), setting.getOffset(0));
+    EXPECT_EQ(setting.getOffset(100), -1);
+}
+
+TEST(RecordBson, BadJsonTextIsRefusedWithoutThrowing)
+{
+    bson::BSONObj obj = BSON("x" << 1);
+    EXPECT_FALSE(parseJson("{not json", obj));
+    EXPECT_TRUE(obj.isEmpty());
+    ASSERT_TRUE(parseJson("{\"vo\": 12}", obj));
+    EXPECT_EQ(obj.getIntField("vo"), 12);
+}
