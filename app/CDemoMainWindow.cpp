@@ -1,0 +1,53 @@
+#include "CDemoMainWindow.h"
+
+#include "CBasketOperationPanel.h"
+
+#include <QDateTime>
+#include <QDockWidget>
+#include <QFont>
+#include <QLabel>
+#include <QMetaObject>
+#include <QPlainTextEdit>
+#include <QVBoxLayout>
+
+CDemoMainWindow::CDemoMainWindow(QWidget *parent)
+    : QMainWindow(parent)
+{
+    setWindowTitle(QStringLiteral("组合交易 - 演示"));
+
+    auto *central = new QWidget(this);
+    auto *title = new QLabel(QStringLiteral("委托记录 (每一笔离开面板的下单与消息)"), central);
+    m_log = new QPlainTextEdit(central);
+    m_log->setReadOnly(true);
+    m_log->setObjectName(QStringLiteral("order_log"));
+    m_log->setPlaceholderText(QStringLiteral("尚无委托"));
+    QFont mono(QStringLiteral("monospace"));
+    mono.setStyleHint(QFont::TypeWriter);
+    m_log->setFont(mono);
+
+    m_dock = new QDockWidget(QStringLiteral("组合交易"), this);
+    m_dock->setObjectName(QStringLiteral("basket_dock"));
+    m_dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+    m_panel = new TC::CBasketOperationPanel(1, m_dock);
+
+    auto *layout = new QVBoxLayout(central);
+    layout->setContentsMargins(6, 6, 6, 6);
+    layout->addWidget(title);
+    layout->addWidget(m_log, 1);
+    setCentralWidget(central);
+    m_dock->setWidget(m_panel);
+    addDockWidget(Qt::TopDockWidgetArea, m_dock);
+    resize(1280, 820);
+    // The panel is the main job of the window: it gets most of the height.
+    resizeDocks({m_dock}, {560}, Qt::Vertical);
+}
+
+CDemoMainWindow::~CDemoMainWindow() = default;
+
+void CDemoMainWindow::appendLog(const QString &line)
+{
+    // Orders may leave from a callback on another thread; the pane is touched on its own.
+    QMetaObject::invokeMethod(this, [this, line] {
+        m_log->appendPlainText(QDateTime::currentDateTime().toString(QStringLiteral("HH:mm:ss ")) + line);
+    }, Qt::AutoConnection);
+}

@@ -1,0 +1,131 @@
+#include "CSampleClient.h"
+
+#include "CBlackAndWhiteListService.h"
+#include "CExchangeClient.h"
+#include "CQuoteClient.h"
+#include "CUserConfig.h"
+#include "LuaModuleCtrl.h"
+#include "StockTypeCenter.h"
+#include "SubstituteReset.h"
+
+#include "StockKey.h"
+
+namespace {
+
+struct SampleAccount
+{
+    const char *key;
+    const char *id;
+    const char *name;
+    const char *product;
+    ttservice::EVQBrokerType type;
+    double available;
+    double totalAsset;
+};
+
+const SampleAccount kAccounts[] = {
+    {"stk-001", "310000881", "稳健一号", "稳健一号产品", ttservice::BROKER_TYPE_STOCK, 12500000.0, 48000000.0},
+    {"stk-002", "310000882", "成长二号", "成长二号产品", ttservice::BROKER_TYPE_STOCK, 8300000.0, 26000000.0},
+    {"stk-003", "310000883", "量化三号", "量化三号产品", ttservice::BROKER_TYPE_STOCK, 21000000.0, 61000000.0},
+    {"crd-001", "880012345", "信用一号", "稳健一号产品", ttservice::BROKER_TYPE_CREDIT, 5600000.0, 19000000.0},
+    {"fut-001", "90061234", "期货对冲一号", "稳健一号产品", ttservice::BROKER_TYPE_FUTURE, 9800000.0, 15000000.0},
+    {"fut-002", "90061235", "期货对冲二号", "量化三号产品", ttservice::BROKER_TYPE_FUTURE, 7200000.0, 11000000.0},
+    {"hgt-001", "510000771", "沪港通账户", "成长二号产品", ttservice::BROKER_TYPE_HGT, 3000000.0, 7000000.0},
+};
+
+const char *const kModules[] = {
+    "mdl_order", "mdl_order_compose_basket_buy_sell", "mdl_order_compose_credits", "mdl_order_compose_futures",
+    "mdl_order_compose_one_key_futures", "mdl_order_compose_hgt", "mdl_order_compose_hedge",
+    "mdl_order_compose_adjust_position", "mdl_order_credit_has_special_opt", "mdl_order_portfolio",
+    "mdl_auth", "mdl_auth_etf_management",
+};
+
+std::vector<ttservice::CPositionStatics> positionsFor(const CSampleData &data, int accountIndex)
+{
+    std::vector<ttservice::CPositionStatics> positions;
+    const QVector<CSampleInstrument> &stocks = data.stocks();
+    for (int i = accountIndex; i < 120 && i < stocks.size(); i += 3) {
+        ttservice::CPositionStatics position;
+        position.m_market = stocks[i].market.toStdString();
+        position.m_stockCode = stocks[i].code.toStdString();
+        position.m_stockName = stocks[i].name.toStdString();
+        position.m_volume = 1000.0 * (1 + i % 7);
+        position.m_canUseVolume = position.m_volume - (i % 4 == 0 ? 500.0 : 0.0);
+        position.m_cost = stocks[i].lastClose * 0.97;
+        positions.push_back(position);
+    }
+    return positions;
+}
+
+void addInstruments(const QVector<CSampleInstrument> &list)
+{
+    for (const CSampleInstrument &instrument : list) {
+        ttservice::CInstrumentDetail detail;
+        detail.m_market = instrument.market.toStdString();
+        detail.m_stockCode = instrument.code.toStdString();
+        detail.m_stockName = instrument.name.toStdString();
+        detail.m_priceTick = instrument.priceTick;
+        detail.m_volumeMultiple = instrument.volumeMultiple;
+        detail.m_tradeUnit = instrument.tradeUnit;
+        TC::CExchangeClient::instance()->addInstrument(detail);
+        if (instrument.suspended) {
+            TC::CQuoteClient::instance()->setStoppedStock(
+                QString::fromStdString(utils::vqStockKey(detail.m_market, detail.m_stockCode)), true);
+        }
+    }
+}
+
+} // namespace
+
+void CSampleClient::install(const CSampleData &data, int role)
+{
+    TC::resetAllSubstitutes();
+
+    TC::CUserConfig *user = TC::getUserConfig();
+    user->setRole(role);
+    user->setUserName(QStringLiteral("张明"));
+    user->setUserId("u-10086");
+    user->setUserAuth(TC::USER_AUTH_HEDGE, true);
+    user->setSegmentedFormatFlag(1);
+    for (const char *module : kModules)
+        luawrapper::LuaModuleCtrl::instance()->setModule(module, true);
+
+    int index = 0;
+    for (const SampleAccount &sample : kAccounts) {
+        ttservice::CAccountInfo info;
+        info.m_accountKey = sample.key;
+        info.m_accountId = sample.id;
+        info.m_accountName = sample.name;
+        info.m_productName = sample.product;
+        info.m_brokerType = sample.type;
+        info.m_accountType = sample.type == ttservice::BROKER_TYPE_CREDIT ? 3 : 0;
+        ttservice::CAccountDetail detail;
+        detail.m_accountKey = sample.key;
+        detail.m_available = sample.available;
+        detail.m_totalAsset = sample.totalAsset;
+        detail.m_marketValue = sample.totalAsset - sample.available;
+        const bool holdsStocks = sample.type == ttservice::BROKER_TYPE_STOCK || sample.type == ttservice::BROKER_TYPE_CREDIT;
+        user->addAccount(info, detail, holdsStocks ? positionsFor(data, index++) : std::vector<ttservice::CPositionStatics>());
+    }
+
+    addInstruments(data.stocks());
+    addInstruments(data.futures());
+    addInstruments(data.indexes());
+
+    const TC::CBasketSetting index300 = data.indexBasket();
+    user->baskets().insert(index300.m_name, index300);
+    for (const TC::CBasketSetting &basket : data.customBaskets())
+        user->baskets().insert(basket.m_name, basket);
+
+    // Two stocks that some accounts may not buy, one of them with a replacement.
+    auto keyOf = [&data](int i) {
+        const CSampleInstrument &stock = data.stocks().at(i);
+        return QString::fromStdString(utils::vqStockKey(stock.market.toStdString(), stock.code.toStdString()));
+    };
+    const QString first = TC::accountDisplayIDQs(*user->getAccountData(QStringLiteral("stk-001")));
+    const QString second = TC::accountDisplayIDQs(*user->getAccountData(QStringLiteral("stk-002")));
+    TC::CBlackAndWhiteListService *lists = TC::CBlackAndWhiteListService::instance();
+    lists->addBlackStock(first, keyOf(4));
+    lists->setWhiteStock(first, keyOf(4), keyOf(200));
+    lists->addBlackStock(second, keyOf(9));
+}

@@ -1,0 +1,110 @@
+#include "CDemoMainWindow.h"
+#include "CSampleClient.h"
+#include "CSampleData.h"
+#include "CSimulatedMarket.h"
+
+#include "CMsgService.h"
+#include "CTradeClient.h"
+#include "ToolkitRecords.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QPixmap>
+#include <QTimer>
+
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+constexpr int kManagerRole = 90;
+
+void printLine(const std::string &line)
+{
+    std::fputs(line.c_str(), stdout);
+    std::fputc('\n', stdout);
+    std::fflush(stdout);
+}
+
+bool wantsScreenshot(int argc, char **argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        if (qstrcmp(argv[i], "--screenshot") == 0 || qstrncmp(argv[i], "--screenshot=", 13) == 0)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    // A screenshot needs no display: render off screen unless a platform was chosen.
+    if (wantsScreenshot(argc, argv) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("basket-demo"));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("The basket operation panel on a sample client and a simulated market."));
+    parser.addHelpOption();
+    const QCommandLineOption roleOption(QStringLiteral("role"), QStringLiteral("The user's role number (90 manager, 200 trader, 400 no basket rights)."),
+                                        QStringLiteral("N"), QString::number(kManagerRole));
+    const QCommandLineOption screenshotOption(QStringLiteral("screenshot"), QStringLiteral("Render the window off screen into this PNG file and exit."),
+                                              QStringLiteral("FILE"));
+    parser.addOption(roleOption);
+    parser.addOption(screenshotOption);
+    parser.process(app);
+
+    bool roleOk = false;
+    const int role = parser.value(roleOption).toInt(&roleOk);
+    if (!roleOk) {
+        std::fprintf(stderr, "basket-demo: --role wants a number, got \"%s\"\n", qPrintable(parser.value(roleOption)));
+        return 2;
+    }
+    const bool screenshot = parser.isSet(screenshotOption);
+
+    const CSampleData data;
+    CSampleClient::install(data, role);
+    // In the demo a person answers the panel's questions; a screenshot run must never wait.
+    WK::setToolkitInteractive(!screenshot);
+
+    const QVector<TC::CPriceData> opening = data.openingQuotes();
+    CSimulatedMarket market(std::vector<TC::CPriceData>(opening.begin(), opening.end()));
+    market.publishAll();
+
+    CDemoMainWindow window;
+    TC::CTradeClient::instance()->setPlaceCommandsObserver([&window](const TC::CPlaceCommandsCall &call) {
+        const std::string line = call.jsonString();
+        printLine(line);
+        window.appendLog(QStringLiteral("下单 ") + QString::fromStdString(line));
+    });
+    TC::CTradeClient::instance()->setPlaceTasksObserver([&window](const TC::CPlaceTasksCall &call) {
+        const std::string line = call.jsonString();
+        printLine(line);
+        window.appendLog(QStringLiteral("执行指令 ") + QString::fromStdString(line));
+    });
+    TC::getMsgService()->setObserver([&window](const TC::CMsgService::CShowMsgCall &call) {
+        window.appendLog(QStringLiteral("消息 ") + call.m_text);
+    });
+    window.show();
+
+    if (screenshot) {
+        const QString file = parser.value(screenshotOption);
+        QTimer::singleShot(300, &window, [&window, file] {
+            const bool saved = window.grab().save(file, "PNG");
+            if (!saved)
+                std::fprintf(stderr, "basket-demo: could not write %s\n", qPrintable(file));
+            QApplication::exit(saved ? 0 : 1);
+        });
+    } else {
+        market.start();
+    }
+    const int result = app.exec();
+    market.stop();
+    TC::CTradeClient::instance()->setPlaceCommandsObserver({});
+    TC::CTradeClient::instance()->setPlaceTasksObserver({});
+    TC::getMsgService()->setObserver({});
+    return result;
+}

@@ -1,0 +1,98 @@
+#pragma once
+
+#include "BasketExport.h"
+#include "CBaseWidget.h"
+
+#include "CBasketHedgeParam.h"
+#include "CBasketStockData.h"
+#include "COrderCommand.h"
+#include "CPositionParam.h"
+#include "CVqOrderTag.h"
+#include "PanelEnums.h"
+#include "sSplitCmdInfo.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <QString>
+#include <QVector>
+
+#include <string>
+
+class QKeyEvent;
+
+namespace WK {
+class CSplitContainer;
+class CWidgetList;
+} // namespace WK
+
+namespace TC {
+
+class COpBasketParamsEditWidget;
+class COpBasketParamsWidget;
+class COpBasketReplaceStockToolBar;
+
+// The top form of the basket panel: the parameter form on one side of a split container, the
+// filter toolbar above the confirmation table on the other. It places the orders and takes in
+// the manager's instructions.
+class BASKETPANEL_EXPORT COperationBasketWidget : public WK::CBaseWidget
+{
+    Q_OBJECT
+
+public:
+    explicit COperationBasketWidget(QWidget *parent);
+    ~COperationBasketWidget() override;
+
+    // The state of form, table, split and filter boxes, joined by "/".
+    QString param() const;
+    void setParam(const QString &text);
+
+    void loadAccountGroupSettings();
+    void refreshAccounts();
+    void updateBasketSetting();
+    void updateBasketConfirmData();
+    void fillComposeLastBasket(const QString &name);
+    void setCurrentOperationType(quint64 word);
+    void batchPositions(const QVector<CPositionParam> &positions, QFlags<ETempBatchOrderFlag> flags);
+    void doShortCutOrder(int key, QKeyEvent *event);
+
+    void setCommand(const std::string &key);
+    void setSplitCommand(const std::string &key, const sSplitCmdInfo &info);
+    void setEnableCmdOrder(const std::string &key, bool enable);
+    void patchCommand(const QString &text);
+    // Ctrl+V and the table's paste function: clipboard rows become the current list.
+    void handlePaste();
+
+    bool handleEvent(int event, int id, int value, QString text, void *data) override;
+
+    COpBasketParamsWidget *paramsWidget() const { return m_paramsWidget; }
+    COpBasketParamsEditWidget *editWidget() const { return m_editWidget; }
+    COpBasketReplaceStockToolBar *replaceToolBar() const { return m_replaceToolBar; }
+    WK::CSplitContainer *splitContainer() const { return m_splitContainer; }
+    const std::string &commandKey() const { return m_commandKey; }
+    int subCommandId() const { return m_subCommandId; }
+
+Q_SIGNALS:
+    void sigHedgeParam(const boost::shared_ptr<ttservice::CVqOrderTag> &tag, const ttservice::CBasketHedgeParam &param);
+    void sigbasketSettingChanged(QString name);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void createUi();
+    // The tab that the lines of an instruction belong to; 0 when they name none.
+    static quint64 tabWordOfLines(const std::vector<ttservice::CCodeOrderParam> &lines);
+    void showCommandLines(const std::string &key, const std::vector<ttservice::CCodeOrderParam> &lines);
+    void onTabChanged(quint64 word);
+
+    WK::CSplitContainer *m_splitContainer = nullptr;
+    COpBasketParamsWidget *m_paramsWidget = nullptr;
+    COpBasketParamsEditWidget *m_editWidget = nullptr;
+    COpBasketReplaceStockToolBar *m_replaceToolBar = nullptr;
+    std::string m_commandKey;
+    WK::CWidgetList *m_leftList = nullptr;
+    int m_subCommandId = 0;
+};
+
+} // namespace TC

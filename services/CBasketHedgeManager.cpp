@@ -1,0 +1,45 @@
+#include "CBasketHedgeManager.h"
+
+#include <utility>
+
+namespace TC {
+
+CBasketHedgeManager *CBasketHedgeManager::instance()
+{
+    static CBasketHedgeManager manager;
+    return &manager;
+}
+
+void CBasketHedgeManager::onBasketCommand(boost::shared_ptr<ttservice::COrderCommand> command, bool manual)
+{
+    m_commandCalls.push_back(CBasketCommandCall{std::move(command), manual});
+}
+
+bool CBasketHedgeManager::saveHedgeParam(const std::string &key, const ttservice::CBasketHedgeParam &param)
+{
+    m_saveCalls.push_back(CSaveHedgeParamCall{key, param});
+    m_params[key] = param;
+    return true;
+}
+
+boost::shared_ptr<ttservice::CBasketHedgeParam> CBasketHedgeManager::hedgeParam(const std::string &key) const
+{
+    const auto it = m_params.find(key);
+    return it == m_params.end() ? boost::shared_ptr<ttservice::CBasketHedgeParam>()
+                                : boost::shared_ptr<ttservice::CBasketHedgeParam>(
+                                      new ttservice::CBasketHedgeParam(it->second));
+}
+
+void CBasketHedgeManager::reset()
+{
+    m_commandCalls.clear();
+    m_saveCalls.clear();
+    m_params.clear();
+}
+
+bool saveHedgeParam(std::string key, const ttservice::CBasketHedgeParam &param)
+{
+    return CBasketHedgeManager::instance()->saveHedgeParam(key, param);
+}
+
+} // namespace TC

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "CBasketHedgeParam.h"
+#include "COrderCommand.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace TC {
+
+// The client's hedge service: takes over a hedged basket instruction (it places the basket
+// and its futures hedge itself) and keeps the hedge parameters of placed orders.
+//
+// Here both are recorded and nothing is placed. User-interface thread only.
+class CBasketHedgeManager final
+{
+public:
+    struct CBasketCommandCall
+    {
+        boost::shared_ptr<ttservice::COrderCommand> m_command;
+        bool m_manual = false;
+    };
+    struct CSaveHedgeParamCall
+    {
+        std::string m_key;
+        ttservice::CBasketHedgeParam m_param;
+    };
+
+    static CBasketHedgeManager *instance();
+
+    // Takes over a hedged instruction; manual is true when the user placed it from the panel.
+    void onBasketCommand(boost::shared_ptr<ttservice::COrderCommand> command, bool manual);
+
+    // Stores the hedge parameters of an order under key; see TC::saveHedgeParam.
+    bool saveHedgeParam(const std::string &key, const ttservice::CBasketHedgeParam &param);
+    // The parameters last stored under key, null if none.
+    boost::shared_ptr<ttservice::CBasketHedgeParam> hedgeParam(const std::string &key) const;
+
+    // --- control surface (tests and the demo host) ---
+    const std::vector<CBasketCommandCall> &basketCommands() const { return m_commandCalls; }
+    const std::vector<CSaveHedgeParamCall> &savedHedgeParams() const { return m_saveCalls; }
+    // No recorded calls and no stored parameters.
+    void reset();
+
+private:
+    CBasketHedgeManager() = default;
+
+    std::vector<CBasketCommandCall> m_commandCalls;
+    std::vector<CSaveHedgeParamCall> m_saveCalls;
+    std::map<std::string, ttservice::CBasketHedgeParam> m_params;
+};
+
+// The hedge service's store of hedge parameters: keeps param under key (the order tag's
+// "<tag key>____<tag name>____<sequence>"). Always succeeds here.
+bool saveHedgeParam(std::string key, const ttservice::CBasketHedgeParam &param);
+
+} // namespace TC

@@ -1,0 +1,130 @@
+#include "CExchangeClient.h"
+
+#include "StockKey.h"
+#include "TradeUnits.h"
+
+#include <algorithm>
+
+namespace TC {
+
+CExchangeClient *CExchangeClient::instance()
+{
+    static CExchangeClient client;
+    return &client;
+}
+
+const ttservice::CInstrumentDetail *CExchangeClient::find(const QString &text) const
+{
+    const std::string key = text.toStdString();
+    if (key.empty())
+        return nullptr;
+    const auto exact = m_instruments.find(key);
+    if (exact != m_instruments.end())
+        return &exact->second;
+
+    // "SH600000": a known market in front of a known code of that market.
+    for (const auto &entry : m_instruments) {
+        const ttservice::CInstrumentDetail &detail = entry.second;
+        if (key.size() == detail.m_market.size() + detail.m_stockCode.size()
+            && key.compare(0, detail.m_market.size(), detail.m_market) == 0
+            && key.compare(detail.m_market.size(), std::string::npos, detail.m_stockCode) == 0)
+            return &detail;
+    }
+
+    // The code alone: futures first, then in the order of adding.
+    const auto byCode = m_keysByCode.find(key);
+    if (byCode == m_keysByCode.end())
+        return nullptr;
+    const ttservice::CInstrumentDetail *first = nullptr;
+    for (const std::string &stockKey : byCode->second) {
+        const ttservice::CInstrumentDetail &detail = m_instruments.at(stockKey);
+        if (ttservice::isFutureMarket(detail.m_market))
+            return &detail;
+        if (!first)
+            first = &detail;
+    }
+    return first;
+}
+
+bool CExchangeClient::hasCode(QString code) const
+{
+    std::lock_guard<std::mutex> lock(m_mutex);
+    return find(code) != nullptr;
+}
+
+bool CExchangeClient::hasFuture(QString code) const
+{
+    std::lock_guard<std::mutex> lock(m_mutex);
+    const ttservice::CInstrumentDetail *detail = find(code);
+    return detail && ttservice::isFutureMarket(detail->m_market);
+}
+
+double CExchangeClient::getCodePriceTick(QString code) const
+{
+    std::lock_guard<std::mutex> lock(m_mutex);
+    const ttservice::CInstrumentDetail *detail = find(code);
+    return detail ? detail->m_priceTick : 0.0;
+}
+
+boost::shared_ptr<ttservice::CInstrumentDetail> CExchangeClient::getCodeInfo(QString code) const
+{
+    std::lock_guard<std::mutex> lock(m_mutex);
+    const ttservice::CInstrumentDetail *detail = find(code);
+    return detail ? boost::shared_ptr<ttservice::CInstrumentDetail>(new ttservice::CInstrumentDetail(*detail))
+                  : boost::shared_ptr<ttservice::CInstrumentDetail>();
+}
+
+std::string CExchangeClient::getMarketByStockCode(std::string code, std::string hint) const
+{
+    std::lock_guard<std::mutex> lock(m_mutex);
+    const auto byCode = m_keysByCode.find(code);
+    if (byCode == m_keysByCode.end())
+        return std::string();
+    std::string market;
+    for (const std::string &stockKey : byCode->second) {
+        const ttservice::CInstrumentDetail &detail = m_instruments.at(stockKey);
+        if (ttservice::isFutureMarket(detail.m_market))
+            continue;
+        if (!hint.empty() && detail.m_market == hint)
+            return detail.m_market;
+        if (market.empty())
+            market = detail.m_market;
+    }
+    return market;
+}
+
+void CExchangeClient::addInstrument(const ttservice::CInstrumentDetail &detail)
+{
+    std::lock_guard<std::mutex> lock(m_mutex);
+    const std::string key = utils::vqStockKey(detail.m_market, detail.m_stockCode);
+    if (m_instruments.find(key) == m_instruments.end())
+        m_keysByCode[detail.m_stockCode].push_back(key);
+    m_instruments[key] = detail;
+}
+
+void CExchangeClient::removeInstrument(const std::string &market, const std::string &code)
+{
+    const std::string key = utils::vqStockKey(market, code);
+    std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_instruments.erase(key) == 0)
+        return;
+    std::vector<std::string> &keys = m_keysByCode[code];
+    keys.erase(std::remove(keys.begin(), keys.end(), key), keys.end());
+    if (keys.empty())
+        m_keysByCode.erase(code);
+}
+
+int CExchangeClient::instrumentCount() const
+{
+    std::lock_guard<std::mutex> lock(m_mutex);
+    return static_cast<int>(m_instruments.size());
+}
+
+void CExchangeClient::reset()
+{
+    std::lock_guard<std::mutex> lock(m_mutex);
+    m_instruments.clear();
+    m_keysByCode.clear();
+}
+
+} // namespace TC

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "CInstrumentDetail.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <QString>
+
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace TC {
+
+// The client's instrument service: what is known of each tradable code.
+//
+// Lookups accept an instrument in three forms:
+//   - the stock key "<code>.<market>" ("600000.SH", "IF2401.CFFEX");
+//   - the market followed by the code ("SH600000"), as pasted rows are looked up;
+//   - the code alone ("IF2401"), which finds the first instrument of that code, futures
+//     exchanges first (a futures contract code names one instrument).
+// Thread-safe.
+class CExchangeClient final
+{
+public:
+    static CExchangeClient *instance();
+
+    // Whether the instrument is known.
+    bool hasCode(QString code) const;
+    // Whether code names a known instrument of a futures exchange (any of the three forms).
+    bool hasFuture(QString code) const;
+    // The price tick of the instrument, 0 if it is unknown.
+    double getCodePriceTick(QString code) const;
+    // A copy of the instrument's record, null if it is unknown.
+    boost::shared_ptr<ttservice::CInstrumentDetail> getCodeInfo(QString code) const;
+    // The stock market ("SH", "SZ" ...) of a known instrument with this code, not on a futures
+    // exchange; the instrument in market hint wins when there are several. Empty when there is
+    // none: a futures code or an unknown code.
+    std::string getMarketByStockCode(std::string code, std::string hint) const;
+
+    // --- control surface (tests and the demo host) ---
+    // Adds or replaces an instrument (by market and code).
+    void addInstrument(const ttservice::CInstrumentDetail &detail);
+    void removeInstrument(const std::string &market, const std::string &code);
+    int instrumentCount() const;
+    // No instruments.
+    void reset();
+
+private:
+    CExchangeClient() = default;
+    // Called with m_mutex held.
+    const ttservice::CInstrumentDetail *find(const QString &text) const;
+
+    mutable std::mutex m_mutex;
+
+    // By stock key.
+    std::map<std::string, ttservice::CInstrumentDetail> m_instruments;
+    // Stock keys by code, in the order of adding.
+    std::map<std::string, std::vector<std::string>> m_keysByCode;
+};
+
+} // namespace TC

@@ -1,0 +1,16 @@
+#include "CUserManager.h"
+
+namespace TC {
+
+CUserManager *CUserManager::instance()
+{
+    static CUserManager manager;
+    return &manager;
+}
+
+CUserConfig *getUserConfig()
+{
+    return CUserManager::instance()->getUserConfig();
+}
+
+} // namespace TC

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "CUserConfig.h"
+
+namespace TC {
+
+// The client's user manager: owns the configuration of the logged-in user.
+class CUserManager final
+{
+public:
+    static CUserManager *instance();
+
+    // Never null.
+    CUserConfig *getUserConfig() { return &m_config; }
+
+private:
+    CUserManager() = default;
+
+    CUserConfig m_config;
+};
+
+} // namespace TC

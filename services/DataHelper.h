@@ -1,0 +1,35 @@
+#pragma once
+
+#include "TradeEnums.h"
+
+#include <string>
+
+namespace ttservice {
+
+// Order types, their algorithm parameter names and the platforms they run on, as this library
+// numbers them:
+//
+//   order type | parameter name | algorithm | platform
+//   4          | "TWAP"         | yes       | 1
+//   5          | "VWAP"         | yes       | 1
+//   8          | "POV"          | yes       | 1
+//   9          | "ICEBERG"      | yes       | 1
+//   10         | "SNIPER"       | yes       | 1
+//   11         | "STEPPER"      | yes       | 1
+//   12         | "T0"           | no        | 2
+//   13         | "VQALGO"       | yes       | 3
+//   14         | "VWAPPLUS"     | yes       | 3
+//   any other  | ""             | no        | 0
+class DataHelper final
+{
+public:
+    static ETradePlatform getPlatformTypeByOrderType(EOrderType orderType);
+    // ORDER_TYPE_NONE (-1) for a name that is no order type's.
+    static EOrderType getOrderTypeByParamString(std::string name);
+    static std::string getParamStringByOrderType(EOrderType orderType);
+    static bool isAlgoOrderType(EOrderType orderType);
+    // Whether the operation takes the buy side of the market (ttservice::isBuyOperation).
+    static bool isBuy(EOperationType operation);
+};
+
+} // namespace ttservice

@@ -1,0 +1,124 @@
+#include "CExchangeClient.h"
+#include "StockTypeCacheCenter.h"
+#include "StockTypeCenter.h"
+#include "SubstituteReset.h"
+#include "TradeUnits.h"
+
+#include <gtest/gtest.h>
+
+using namespace ttservice;
+using TC::CExchangeClient;
+
+namespace {
+
+CInstrumentDetail instrument(const char *market, const char *code, double tick, int unit)
+{
+    CInstrumentDetail d;
+    d.m_market = market;
+    d.m_stockCode = code;
+    d.m_stockName = std::string("name of ") + code;
+    d.m_priceTick = tick;
+    d.m_tradeUnit = unit;
+    return d;
+}
+
+class ExchangeClient : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        TC::resetAllSubstitutes();
+        CExchangeClient *client = CExchangeClient::instance();
+        client->addInstrument(instrument("SH", "600000", 0.01, 100));
+        client->addInstrument(instrument("SZ", "000001", 0.01, 100));
+        client->addInstrument(instrument("SH", "000001", 0.01, 1));
+        client->addInstrument(instrument("CFFEX", "IF2401", 0.2, 1));
+        client->addInstrument(instrument("SH", "688001", 0.01, 200));
+    }
+};
+
+} // namespace
+
+TEST_F(ExchangeClient, FindsInstrumentsByStockKeyMarketAndCodeOrCodeAlone)
+{
+    const CExchangeClient *client = CExchangeClient::instance();
+    EXPECT_TRUE(client->hasCode(QStringLiteral("600000.SH")));
+    EXPECT_TRUE(client->hasCode(QStringLiteral("SH600000")));
+    EXPECT_TRUE(client->hasCode(QStringLiteral("600000")));
+    EXPECT_FALSE(client->hasCode(QStringLiteral("600000.SZ")));
+    EXPECT_FALSE(client->hasCode(QStringLiteral("SZ600000")));
+    EXPECT_FALSE(client->hasCode(QString()));
+
+    const auto detail = client->getCodeInfo(QStringLiteral("SZ000001"));
+    ASSERT_TRUE(detail);
+    EXPECT_EQ(detail->m_market, "SZ");
+    EXPECT_FALSE(client->getCodeInfo(QStringLiteral("999999.SH")));
+}
+
+TEST_F(ExchangeClient, FuturesAreKnownByTheirCodeAndTheirTick)
+{
+    const CExchangeClient *client = CExchangeClient::instance();
+    EXPECT_TRUE(client->hasFuture(QStringLiteral("IF2401")));
+    EXPECT_FALSE(client->hasFuture(QStringLiteral("600000")));
+    EXPECT_DOUBLE_EQ(client->getCodePriceTick(QStringLiteral("IF2401")), 0.2);
+    EXPECT_DOUBLE_EQ(client->getCodePriceTick(QStringLiteral("600000.SH")), 0.01);
+    EXPECT_DOUBLE_EQ(client->getCodePriceTick(QStringLiteral("unknown")), 0.0);
+}
+
+TEST_F(ExchangeClient, MarketByStockCodeIgnoresFuturesAndPrefersTheHint)
+{
+    const CExchangeClient *client = CExchangeClient::instance();
+    EXPECT_EQ(client->getMarketByStockCode("600000", ""), "SH");
+    EXPECT_EQ(client->getMarketByStockCode("000001", ""), "SZ");
+    EXPECT_EQ(client->getMarketByStockCode("000001", "SH"), "SH");
+    EXPECT_EQ(client->getMarketByStockCode("IF2401", ""), "");
+    EXPECT_EQ(client->getMarketByStockCode("123456", ""), "");
+}
+
+TEST_F(ExchangeClient, TradeUnitsComeFromTheInstrumentOrTheMarket)
+{
+    EXPECT_EQ(getTradeMinUnit("SH", "688001"), 200);
+    EXPECT_EQ(getTradeMinUnit("SZ", "300750"), 100);
+    EXPECT_EQ(getTradeMinUnit("DCE", "m2405"), 1);
+    EXPECT_EQ(getUiMinUnit("SH", "688001", true), 200);
+    EXPECT_EQ(getUiMinUnit("SH", "688001", false), 1);
+    EXPECT_EQ(getStockTradeUnit("SH", "688001"), 200);
+
+    CExchangeClient::instance()->addInstrument(instrument("SH", "900901", 0.001, 0));
+    EXPECT_EQ(getTradeMinUnit("SH", "900901"), 0);
+    EXPECT_EQ(getStockTradeUnit("SH", "900901"), 1);
+}
+
+TEST_F(ExchangeClient, RemovedInstrumentsAreGone)
+{
+    CExchangeClient::instance()->removeInstrument("SH", "000001");
+    EXPECT_FALSE(CExchangeClient::instance()->hasCode(QStringLiteral("000001.SH")));
+    EXPECT_EQ(CExchangeClient::instance()->getMarketByStockCode("000001", "SH"), "SZ");
+}
+
+TEST(FutureMarkets, EachExchangeByBothItsNames)
+{
+    for (const char *market : {"DF", "DCE", "ZF", "CZCE", "SF", "SHFE", "IF", "CFFEX", "INE"})
+        EXPECT_TRUE(isFutureMarket(market)) << market;
+    for (const char *market : {"SH", "SZ", "SSE", "SZSE", "", "cffex"})
+        EXPECT_FALSE(isFutureMarket(market)) << market;
+}
+
+TEST(InstrumentTypes, TypedStocksAndKindsAreSetByMarketAndCode)
+{
+    TC::resetAllSubstitutes();
+    StockTypeCenter::setTypedStock(126, "SH", "204001");
+    EXPECT_TRUE(StockTypeCenter::isTypedStock(126, "SH", "204001"));
+    EXPECT_TRUE(StockTypeCenter::isTypedStock(126, QStringLiteral("SH"), QStringLiteral("204001")));
+    EXPECT_FALSE(StockTypeCenter::isTypedStock(126, "SZ", "204001"));
+    EXPECT_FALSE(StockTypeCenter::isTypedStock(100017, "SH", "204001"));
+
+    StockTypeCache kinds;
+    kinds.m_etf = true;
+    StockTypeCacheCenter::setTypeStockCache("SH", "510300", kinds);
+    EXPECT_TRUE(StockTypeCacheCenter::getTypeStockCache("SH", "510300")->isETF());
+    EXPECT_FALSE(StockTypeCacheCenter::getTypeStockCache("SH", "510300")->isFund());
+    const auto unknown = StockTypeCacheCenter::getTypeStockCache(QStringLiteral("SH"), QStringLiteral("600000"));
+    ASSERT_TRUE(unknown);
+    EXPECT_FALSE(unknown->isETF());
+}

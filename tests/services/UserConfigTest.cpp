@@ -1,0 +1,204 @@
+#include "CTradeClient.h"
+#include "CUserManager.h"
+#include "SubstituteReset.h"
+#include "TraderCenter.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+using namespace ttservice;
+using TC::CAccount;
+
+namespace {
+
+CAccountInfo info(const std::string &key, EVQBrokerType type)
+{
+    CAccountInfo a;
+    a.m_accountKey = key;
+    a.m_accountId = key + "-id";
+    a.m_brokerType = type;
+    return a;
+}
+
+std::vector<std::string> keysOf(const QVector<boost::shared_ptr<CAccount>> &accounts)
+{
+    std::vector<std::string> keys;
+    for (const auto &account : accounts)
+        keys.push_back(account->getKey());
+    return keys;
+}
+
+class UserConfig : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        TC::resetAllSubstitutes();
+        config = TC::getUserConfig();
+        config->addAccount(info("stock1", BROKER_TYPE_STOCK), {}, {}, {QStringLiteral("A")});
+        config->addAccount(info("future1", BROKER_TYPE_FUTURE), {}, {}, {QStringLiteral("A"), QStringLiteral("B")});
+        config->addAccount(info("credit1", BROKER_TYPE_CREDIT), {}, {}, {QStringLiteral("B")});
+        config->addAccount(info("stock2", BROKER_TYPE_STOCK));
+    }
+
+    TC::CUserConfig *config = nullptr;
+};
+
+} // namespace
+
+TEST_F(UserConfig, BothAccessPathsGiveTheSameConfiguration)
+{
+    EXPECT_EQ(TC::getUserConfig(), TC::CUserManager::instance()->getUserConfig());
+    EXPECT_NE(TC::getUserConfig(), nullptr);
+}
+
+TEST_F(UserConfig, AccountIsFoundByKeyAndIsTheDataCentresAccount)
+{
+    const boost::shared_ptr<CAccount> account = config->getAccountData(QStringLiteral("credit1"));
+    ASSERT_TRUE(account);
+    EXPECT_EQ(account->m_brokerType, BROKER_TYPE_CREDIT);
+    EXPECT_FALSE(config->getAccountData(QStringLiteral("unknown")));
+    EXPECT_EQ(config->getAccountCount(), 4);
+
+    const boost::shared_ptr<CAccountData> data = account->getAccountData();
+    ASSERT_TRUE(data);
+    EXPECT_EQ(data->getAccountInfo().get(), account.get());
+    EXPECT_EQ(TraderCenter::instance()->getDataCenter()->getAccountData("credit1"), data);
+}
+
+TEST_F(UserConfig, GroupAccountsAreFilteredByBrokerTypesAndGroup)
+{
+    EXPECT_EQ(keysOf(config->getGroupAccountsMultiType({BROKER_TYPE_FUTURE, BROKER_TYPE_STOCK}, QString())),
+              (std::vector<std::string>{"stock1", "future1", "stock2"}));
+    EXPECT_EQ(keysOf(config->getGroupAccountsMultiType({BROKER_TYPE_FUTURE, BROKER_TYPE_STOCK}, QStringLiteral("A"))),
+              (std::vector<std::string>{"stock1", "future1"}));
+    EXPECT_EQ(keysOf(config->getGroupAccountsMultiType({BROKER_TYPE_CREDIT}, QStringLiteral("A"))),
+              std::vector<std::string>());
+    EXPECT_EQ(keysOf(config->getGroupAccountsMultiType({}, QStringLiteral("B"))),
+              (std::vector<std::string>{"future1", "credit1"}));
+}
+
+TEST_F(UserConfig, AddingAnAccountAgainReplacesIt)
+{
+    CAccountInfo changed = info("stock1", BROKER_TYPE_HGT);
+    config->addAccount(changed);
+    EXPECT_EQ(config->getAccountCount(), 4);
+    EXPECT_EQ(config->getAccountData(QStringLiteral("stock1"))->m_brokerType, BROKER_TYPE_HGT);
+    config->removeAccount("stock1");
+    EXPECT_FALSE(config->getAccountData(QStringLiteral("stock1")));
+    EXPECT_FALSE(TraderCenter::instance()->getDataCenter()->getAccountData("stock1"));
+}
+
+TEST_F(UserConfig, MoneyAndPositionsReachTheAccountData)
+{
+    CAccountDetail detail;
+    detail.m_available = 5000.0;
+    CPositionStatics held;
+    held.m_market = "SH";
+    held.m_stockCode = "600000";
+    held.m_canUseVolume = 300;
+    config->addAccount(info("stock3", BROKER_TYPE_STOCK), detail, {held});
+    const boost::shared_ptr<CAccountData> data = TraderCenter::instance()->getDataCenter()->getAccountData("stock3");
+    ASSERT_TRUE(data && data->getAccountDetail());
+    EXPECT_DOUBLE_EQ(data->getAccountDetail()->m_available, 5000.0);
+    ASSERT_TRUE(data->getPositionStatic("SH", "600000"));
+
+    config->addAccountWithoutDetail(info("stock4", BROKER_TYPE_STOCK));
+    EXPECT_FALSE(TraderCenter::instance()->getDataCenter()->getAccountData("stock4")->getAccountDetail());
+}
+
+TEST_F(UserConfig, ProductRightsAndUserFieldsComeFromTheControlSurface)
+{
+    EXPECT_FALSE(config->getAccountProduct(info("stock1", BROKER_TYPE_STOCK)));
+    CProductInfo product;
+    product.m_productId = 12;
+    product.m_productName = "fund";
+    config->setAccountProduct("stock1", product);
+    ASSERT_TRUE(config->getAccountProduct(info("stock1", BROKER_TYPE_STOCK)));
+    EXPECT_EQ(config->getAccountProduct(info("stock1", BROKER_TYPE_STOCK))->m_productId, 12);
+
+    EXPECT_FALSE(config->hasUserAuth(TC::USER_AUTH_HEDGE));
+    config->setUserAuth(TC::USER_AUTH_HEDGE, true);
+    EXPECT_TRUE(config->hasUserAuth(TC::USER_AUTH_HEDGE));
+    config->setRole(200);
+    config->setUserName(QStringLiteral("张三"));
+    config->setUserId("u1");
+    EXPECT_EQ(config->getRole(), 200);
+    EXPECT_EQ(config->getUserName(), QStringLiteral("张三"));
+    EXPECT_EQ(config->getUserId(), "u1");
+}
+
+TEST_F(UserConfig, MinUnitIsTheLotForBuysAndOneForSells)
+{
+    EXPECT_EQ(config->getMinUnit("SH", "600000", true), 100);
+    EXPECT_EQ(config->getMinUnit("SH", "600000", false), 1);
+    EXPECT_EQ(config->getMinUnit("CFFEX", "IF2401", true), 1);
+}
+
+TEST_F(UserConfig, PortfolioLookupsFollowTheTradeWord)
+{
+    CPortfolio portfolio;
+    portfolio.m_portfolioKey = "p1";
+    portfolio.m_portfolioId = 5;
+    portfolio.m_portfolioName = "Growth";
+    portfolio.m_tradeWords = 0x200;
+    portfolio.m_accountKeys = {"stock1", "stock2"};
+    CPositionStatics held;
+    held.m_market = "SH";
+    held.m_stockCode = "600000";
+    held.m_volume = 700;
+    portfolio.m_positions["stock1"] = {held};
+    config->addPortfolio(portfolio);
+    CPortfolio everywhere;
+    everywhere.m_portfolioKey = "p2";
+    everywhere.m_portfolioName = "All";
+    config->addPortfolio(everywhere);
+
+    ASSERT_TRUE(TC::getPortfolioByKey(QStringLiteral("p1")));
+    EXPECT_EQ(TC::getPortfolioByKey(QStringLiteral("p1"))->m_portfolioId, 5);
+    EXPECT_FALSE(TC::getPortfolioByKey(QStringLiteral("p3")));
+    EXPECT_EQ(TC::getPortfolioAccounts(QStringLiteral("p1"), 0x200),
+              (QSet<QString>{QStringLiteral("stock1"), QStringLiteral("stock2")}));
+    EXPECT_TRUE(TC::getPortfolioAccounts(QStringLiteral("p1"), 0x400).isEmpty());
+
+    const QMap<QString, QString> onSell = TC::getPortfolioNameMap(0x400);
+    EXPECT_EQ(onSell.keys(), QStringList{QStringLiteral("p2")});
+    EXPECT_EQ(TC::getPortfolioNameMap(0x200).value(QStringLiteral("p1")), QStringLiteral("Growth"));
+
+    const auto dataOf = [this](const char *key) {
+        return config->getAccountData(QString::fromUtf8(key))->getAccountData();
+    };
+    const auto positions = TC::getPortfolioPositionStatics("p1", dataOf("stock1"));
+    ASSERT_EQ(positions.size(), 1u);
+    EXPECT_DOUBLE_EQ(positions[0]->m_volume, 700);
+    EXPECT_TRUE(TC::getPortfolioPositionStatics("p1", dataOf("stock2")).empty());
+    EXPECT_TRUE(TC::getPortfolioPositionStatics("p1", nullptr).empty());
+}
+
+TEST_F(UserConfig, StoredSettingsAreTheConfigurationsOwnMaps)
+{
+    TC::CBasketSetting basket;
+    basket.m_name = QStringLiteral("篮子一");
+    config->baskets().insert(basket.m_name, basket);
+    config->msgSettings()[4].m_playSound = true;
+    config->patchSettings()[QStringLiteral("set")] = QStringLiteral("text");
+    config->defaultPatchSetting() = QStringLiteral("set");
+
+    EXPECT_TRUE(TC::getUserConfig()->baskets().contains(QStringLiteral("篮子一")));
+    EXPECT_TRUE(TC::getUserConfig()->msgSetting(4).m_playSound);
+    EXPECT_TRUE(TC::getUserConfig()->msgSetting(1).m_showPopup);
+    EXPECT_EQ(TC::getUserConfig()->patchSettings().value(QStringLiteral("set")), QStringLiteral("text"));
+    EXPECT_EQ(static_cast<const TC::CUserConfig *>(config)->defaultPatchSetting(), QStringLiteral("set"));
+}
+
+TEST_F(UserConfig, DisplayIdIsTheBrokerIdOrTheKey)
+{
+    EXPECT_EQ(TC::accountDisplayIDQs(*config->getAccountData(QStringLiteral("stock1"))), QStringLiteral("stock1-id"));
+    CAccountInfo withoutId;
+    withoutId.m_accountKey = "k";
+    EXPECT_EQ(TC::accountDisplayIDQs(withoutId), QStringLiteral("k"));
+    EXPECT_EQ(accountDisplayID(nullptr), "");
+    EXPECT_TRUE(isLoginStatusReady(TC::CTradeClient::instance()->getLoginStatus("stock1")));
+    EXPECT_FALSE(isLoginStatusReady(LOGIN_STATUS_FAILED));
+}

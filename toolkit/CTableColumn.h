@@ -1,0 +1,48 @@
+#pragma once
+
+#include "TextHelpers.h"
+
+#include <QString>
+#include <QVariant>
+#include <Qt>
+
+namespace WK {
+
+// How a column stores the text the user types into it, and how its numbers are shown.
+enum EColumnFormat {
+    CF_TEXT = 0,   // typed text stays text; numbers set by the program keep their kind
+    CF_INT = 1,    // typed text becomes a whole number
+    CF_DOUBLE = 2, // typed text becomes a decimal number
+};
+
+// The description of one table column. A column is addressed by its number (its id), which
+// stays the same whatever order the user drags the columns into.
+struct CTableColumn
+{
+    CTableColumn() = default;
+    explicit CTableColumn(const QString &title, int width = 80,
+                          Qt::Alignment alignment = Qt::AlignRight | Qt::AlignVCenter);
+
+    // The text of a number in this column: an integer through formatIntNumber, a double
+    // through formatDoubleNumber with this precision (a negative one takes the column's).
+    // The no-value mark and non-finite doubles show as m_invalidText.
+    QString formatNumber(const QVariant &value, int precision = -1, int numberFlags = -1) const;
+
+    QString m_title;
+    int m_width = 80;
+    Qt::Alignment m_alignment = Qt::AlignRight | Qt::AlignVCenter;
+    EColumnFormat m_format = CF_TEXT;
+    int m_precision = 2;
+    int m_numberFlags = NF_NONE;                // ENumberFormatFlag bits
+    QString m_invalidText = QStringLiteral("-");
+    QString m_colorKey;                         // text colour of cells without their own key
+    bool m_visible = true;
+    bool m_editable = false;
+    bool m_bold = false;
+    bool m_flashChange = false;                 // a changed value lights its cell up briefly
+    bool m_filterable = false;                  // offers the filter menu on its header
+    bool m_checkable = false;                   // every cell carries a check box
+    bool m_summed = false;                      // the totals line shows its sum
+};
+
+} // namespace WK

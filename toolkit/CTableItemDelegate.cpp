@@ -1,0 +1,153 @@
+#include "CTableItemDelegate.h"
+
+#include "CTableModel.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QValidator>
+
+namespace WK {
+
+CTableItemDelegate::CTableItemDelegate(QObject *parent)
+    : QStyledItemDelegate(parent)
+{
+}
+
+CTableItemDelegate::~CTableItemDelegate() = default;
+
+void CTableItemDelegate::setColumnValidator(int column, QValidator *validator)
+{
+    QPointer<QValidator> old = m_validators.take(column);
+    if (old && old != validator)
+        delete old.data();
+    if (!validator)
+        return;
+    validator->setParent(this);
+    m_validators.insert(column, validator);
+}
+
+QValidator *CTableItemDelegate::columnValidator(int column) const
+{
+    return m_validators.value(column).data();
+}
+
+void CTableItemDelegate::columnRemoved(int column)
+{
+    setColumnValidator(column, nullptr);
+    QHash<int, QPointer<QValidator>> moved;
+    for (auto it = m_validators.cbegin(); it != m_validators.cend(); ++it)
+        moved.insert(it.key() > column ? it.key() - 1 : it.key(), it.value());
+    m_validators = moved;
+}
+
+void CTableItemDelegate::clearValidators()
+{
+    for (const QPointer<QValidator> &validator : qAsConst(m_validators))
+        delete validator.data();
+    m_validators.clear();
+}
+
+QWidget *CTableItemDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &index) const
+{
+    if (!(index.flags() & Qt::ItemIsEditable))
+        return nullptr;
+    auto *editor = new QLineEdit(parent);
+    editor->setFrame(false);
+    editor->setValidator(columnValidator(index.column()));
+    const auto alignment = Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt());
+    editor->setAlignment((alignment & Qt::AlignHorizontal_Mask) | Qt::AlignVCenter);
+    return editor;
+}
+
+void CTableItemDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
+{
+    auto *lineEdit = qobject_cast<QLineEdit *>(editor);
+    if (!lineEdit)
+        return;
+    lineEdit->setText(index.data(Qt::EditRole).toString());
+    lineEdit->selectAll();
+}
+
+void CTableItemDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
+{
+    auto *lineEdit = qobject_cast<QLineEdit *>(editor);
+    if (lineEdit && model)
+        model->setData(index, lineEdit->text(), Qt::EditRole);
+}
+
+void CTableItemDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (index.data(CTableModel::BoldRole).toBool()) {
+        option->font.setBold(true);
+        option->fontMetrics = QFontMetrics(option->font);
+    }
+    // The selection is a light wash, so a cell's own colour stays readable on it.
+    option->palette.setBrush(QPalette::HighlightedText, option->palette.brush(QPalette::Text));
+}
+
+bool CTableItemDelegate::isLoneCheckBox(const QModelIndex &index)
+{
+    return (index.flags() & Qt::ItemIsUserCheckable) && index.data(Qt::DisplayRole).toString().isEmpty();
+}
+
+void CTableItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    if (!isLoneCheckBox(index)) {
+        QStyledItemDelegate::paint(painter, option, index);
+        return;
+    }
+    QStyleOptionViewItem opt(option);
+    initStyleOption(&opt, index);
+    const QWidget *widget = option.widget;
+    QStyle *style = widget ? widget->style() : QApplication::style();
+    const bool checked = opt.checkState == Qt::Checked;
+    opt.features &= ~QStyleOptionViewItem::HasCheckIndicator;
+    opt.text.clear();
+    style->drawControl(QStyle::CE_ItemViewItem, &opt, painter, widget);
+
+    QStyleOptionViewItem box(opt);
+    const int width = style->pixelMetric(QStyle::PM_IndicatorWidth, &opt, widget);
+    const int height = style->pixelMetric(QStyle::PM_IndicatorHeight, &opt, widget);
+    box.rect = QRect(option.rect.center().x() - width / 2, option.rect.center().y() - height / 2, width, height);
+    box.state &= ~(QStyle::State_HasFocus | QStyle::State_On | QStyle::State_Off);
+    box.state |= checked ? QStyle::State_On : QStyle::State_Off;
+    style->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter, widget);
+}
+
+bool CTableItemDelegate::editorEvent(QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option,
+                                     const QModelIndex &index)
+{
+    if (!model || !isLoneCheckBox(index) || !(index.flags() & Qt::ItemIsEnabled))
+        return QStyledItemDelegate::editorEvent(event, model, option, index);
+    bool toggle = false;
+    switch (event->type()) {
+    case QEvent::MouseButtonRelease: {
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        if (mouse->button() != Qt::LeftButton || !option.rect.contains(mouse->pos()))
+            return false;
+        toggle = true;
+        break;
+    }
+    case QEvent::MouseButtonDblClick:
+        return true; // a quick second click toggles nothing more
+    case QEvent::KeyPress: {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key != Qt::Key_Space && key != Qt::Key_Select)
+            return false;
+        toggle = true;
+        break;
+    }
+    default:
+        return false;
+    }
+    if (!toggle)
+        return false;
+    const bool checked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+    return model->setData(index, int(checked ? Qt::Unchecked : Qt::Checked), Qt::CheckStateRole);
+}
+
+} // namespace WK
