@@ -2,6 +2,8 @@
 
 #include "CBlackAndWhiteListService.h"
 #include "CExchangeClient.h"
+#include "CTimeService.h"
+#include "Clock.h"
 #include "CQuoteClient.h"
 #include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
@@ -80,6 +82,11 @@ void addInstruments(const QVector<CSampleInstrument> &list)
 void CSampleClient::install(const CSampleData &data, int role)
 {
     TC::resetAllSubstitutes();
+    // The reset freezes the clocks for tests; the demo runs on the machine's time.
+    TC::getTimeService()->useSystemClock(true);
+    utils::useSteadyClockMSec();
+    // As the client's feed does, a new subscription gets the last quote at once.
+    TC::CQuoteClient::instance()->setReplayLastQuoteOnRequest(true);
 
     TC::CUserConfig *user = TC::getUserConfig();
     user->setRole(role);

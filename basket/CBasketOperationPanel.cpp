@@ -133,27 +133,27 @@ void CBasketOperationPanel::setCurrentOperationType(quint64 word)
         m_basketWidget->setCurrentOperationType(word);
 }
 
-void CBasketOperationPanel::setSingleCommand(std::string key)
+boost::shared_ptr<ttservice::COrderCommand> CBasketOperationPanel::takeCommand(const std::string &key)
 {
     if (!canReceiveCommand(userRole()) || !m_basketWidget)
-        return;
+        return nullptr;
     const boost::shared_ptr<ttservice::COrderCommand> command = CTradeClient::instance()->getCommandByKey(key);
     if (!command)
-        return;
+        return nullptr;
+    // The key stays even for another trader type, so that a later enable call still matches it.
     m_commandKey = key;
-    if (command->m_traderType == ttservice::VQ_TRADER_BASKET)
+    return command->m_traderType == ttservice::VQ_TRADER_BASKET ? command : nullptr;
+}
+
+void CBasketOperationPanel::setSingleCommand(std::string key)
+{
+    if (takeCommand(key))
         m_basketWidget->setCommand(key);
 }
 
 void CBasketOperationPanel::setSplitCommand(std::string key, const sSplitCmdInfo &info)
 {
-    if (!canReceiveCommand(userRole()) || !m_basketWidget)
-        return;
-    const boost::shared_ptr<ttservice::COrderCommand> command = CTradeClient::instance()->getCommandByKey(key);
-    if (!command)
-        return;
-    m_commandKey = key;
-    if (command->m_traderType == ttservice::VQ_TRADER_BASKET)
+    if (takeCommand(key))
         m_basketWidget->setSplitCommand(key, info);
 }
 

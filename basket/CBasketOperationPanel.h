@@ -3,6 +3,10 @@
 #include "BasketExport.h"
 #include "COperationPanel.h"
 
+#include "COrderCommand.h"
+
+#include <boost/shared_ptr.hpp>
+
 #include <string>
 
 namespace TC {
@@ -47,6 +51,8 @@ private:
     void createUi();
     // Refreshes the accounts of the form and writes the timing line of the calling operation.
     double timedAccountRefresh();
+    // Looks an instruction up for this panel and keeps its key; null unless the form should show it.
+    boost::shared_ptr<ttservice::COrderCommand> takeCommand(const std::string &key);
 
     COperationBasketWidget *m_basketWidget = nullptr;
     std::string m_commandKey;

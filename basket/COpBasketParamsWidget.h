@@ -62,6 +62,7 @@ public:
     COpBasketReplaceStockToolBar *replaceToolBar() const { return m_replaceToolBar; }
     const std::string &commandKey() const { return m_commandKey; }
     quint64 commandOpType() const { return m_commandOpType; }
+    bool isCommandEnabled() const { return m_commandEnabled; }
     const QMap<int, QVector<CPositionParam>> &batchPositionsByFlag() const { return m_batchPositions; }
 
     bool handleEvent(int event, int id, int value, QString text, void *data) override;

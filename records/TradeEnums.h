@@ -103,10 +103,11 @@ enum EtfHedgeStatus : int {
     ETF_HEDGE_NONE = 0,
 };
 
+// 0 is the one state in which an account can trade.
 enum EBROKER_LOGIN_STATUS : int {
-    LOGIN_STATUS_NONE = 0,
+    LOGIN_STATUS_READY = 0,
     LOGIN_STATUS_CONNECTING = 1,
-    LOGIN_STATUS_READY = 2,
+    LOGIN_STATUS_DISCONNECTED = 2,
     LOGIN_STATUS_FAILED = 3,
 };
 

@@ -17,7 +17,7 @@ std::string accountDisplayID(boost::shared_ptr<CAccountInfo> account)
 
 bool isLoginStatusReady(EBROKER_LOGIN_STATUS status)
 {
-    return static_cast<int>(status) == 0;
+    return status == LOGIN_STATUS_READY;
 }
 
 } // namespace ttservice

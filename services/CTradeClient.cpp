@@ -103,7 +103,7 @@ boost::shared_ptr<ttservice::COrderCommand> CTradeClient::getCommandByKey(std::s
 ttservice::EBROKER_LOGIN_STATUS CTradeClient::getLoginStatus(const std::string &accountKey) const
 {
     const auto it = m_loginStatus.find(accountKey);
-    return it == m_loginStatus.end() ? static_cast<ttservice::EBROKER_LOGIN_STATUS>(0) : it->second;
+    return it == m_loginStatus.end() ? ttservice::LOGIN_STATUS_READY : it->second;
 }
 
 std::vector<int> CTradeClient::splitEntrusts(int volume, double price, ttservice::EPriceType priceType,

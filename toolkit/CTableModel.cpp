@@ -137,16 +137,7 @@ QVariant CTableModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return cellText(c, column);
     case Qt::EditRole:
-        // The editor gets the plain number, without separators or percent sign.
-        if (c.m_number.userType() == QMetaType::Double) {
-            const double value = c.m_number.toDouble();
-            if (!usableDouble(value))
-                return QString();
-            return QString::number(value, 'f', c.m_precision >= 0 ? c.m_precision : description.m_precision);
-        }
-        if (c.m_number.isValid())
-            return QString::number(c.m_number.toLongLong());
-        return c.m_text;
+        return editText(c, column);
     case Qt::TextAlignmentRole:
         return int(description.m_alignment);
     case Qt::ForegroundRole: {
@@ -360,6 +351,16 @@ void CTableModel::setTableColumn(int column, const CTableColumn &description)
         Q_EMIT dataChanged(index(0, column), index(rowCount() - 1, column));
 }
 
+void CTableModel::setColumnLayout(int column, int width, bool visible)
+{
+    if (column < 0 || column >= columnCount())
+        return;
+    CTableColumn &description = m_columns[static_cast<size_t>(column)];
+    if (width > 0)
+        description.m_width = width;
+    description.m_visible = visible;
+}
+
 // ---- rows ----------------------------------------------------------------------------------
 
 int CTableModel::rowIdAt(int visualRow) const
@@ -515,7 +516,7 @@ void CTableModel::eraseRowsAt(const std::vector<int> &storageIndexes)
         if (next < storageIndexes.size() && storageIndexes[next] == static_cast<int>(i)) {
             newIndex[i] = -1;
             m_indexById.remove(m_rows[i].m_id);
-            for (int column = 0; column < columnCount(); ++column)
+            for (int column = 0; column < columnCount() && !m_flashes.isEmpty(); ++column)
                 m_flashes.remove(flashKey(m_rows[i].m_id, column));
             ++next;
             continue;
@@ -792,6 +793,19 @@ QString CTableModel::cellText(const Cell &c, int column) const
     return m_columns[static_cast<size_t>(column)].formatNumber(c.m_number, c.m_precision, c.m_numberFlags);
 }
 
+QString CTableModel::editText(const Cell &c, int column) const
+{
+    if (c.m_number.userType() == QMetaType::Double) {
+        const double value = c.m_number.toDouble();
+        if (!usableDouble(value))
+            return QString();
+        return QString::number(value, 'f', c.m_precision >= 0 ? c.m_precision : m_columns[static_cast<size_t>(column)].m_precision);
+    }
+    if (c.m_number.isValid())
+        return QString::number(c.m_number.toLongLong());
+    return c.m_text;
+}
+
 bool CTableModel::storeCell(int rowId, int column, Cell &target, const QVariant &number, const QString &text,
                             int precision, int numberFlags)
 {
@@ -952,6 +966,12 @@ QVariant CTableModel::itemValue(int rowId, int column) const
     if (!c)
         return QVariant();
     return c->m_number.isValid() ? c->m_number : QVariant(c->m_text);
+}
+
+QString CTableModel::itemEditText(int rowId, int column) const
+{
+    const Cell *c = cell(rowId, column);
+    return c ? editText(*c, column) : QString();
 }
 
 qint64 CTableModel::itemInt(int rowId, int column) const

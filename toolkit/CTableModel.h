@@ -72,6 +72,8 @@ public:
     void setTableColumnCount(int count);
     const CTableColumn &tableColumn(int column) const; // an empty description when out of range
     void setTableColumn(int column, const CTableColumn &description);
+    // Width and visibility belong to the view; recording them here announces nothing.
+    void setColumnLayout(int column, int width, bool visible);
 
     // Rows.
     int dataRowCount() const { return static_cast<int>(m_rows.size()); }
@@ -118,6 +120,8 @@ public:
 
     QString itemText(int rowId, int column) const; // as shown
     QVariant itemValue(int rowId, int column) const; // the number, or the text
+    // The cell as an editor shows it: numbers plain, without separators or percent sign.
+    QString itemEditText(int rowId, int column) const;
     // The number of a cell; a text cell is read as a number, 0 when it is none.
     qint64 itemInt(int rowId, int column) const;
     double itemDouble(int rowId, int column) const;
@@ -196,6 +200,7 @@ private:
     Cell *cell(int rowId, int column);
     const Cell *cell(int rowId, int column) const;
     QString cellText(const Cell &cell, int column) const;
+    QString editText(const Cell &cell, int column) const;
     bool storeCell(int rowId, int column, Cell &target, const QVariant &number, const QString &text,
                    int precision, int numberFlags);
     void cellChanged(int rowId, int column);

@@ -1,0 +1,535 @@
+#include "CBaseWidget.h"
+#include "COddEvenRowTable.h"
+#include "CStandardTable.h"
+#include "CTableCellEvent.h"
+#include "CTableColumnFilterPopup.h"
+#include "CTableModel.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QTableView>
+
+#include <functional>
+#include <memory>
+#include <ostream>
+#include <set>
+#include <vector>
+
+namespace {
+
+using WK::CBaseNormalTable;
+using WK::CTableCellEvent;
+
+struct Seen {
+    int event;
+    int id;
+    int value;
+    QString text;
+    CTableCellEvent cell;
+    std::set<int> rows;
+};
+
+// The owner of a table: records every event that reaches it, and every key the table passed on.
+class Owner : public WK::CBaseWidget
+{
+public:
+    Owner()
+        : WK::CBaseWidget(QStringLiteral("owner"), false, nullptr)
+    {
+    }
+    bool handleEvent(int event, int id, int value, QString text, void *data) override
+    {
+        Seen seen{event, id, value, text, CTableCellEvent(), {}};
+        if (event >= WK::TE_VALIDATE_EDIT && event <= WK::TE_CELL_CLICKED && data) {
+            auto *cell = static_cast<CTableCellEvent *>(data);
+            if (onCellEvent)
+                onCellEvent(event, *cell);
+            seen.cell = *cell;
+        }
+        if (event == WK::TE_ROWS_DELETED && data)
+            seen.rows = *static_cast<const std::set<int> *>(data);
+        events.push_back(seen);
+        return true;
+    }
+    std::vector<int> eventNumbers() const
+    {
+        std::vector<int> numbers;
+        for (const Seen &seen : events)
+            numbers.push_back(seen.event);
+        return numbers;
+    }
+
+    std::vector<Seen> events;
+    std::vector<int> keys;
+    std::function<void(int, CTableCellEvent &)> onCellEvent;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override { keys.push_back(event->key()); }
+};
+
+enum Column { Code = 0, Volume = 1, Price = 2, Pick = 3 };
+
+// A table of codes with an editable volume (0 to 1000), an editable price (0 to 100, two
+// decimals) and a check-box column, in an owner that records its events.
+struct Fixture {
+    Fixture()
+    {
+        table = new WK::CStandardTable(&owner);
+        table->addColumn(QStringLiteral("代码"));
+        table->addColumn(QStringLiteral("分配量"));
+        table->addColumn(QStringLiteral("最新价"));
+        table->addColumn(QStringLiteral("选择"), 40, Qt::AlignCenter);
+        table->setColumnEditable(Volume, true);
+        table->setColumnIntValidator(Volume, 0, 1000);
+        table->setColumnEditable(Price, true);
+        table->setColumnDoubleValidator(Price, 0.0, 100.0, 2);
+        table->setColumnCheckable(Pick, true);
+        table->appendRow({QStringLiteral("600000"), 100, 10.5});
+        table->appendRow({QStringLiteral("000001"), 200, 20.0});
+        table->appendRow({QStringLiteral("600519"), 300, 30.25});
+    }
+    QModelIndex cell(int rowId, int column) const
+    {
+        return table->model()->index(table->visualRow(rowId), column);
+    }
+
+    Owner owner;
+    WK::CStandardTable *table = nullptr;
+};
+
+// ---- edits ---------------------------------------------------------------------------------
+
+struct EditCase {
+    const char *name;
+    int column;
+    const char *typed;
+    bool stored;
+    const char *shown;  // the cell afterwards
+    const char *edited; // the text of event 47
+};
+
+void PrintTo(const EditCase &c, std::ostream *os)
+{
+    *os << c.name;
+}
+
+class TableEdit : public ::testing::TestWithParam<EditCase>
+{
+};
+
+TEST_P(TableEdit, goesThroughTheColumnValidatorAndReportsRowAndColumn)
+{
+    Fixture f;
+    const EditCase &c = GetParam();
+
+    EXPECT_EQ(f.table->submitEdit(1, c.column, QString::fromUtf8(c.typed)), c.stored);
+
+    EXPECT_EQ(f.table->itemText(1, c.column), QString::fromUtf8(c.shown));
+    if (!c.stored) {
+        EXPECT_TRUE(f.owner.events.empty());
+        return;
+    }
+    ASSERT_EQ(f.owner.eventNumbers(), (std::vector<int>{WK::TE_VALIDATE_EDIT, WK::TE_CELL_EDITED}));
+    for (const Seen &seen : f.owner.events) {
+        EXPECT_EQ(seen.id, 1);
+        EXPECT_EQ(seen.value, c.column);
+        EXPECT_EQ(seen.cell.m_rowId, 1);
+        EXPECT_EQ(seen.cell.m_column, c.column);
+    }
+    EXPECT_EQ(f.owner.events.back().text, QString::fromUtf8(c.edited));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, TableEdit,
+    ::testing::Values(EditCase{"volumeInRange", Volume, "500", true, "500", "500"},
+                      EditCase{"volumeAtTheTop", Volume, "1,000", true, "1000", "1000"},
+                      EditCase{"volumeAboveTheRange", Volume, "1500", false, "200", ""},
+                      EditCase{"negativeVolume", Volume, "-5", false, "200", ""},
+                      EditCase{"volumeThatIsNoNumber", Volume, "abc", false, "200", ""},
+                      EditCase{"priceWithTwoDecimals", Price, "12.5", true, "12.50", "12.50"},
+                      EditCase{"priceWithTooManyDecimals", Price, "12.345", false, "20.00", ""},
+                      EditCase{"priceAboveTheRange", Price, "100.01", false, "20.00", ""},
+                      EditCase{"readOnlyColumn", Code, "999999", false, "000001", ""}),
+    [](const ::testing::TestParamInfo<EditCase> &info) { return std::string(info.param.name); });
+
+TEST(TableEditChecks, aValidateFunctionRefusesAndItsCorrectionStands)
+{
+    Fixture f;
+    std::vector<int> asked;
+    f.table->setValidateFunc([&asked](int rowId, int column, QString &text) {
+        asked.push_back(rowId);
+        asked.push_back(column);
+        if (text.toInt() <= 800)
+            return true;
+        text = QStringLiteral("800");
+        return false;
+    });
+
+    EXPECT_FALSE(f.table->submitEdit(2, Volume, QStringLiteral("900")));
+    EXPECT_EQ(f.table->itemText(2, Volume), QStringLiteral("800"));
+    EXPECT_TRUE(f.owner.events.empty()) << "no event 46 after a refusal, and no edit";
+    EXPECT_EQ(asked, (std::vector<int>{2, Volume}));
+
+    EXPECT_TRUE(f.table->submitEdit(2, Volume, QStringLiteral("700")));
+    EXPECT_EQ(f.table->itemInt(2, Volume), 700);
+}
+
+TEST(TableEditChecks, theOwnerMayRewriteOrRefuseAnEditOnEvent46)
+{
+    Fixture f;
+    f.owner.onCellEvent = [](int event, CTableCellEvent &cell) {
+        if (event != WK::TE_VALIDATE_EDIT)
+            return;
+        if (cell.m_text == QLatin1String("13"))
+            cell.m_accept = false;
+        else
+            cell.m_text = QStringLiteral("1,300"); // rounded to the lot, with separators
+    };
+
+    EXPECT_FALSE(f.table->submitEdit(0, Volume, QStringLiteral("13")));
+    EXPECT_EQ(f.table->itemInt(0, Volume), 100);
+    EXPECT_EQ(f.owner.eventNumbers(), std::vector<int>{WK::TE_VALIDATE_EDIT});
+
+    EXPECT_TRUE(f.table->submitEdit(0, Volume, QStringLiteral("999")));
+    EXPECT_EQ(f.table->itemInt(0, Volume), 1300);
+    EXPECT_EQ(f.owner.events.back().event, WK::TE_CELL_EDITED);
+    EXPECT_EQ(f.owner.events.back().text, QStringLiteral("1300")) << "event 47 carries a plain number";
+}
+
+TEST(TableEditChecks, anEditorCommitTakesTheSameRoad)
+{
+    Fixture f;
+    f.table->setItemEditable(2, Volume, false);
+
+    EXPECT_TRUE(f.table->model()->setData(f.cell(0, Volume), QStringLiteral("400"), Qt::EditRole));
+    EXPECT_FALSE(f.table->model()->setData(f.cell(2, Volume), QStringLiteral("400"), Qt::EditRole));
+
+    EXPECT_EQ(f.table->itemInt(0, Volume), 400);
+    EXPECT_EQ(f.table->itemInt(2, Volume), 300);
+    EXPECT_EQ(f.owner.eventNumbers(), (std::vector<int>{WK::TE_VALIDATE_EDIT, WK::TE_CELL_EDITED}));
+}
+
+// ---- check boxes, clicks, deletion ---------------------------------------------------------
+
+TEST(TableCheckBox, theUsersTickDeliversEvent48WithRowAndColumn)
+{
+    Fixture f;
+    f.table->setItemChecked(1, Pick, true);
+    EXPECT_TRUE(f.owner.events.empty()) << "the program's tick is not the user's";
+
+    f.table->model()->setData(f.cell(1, Pick), Qt::Unchecked, Qt::CheckStateRole);
+
+    ASSERT_EQ(f.owner.events.size(), 1u);
+    const Seen &seen = f.owner.events.front();
+    EXPECT_EQ(seen.event, WK::TE_ITEM_CHECKED);
+    EXPECT_EQ(seen.id, 1);
+    EXPECT_EQ(seen.value, 0);
+    EXPECT_EQ(seen.cell.m_column, Pick);
+    EXPECT_FALSE(f.table->isItemChecked(1, Pick));
+}
+
+TEST(TableCheckBox, aMouseClickOnTheCellTogglesItsBox)
+{
+    Fixture f;
+    f.owner.resize(400, 200);
+    f.owner.setInnerStretchWidget(f.table, 0, 0, 0, 0);
+    f.owner.show();
+    f.table->sortByColumn(Volume, Qt::DescendingOrder); // row id 2 on top
+    QApplication::processEvents();
+
+    QWidget *viewport = f.table->view()->viewport();
+    const QPoint centre = f.table->view()->visualRect(f.table->model()->index(0, Pick)).center();
+    QMouseEvent press(QEvent::MouseButtonPress, centre, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(viewport, &press);
+    QMouseEvent release(QEvent::MouseButtonRelease, centre, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(viewport, &release);
+
+    EXPECT_TRUE(f.table->isItemChecked(2, Pick));
+    EXPECT_FALSE(f.table->isItemChecked(0, Pick));
+    bool ticked = false;
+    bool clicked = false;
+    for (const Seen &seen : f.owner.events) {
+        ticked = ticked || (seen.event == WK::TE_ITEM_CHECKED && seen.id == 2 && seen.value == 1);
+        clicked = clicked || (seen.event == WK::TE_CELL_CLICKED && seen.id == 2 && seen.value == Pick);
+    }
+    EXPECT_TRUE(ticked);
+    EXPECT_TRUE(clicked);
+}
+
+TEST(TableRows, deletingSelectedRowsKeepsTheOtherIdsAndDeliversEvent53)
+{
+    Fixture f;
+    f.table->setFlag(f.table->flag() | CBaseNormalTable::TF_DELETE_ROWS);
+    f.table->appendRow({QStringLiteral("300750"), 400, 40.0});
+    f.table->selectRow(1);
+    f.table->view()->selectionModel()->select(f.cell(3, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    ASSERT_EQ(f.table->selectedRows(), (std::set<int>{1, 3}));
+
+    QKeyEvent del(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
+    QApplication::sendEvent(f.table->view(), &del);
+
+    EXPECT_EQ(f.table->rowIds(), (QVector<int>{0, 2}));
+    EXPECT_EQ(f.table->itemText(2, Code), QStringLiteral("600519"));
+    ASSERT_FALSE(f.owner.events.empty());
+    const Seen &seen = f.owner.events.back();
+    EXPECT_EQ(seen.event, WK::TE_ROWS_DELETED);
+    EXPECT_EQ(seen.value, 2);
+    EXPECT_EQ(seen.rows, (std::set<int>{1, 3}));
+}
+
+TEST(TableRows, theTotalsLineStaysLastWhenTheUserSortsByHeader)
+{
+    Fixture f;
+    f.table->setColumnSummed(Volume, true);
+    f.table->setTotalsLineVisible(true);
+    QHeaderView *header = f.table->view()->horizontalHeader();
+
+    Q_EMIT header->sectionClicked(Volume);
+    EXPECT_EQ(f.table->rowID(0), 0);
+    Q_EMIT header->sectionClicked(Volume);
+    EXPECT_EQ(f.table->rowID(0), 2) << "a second click turns the order round";
+
+    const int last = f.table->model()->rowCount() - 1;
+    EXPECT_EQ(last, f.table->rowCount());
+    EXPECT_EQ(f.table->model()->index(last, Volume).data().toString(), QStringLiteral("600"));
+
+    f.table->setFlag(f.table->flag() & ~CBaseNormalTable::TF_SORTABLE);
+    Q_EMIT header->sectionClicked(Code);
+    EXPECT_EQ(f.table->rowID(0), 2) << "without the sortable flag a click sorts nothing";
+}
+
+TEST(TableRows, anItemWidgetFollowsItsRowThroughASort)
+{
+    Fixture f;
+    auto *label = new QLabel(QStringLiteral("w"));
+    f.table->setItemWidget(0, Code, label);
+    f.table->sortByColumn(Volume, Qt::DescendingOrder);
+    EXPECT_EQ(f.table->itemWidget(0, Code), label);
+    EXPECT_EQ(f.table->itemWidget(2, Code), nullptr);
+}
+
+// ---- filters -------------------------------------------------------------------------------
+
+TEST(TableFilterMenu, theTickedValuesBecomeTheColumnFilter)
+{
+    Fixture f;
+    f.table->setColumnFilterable(Code, true);
+    EXPECT_EQ(f.table->showFilterPopup(Volume), nullptr) << "the column does not filter";
+
+    WK::CTableColumnFilterPopup *popup = f.table->showFilterPopup(Code);
+    ASSERT_NE(popup, nullptr);
+    EXPECT_EQ(popup->values(), (QStringList{QStringLiteral("000001"), QStringLiteral("600000"), QStringLiteral("600519")}));
+    popup->setAllChecked(false);
+    popup->accept();
+    EXPECT_EQ(f.table->rowCount(), 3) << "nothing ticked is nothing to apply";
+    popup->setValueChecked(QStringLiteral("600519"), true);
+    popup->accept();
+
+    EXPECT_EQ(f.table->rowCount(), 1);
+    EXPECT_EQ(f.table->rowID(0), 2);
+    EXPECT_EQ(f.table->view()->verticalHeader()->count(), 1) << "the view follows the shorter table";
+    EXPECT_EQ(f.table->columnFilters().value(Code), QSet<QString>{QStringLiteral("600519")});
+}
+
+TEST(TableFilterMenu, anOwnerThatFiltersByItselfGetsTheChosenFilters)
+{
+    Fixture f;
+    f.table->setColumnFilterable(Code, true);
+    QMap<int, QSet<QString>> received;
+    f.table->setFilterItemsFunc([](int) { return QSet<QString>{QStringLiteral("SH"), QStringLiteral("SZ")}; });
+    f.table->setFilterDataFunc([&received](const QMap<int, QSet<QString>> &filters) { received = filters; });
+
+    WK::CTableColumnFilterPopup *popup = f.table->showFilterPopup(Code);
+    ASSERT_NE(popup, nullptr);
+    EXPECT_EQ(popup->values(), (QStringList{QStringLiteral("SH"), QStringLiteral("SZ")}));
+    popup->setValueChecked(QStringLiteral("SZ"), false);
+    popup->accept();
+
+    EXPECT_EQ(received.value(Code), QSet<QString>{QStringLiteral("SH")});
+    EXPECT_EQ(f.table->rowCount(), 3) << "the table itself hides nothing";
+}
+
+// ---- menu, keys ----------------------------------------------------------------------------
+
+QStringList actionTexts(const QMenu &menu)
+{
+    QStringList texts;
+    for (const QAction *action : menu.actions()) {
+        if (!action->isSeparator())
+            texts.append(action->text());
+    }
+    return texts;
+}
+
+TEST(TableMenu, listsTheBuiltInEntriesThenTheOwnersActions)
+{
+    Fixture f;
+    f.table->setFlag(f.table->flag() | CBaseNormalTable::TF_DELETE_ROWS | CBaseNormalTable::TF_COPY_ROWS);
+    int saved = 0;
+    int pasted = 0;
+    f.table->addMenuSeparator();
+    f.table->addMenuAction(QStringLiteral("保存篮子"), [&saved]() { ++saved; });
+    f.table->setPasteDataFunc(QStringLiteral("格式为: 代码,名称"), [&pasted]() { ++pasted; });
+
+    std::unique_ptr<QMenu> menu(f.table->createContextMenu());
+    EXPECT_EQ(actionTexts(*menu), (QStringList{QStringLiteral("复制"), QStringLiteral("删除"), QStringLiteral("粘贴"),
+                                               QStringLiteral("保存篮子")}));
+    EXPECT_FALSE(menu->actions().at(1)->isEnabled()) << "nothing selected to delete";
+    EXPECT_EQ(menu->actions().at(2)->toolTip(), QStringLiteral("格式为: 代码,名称"));
+
+    menu->actions().last()->trigger();
+    menu->actions().at(2)->trigger();
+    EXPECT_EQ(saved, 1);
+    EXPECT_EQ(pasted, 1);
+}
+
+TEST(TableKeys, ctrlVPastesAndLettersGoToTheOwner)
+{
+    Fixture f;
+    int pasted = 0;
+    f.table->setPasteDataFunc(QStringLiteral("hint"), [&pasted]() { ++pasted; });
+
+    QKeyEvent paste(QEvent::KeyPress, Qt::Key_V, Qt::ControlModifier, QStringLiteral("\x16"));
+    QApplication::sendEvent(f.table->view(), &paste);
+    QKeyEvent letter(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
+    QApplication::sendEvent(f.table->view(), &letter);
+
+    EXPECT_EQ(pasted, 1);
+    EXPECT_EQ(f.owner.keys, std::vector<int>{Qt::Key_A});
+}
+
+TEST(TableKeys, selectedRowsCopyAsTabSeparatedTextInViewOrder)
+{
+    Fixture f;
+    f.table->setColumnVisible(Pick, false);
+    f.table->moveColumn(Price, 0);
+    f.table->selectRow(2);
+    f.table->view()->selectionModel()->select(f.cell(0, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+
+    EXPECT_EQ(f.table->selectedRowsText(), QStringLiteral("10.50\t600000\t100\n30.25\t600519\t300"));
+}
+
+// ---- column layout -------------------------------------------------------------------------
+
+TEST(TableConfig, theColumnLayoutSurvivesARoundTrip)
+{
+    Fixture f;
+    f.table->setColumnWidth(Code, 123);
+    f.table->setColumnWidth(Price, 77);
+    f.table->setColumnVisible(Price, false);
+    f.table->moveColumn(Pick, 0);
+    const QString saved = f.table->saveConfigStr();
+
+    Fixture other;
+    ASSERT_TRUE(other.table->loadConfigStr(saved));
+
+    EXPECT_EQ(other.table->visualColumnOrder(), (QVector<int>{Pick, Code, Volume, Price}));
+    EXPECT_EQ(other.table->columnWidth(Code), 123);
+    EXPECT_FALSE(other.table->isColumnVisible(Price));
+    EXPECT_EQ(other.table->configStr(), saved);
+
+    other.table->setColumnVisible(Price, true);
+    EXPECT_EQ(other.table->columnWidth(Price), 77) << "a shown column comes back at its width";
+}
+
+struct ConfigCase {
+    const char *name;
+    const char *text;
+};
+
+void PrintTo(const ConfigCase &c, std::ostream *os)
+{
+    *os << c.name;
+}
+
+class TableConfigRejects : public ::testing::TestWithParam<ConfigCase>
+{
+};
+
+TEST_P(TableConfigRejects, aMalformedTextChangesNothing)
+{
+    Fixture f;
+    f.table->moveColumn(Pick, 0);
+    const QString before = f.table->saveConfigStr();
+    EXPECT_FALSE(f.table->loadConfigStr(QString::fromLatin1(GetParam().text)));
+    EXPECT_EQ(f.table->saveConfigStr(), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, TableConfigRejects,
+                         ::testing::Values(ConfigCase{"empty", ""}, ConfigCase{"otherVersion", "v2|0:80:1"},
+                                           ConfigCase{"shortEntryAfterAGoodOne", "v1|3:80:1,0:80"},
+                                           ConfigCase{"columnIsNoNumber", "v1|x:80:1"},
+                                           ConfigCase{"visibilityNeitherZeroNorOne", "v1|0:80:2"}),
+                         [](const ::testing::TestParamInfo<ConfigCase> &info) { return std::string(info.param.name); });
+
+TEST(TableConfig, unknownColumnsAreSkippedAndUnlistedOnesFollow)
+{
+    Fixture f;
+    ASSERT_TRUE(f.table->loadConfigStr(QStringLiteral("v1|9:50:1,2:60:1,0:70:0")));
+    EXPECT_EQ(f.table->visualColumnOrder(), (QVector<int>{Price, Code, Volume, Pick}));
+    EXPECT_FALSE(f.table->isColumnVisible(Code));
+}
+
+// ---- the two looks -------------------------------------------------------------------------
+
+TEST(TableLooks, oddEvenRowsAlternateTheirBackground)
+{
+    WK::COddEvenRowTable oddEven;
+    WK::CStandardTable standard;
+    EXPECT_TRUE(oddEven.view()->alternatingRowColors());
+    EXPECT_NE(oddEven.view()->palette().color(QPalette::AlternateBase),
+              oddEven.view()->palette().color(QPalette::Base));
+    EXPECT_FALSE(standard.view()->alternatingRowColors());
+}
+
+// ---- scale ---------------------------------------------------------------------------------
+
+TEST(TableScale, twentyThousandRowsLoadAndRefreshWithAViewAttached)
+{
+    Owner owner;
+    auto *table = new WK::COddEvenRowTable(&owner);
+    owner.resize(800, 400);
+    owner.setInnerStretchWidget(table, 0, 0, 0, 0);
+    for (int column = 0; column < 12; ++column)
+        table->addColumn(QStringLiteral("c%1").arg(column));
+    table->setColumnSummed(9, true);
+    table->setTotalsLineVisible(true);
+    owner.show();
+    int resets = 0;
+    int changes = 0;
+    QObject::connect(table->model(), &WK::CTableModel::modelReset, [&resets]() { ++resets; });
+    QObject::connect(table->model(), &WK::CTableModel::dataChanged, [&changes]() { ++changes; });
+
+    table->beginUpdate();
+    table->clear();
+    table->setRowCount(20000);
+    for (int rowId = 0; rowId < 20000; ++rowId) {
+        table->setItemText(rowId, 0, QStringLiteral("acct%1").arg(rowId % 20));
+        table->setItemInt(rowId, 5, 100);
+        table->setItemDouble(rowId, 9, 1.0);
+    }
+    table->endUpdate();
+    table->adjustVisibleRowsColumnWidth();
+    QApplication::processEvents();
+    EXPECT_EQ(resets, 1);
+    EXPECT_EQ(table->statText(9), QStringLiteral("20000.00"));
+
+    changes = 0;
+    table->beginUpdate();
+    for (int rowId = 0; rowId < 20000; ++rowId)
+        table->updateRow(rowId, {QVariant(), QVariant(), QVariant(), QVariant(), QVariant(), QVariant(),
+                                 QVariant(), QVariant(), QVariant(), 2.0});
+    table->endUpdate();
+    QApplication::processEvents();
+    EXPECT_EQ(changes, 2) << "one for the rows, one for the totals line";
+    EXPECT_EQ(table->statText(9), QStringLiteral("40000.00"));
+}
+
+} // namespace
