@@ -37,7 +37,7 @@ CDemoMainWindow::CDemoMainWindow(QWidget *parent)
     setCentralWidget(central);
     m_dock->setWidget(m_panel);
     addDockWidget(Qt::TopDockWidgetArea, m_dock);
-    resize(1280, 820);
+    resize(1480, 860);
     // The panel is the main job of the window: it gets most of the height.
     resizeDocks({m_dock}, {560}, Qt::Vertical);
 }

@@ -1,4 +1,5 @@
 #include "CDemoMainWindow.h"
+#include "CBasketOperationPanel.h"
 #include "CSampleClient.h"
 #include "CSampleData.h"
 #include "CSimulatedMarket.h"
@@ -75,6 +76,8 @@ int main(int argc, char **argv)
     market.publishAll();
 
     CDemoMainWindow window;
+    // As a client restores the panel's saved state: here only a wider parameter form.
+    window.panel()->setParam(QStringLiteral("//500"));
     TC::CTradeClient::instance()->setPlaceCommandsObserver([&window](const TC::CPlaceCommandsCall &call) {
         const std::string line = call.jsonString();
         printLine(line);

@@ -31,6 +31,8 @@ void COpBasketReplaceStockToolBar::createUi()
     auto makeBox = [this](int id, const QString &text) {
         auto *box = new WK::CCheckBox(id, text, m_toolBar);
         box->setColorKey(QStringLiteral("clr_basket_checkbox_text"));
+        // A box never gives up its text to a narrow table: the row folds instead.
+        box->setMinimumWidth(box->sizeHint().width());
         return box;
     };
     m_filterStopCheck = makeBox(1, QStringLiteral("过滤停盘股"));

@@ -58,7 +58,7 @@ private:
     std::atomic<int> m_fileLogLevel{0};
 };
 
-// printf-style formatting for the file log lines ("%s : spec push button clicked, %d").
+// printf-style formatting for the file log lines ("%s : order button clicked, %d").
 std::string formatPrintf(const char *format, ...) __attribute__((format(printf, 1, 2)));
 
 } // namespace utils
@@ -77,7 +77,7 @@ std::string formatPrintf(const char *format, ...) __attribute__((format(printf, 
     } while (false)
 
 // A printf-style line of the file log, written if fileLogEnabled(level) holds; the arguments
-// are not evaluated otherwise. Usage: TT_FILE_LOG(51, "%s : spec push button clicked, %d", name, id);
+// are not evaluated otherwise. Usage: TT_FILE_LOG(51, "%s : order button clicked, %d", name, id);
 #define TT_FILE_LOG(level, ...)                                                                  \
     do {                                                                                         \
         if (::utils::CLogCenter::instance()->fileLogEnabled(level))                              \

@@ -57,7 +57,7 @@ TEST_F(LogCenter, DisabledLoggingWritesNothingAndDoesNotFormat)
         return 1;
     };
     TT_LOG_INFO(this, "TC::X::y", "basket\\X", boost::format("%1%") % expensive());
-    TT_FILE_LOG(51, "%s : spec push button clicked, %d", "bar", expensive());
+    TT_FILE_LOG(51, "%s : order button clicked, %d", "bar", expensive());
     EXPECT_TRUE(capture.lines().empty());
     EXPECT_EQ(evaluated, 0);
     EXPECT_FALSE(utils::CLogCenter::instance()->fileLogEnabled(51));
@@ -66,10 +66,10 @@ TEST_F(LogCenter, DisabledLoggingWritesNothingAndDoesNotFormat)
 TEST_F(LogCenter, FileLogLinesFollowTheFileLevel)
 {
     utils::CLogCapture capture;
-    TT_FILE_LOG(51, "%s : spec push button clicked, %d", "bar", 6);
+    TT_FILE_LOG(51, "%s : order button clicked, %d", "bar", 6);
     utils::CLogCenter::instance()->setFileLogLevel(60);
     TT_FILE_LOG(51, "%s : not written, %d", "bar", 7);
-    EXPECT_EQ(capture.lines(), std::vector<std::string>{"bar : spec push button clicked, 6"});
+    EXPECT_EQ(capture.lines(), std::vector<std::string>{"bar : order button clicked, 6"});
 }
 
 TEST_F(LogCenter, CaptureEndsWithItsLifetime)

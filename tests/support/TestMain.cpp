@@ -6,7 +6,7 @@
 extern "C" const char *__lsan_default_suppressions()
 {
     return "leak:libQt5Gui\nleak:libQt5Core\nleak:libQt5Widgets\nleak:libfontconfig\nleak:libglib\n"
-           "leak:libdbus\nleak:libX11\nleak:libxcb\n";
+           "leak:libdbus\nleak:libX11\nleak:libxcb\nleak:libqoffscreen\n";
 }
 
 int main(int argc, char **argv)
