@@ -61,6 +61,10 @@ COpBasketParamsWidget::COpBasketParamsWidget(QWidget *parent)
     if (hasComposeSgtType())
         m_ggtNames.insert(TOT_SGT, QStringLiteral("深港通"));
     createUi();
+    // Quotes may arrive on the quote service's thread; the default connection brings the
+    // recalculation to the widget's own thread.
+    connect(this, &COpBasketParamsWidget::sigRecalcOperationParam, this,
+            &COpBasketParamsWidget::slotRecalcOperationParam);
     // The client warms its account cache for the two broker types the form starts with.
     getUserConfig()->getGroupAccountsMultiType({ttservice::BROKER_TYPE_FUTURE, ttservice::BROKER_TYPE_STOCK}, QString());
 }
@@ -461,19 +465,6 @@ int COpBasketParamsWidget::getIndexVolume(const QString &market, const QString &
     return 1;
 }
 
-void COpBasketParamsWidget::getIndexDataByBasket(double &price, int &volume) const
-{
-    const QMap<QString, CBasketSetting> &baskets = getUserConfig()->baskets();
-    const auto it = baskets.constFind(currentBasketName());
-    if (it == baskets.constEnd())
-        return;
-    volume = getIndexVolume(it->m_indexMarket, it->m_indexCode);
-    const auto quote = CQuoteClient::instance()->getStockPrice(QString::fromStdString(
-        utils::vqStockKey(it->m_indexMarket.toStdString(), it->m_indexCode.toStdString())));
-    if (quote && ttservice::hasValue(quote->m_lastPrice))
-        price = quote->m_lastPrice;
-}
-
 QString COpBasketParamsWidget::param() const
 {
     return m_savedParam;
@@ -500,10 +491,6 @@ void COpBasketParamsWidget::updateBasketSetting()
 {
     if (m_basketsCombo)
         m_basketsCombo->updateBasketSetting();
-}
-
-void COpBasketParamsWidget::updateBasketConfirmData()
-{
 }
 
 void COpBasketParamsWidget::fillComposeLastBasket(const QString &)
@@ -563,38 +550,6 @@ void COpBasketParamsWidget::resetSizingToOneCopy()
         m_volumnCombobox->setCurrentIndex(0);
     if (m_copiesCell)
         m_copiesCell->setInt(1);
-}
-
-bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString text, void *data)
-{
-    if (event == 5 && (static_cast<quint64>(id) & TOT_ALL_TABS_MASK) != 0) {
-        setCurrentOperationType(static_cast<quint64>(id));
-        return true;
-    }
-    if (event == 64 && id == 17) {
-        setItemsVisible(getCurrentVolumnType(), -1);
-        return true;
-    }
-    if (event == 1139) {
-        // Another basket may offer other sizing modes.
-        resetVolumnCombobox();
-        setItemsVisible(getCurrentVolumnType(), -1);
-        return true;
-    }
-    if (event == 1137 && id == 6) {
-        resetVolumnTypeByAutoHedge();
-        resetLayout();
-        return true;
-    }
-    if (event == 1168) {
-        const quint64 word = getGgtTradeOpType(static_cast<quint64>(value));
-        m_ggtOpType = word;
-        if (m_accountsWidget)
-            m_accountsWidget->setTradeOpType(word);
-        setCurrentOperationType(word);
-        return true;
-    }
-    return WK::CBaseWidget::handleEvent(event, id, value, text, data);
 }
 
 void COpBasketParamsWidget::slot_bascketChange(QKeyEvent *)

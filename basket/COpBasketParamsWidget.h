@@ -9,7 +9,13 @@
 #include "CPositionParam.h"
 #include "PanelEnums.h"
 
+#include <boost/format/format_fwd.hpp>
+
+#include <boost/shared_ptr.hpp>
+
+#include <QList>
 #include <QMap>
+#include <QSet>
 #include <QString>
 #include <QVector>
 
@@ -32,6 +38,9 @@ class CWidgetList;
 namespace TC {
 
 class CComboxNameWidget;
+class CPriceData;
+class CQuoteRequest;
+struct COpBasketOrder;
 class COpAccountsWidget;
 class COpBasketFutureParamsWidget;
 class COpBasketHedgeSettingWidget;
@@ -78,6 +87,29 @@ public:
     int currentBasketKind() const;
     QString currentBasketName() const;
 
+    // --- the order list ---
+    // A new order from the picker's source of rows; the caller owns it. Null when there is no
+    // picker or the source has nothing to give (an unknown basket name, for one).
+    COpBasketOrder *createOrder(QString &error);
+    // The current list, priced with the latest quotes; every reader works on this one vector.
+    std::vector<ttservice::CCodeOrderParam> *getCodeOrderParams();
+    std::vector<ttservice::CCodeOrderParam> *getCodeOrderParamsForOrder() { return getCodeOrderParams(); }
+    // Refreshes the per-line order parameters when the list has not been rebuilt for 30 seconds.
+    void updateCodeOrderParam();
+    bool fillBasketOrderParam(QVector<ttservice::CCodeOrderParam> &params, QString &error);
+    // Sizes rows over the selected accounts: one line per row and account. useSplit divides a
+    // row's volume over the accounts; without it every account gets the whole volume.
+    bool fillParamByStocks(const QList<CBasketStockData> &stocks, QVector<ttservice::CCodeOrderParam> &params,
+                           QString &error, bool useSplit);
+    double getTotalMoney(double available, double totalAsset, double netValue) const;
+    int getTotalVolume(const CBasketStockData &stock, double sumWeight, double totalMoney, int minUnit,
+                       double indexValue, int indexCount) const;
+    void fillCompParams(ttservice::CCodeOrderParam *param, ttservice::EOperationType operation);
+    const std::string &orderRowsLog() const { return m_orderRowsLog; }
+    quint32 lastGenTime() const { return m_lastGenTime; }
+    const QSet<QString> &pendingQuotes() const { return m_pendingQuotes; }
+    QStringList quoteRequestKeys() const { return m_quoteRequests.keys(); }
+
     // --- small operations the panel and the other blocks call ---
     bool autoHedge() const;
     bool fillHedgeParam(ttservice::CBasketHedgeParam &param) const;
@@ -89,7 +121,7 @@ public:
     std::string get3rdPartyTradeParam() const;
     bool getTraderChangeEnable() const;
     static int getIndexVolume(const QString &market, const QString &code);
-    void getIndexDataByBasket(double &price, int &volume) const;
+    void getIndexDataByBasket(double &indexValue, int &indexCount) const;
 
     void loadAccountGroupSettings();
     void refreshAccounts();
@@ -144,8 +176,13 @@ Q_SIGNALS:
     void sigRecalcOperationParam(QString stockKey);
     void sigOnDealDetail();
 
+protected Q_SLOTS:
+    void slotRecalcOperationParam(QString stockKey);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
+    // Drops rows that may never be traded here and marks those the toolbar filters out.
+    void filterStockParam(QList<CBasketStockData> &rows);
 
 private:
     void createUi();
@@ -159,6 +196,32 @@ private:
     void reSetCopisesCell();
     void updateAccountsEnabled();
     void showTabBlocks(quint64 tabWord);
+
+    // --- the computing side ---
+    void genOperation();
+    void recalculate(int value);
+    void deliverListChanged(int value);
+    void requestQuotes(const QList<CBasketStockData> &rows);
+    void fillOrderParamPrice();
+    // Runs on the quote service's thread: only emits sigRecalcOperationParam.
+    void recalcOperationParams(boost::shared_ptr<CPriceData> quote);
+    bool fillBatchBuyParam(QVector<ttservice::CCodeOrderParam> &params, QString &error);
+    bool fillBatchSellParam(QVector<ttservice::CCodeOrderParam> &params, QString &error);
+    bool fillPositionSellParam(QVector<ttservice::CCodeOrderParam> &params, QString &error);
+    bool fillClipboard(QVector<ttservice::CCodeOrderParam> &params, QString &error);
+    bool fillBatchBuySellParam(QVector<ttservice::CCodeOrderParam> &params, QString &error);
+    bool fillCustomGroupParam(QVector<ttservice::CCodeOrderParam> &params, QString &error);
+    double calcOneKeyAvailableMoney(const QList<CBasketStockData> &rows, const QString &accountKey,
+                                    double sumWeight, double totalMoney) const;
+    void calcReplaceEtf(double stoppedMoney, const std::vector<boost::shared_ptr<ttservice::CAccountInfo>> &accounts,
+                        QVector<ttservice::CCodeOrderParam> &params, const std::vector<double> &weights);
+    void calcReplaceBlacklist(QVector<ttservice::CCodeOrderParam> &params);
+    bool updateParamsByCmd(bool fromTab);
+    void updateParamsByAccount();
+    void updateAccountsSlo();
+    void setParities();
+    void logUserAction(const boost::format &text);
+    void showMoneyTip();
 
     quint64 m_tradeOpType = TOT_BUY;
     int m_operationType = -1;
@@ -206,6 +269,15 @@ private:
     bool m_commandEnabled = true;
     QMap<int, QVector<CPositionParam>> m_batchPositions;
     std::vector<ttservice::CCodeOrderParam> m_orderParams;
+    QMap<QString, boost::shared_ptr<CQuoteRequest>> m_quoteRequests;
+    QSet<QString> m_pendingQuotes;
+    quint32 m_lastGenTime = 0;
+    std::string m_orderRowsLog;
+    // Rows pasted for each tab, and whether the pasted text had a weight column.
+    QMap<quint64, QList<CBasketStockData>> m_clipboardStocks;
+    bool m_clipboardHasWeight = false;
+    // The picker's flags per tab, so that a tab comes back with the list it showed.
+    QMap<quint64, int> m_tabBaskets;
 };
 
 } // namespace TC

@@ -28,6 +28,8 @@ enum ETempBatchOrderFlag {
     BATCH_SELL = 2,
     BATCH_POSITION_SELL = 4,
     BATCH_CLIPBOARD = 8,
+    BATCH_BUY_SELL = 16,     // the buy and sell lists of a position exchange
+    BATCH_CUSTOM_GROUP = 32, // the custom group of the tab
 };
 Q_DECLARE_FLAGS(ETempBatchOrderFlags, ETempBatchOrderFlag)
 

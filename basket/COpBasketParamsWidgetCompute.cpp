@@ -1,0 +1,706 @@
+// The computing side of the parameter form: from the picker's rows to the order list.
+#include "COpBasketParamsWidget.h"
+
+#include "COpBasketOrder.h"
+#include "COpBasketReplaceStockToolBar.h"
+#include "COpBasketsComboBox.h"
+#include "PriceLimits.h"
+
+#include "CAccountData.h"
+#include "CBlackAndWhiteListService.h"
+#include "CExchangeClient.h"
+#include "CLogCenter.h"
+#include "COpAccountsWidget.h"
+#include "COpBasketFutureParamsWidget.h"
+#include "CParameterCell.h"
+#include "CPriceDataHelper.h"
+#include "CProductNetValue.h"
+#include "CQuoteClient.h"
+#include "CQuoteRequest.h"
+#include "CTimeService.h"
+#include "CTradeClient.h"
+#include "CUserConfig.h"
+#include "ICalculator.h"
+#include "IDataCenter.h"
+#include "LuaModuleCtrl.h"
+#include "StockTypeCenter.h"
+#include "TradeUnits.h"
+#include "TraderCenter.h"
+
+#include "DoubleCompare.h"
+#include "StockKey.h"
+
+#include <boost/bind/bind.hpp>
+#include <boost/format.hpp>
+
+#include <QComboBox>
+#include <QDateTime>
+
+#include <climits>
+#include <memory>
+
+namespace TC {
+namespace {
+
+using ttservice::CCodeOrderParam;
+
+constexpr int kTraderRole = 200;
+constexpr int kTypeShNotTradable = 126;
+constexpr int kTypeSzNotTradable = 100017;
+constexpr int kQuoteTypes[] = {100003, 100016, 100004};
+
+bool isFuturesExchange(const QString &market)
+{
+    static const QSet<QString> markets = {QStringLiteral("DF"), QStringLiteral("DCE"), QStringLiteral("ZF"),
+                                          QStringLiteral("CZCE"), QStringLiteral("SF"), QStringLiteral("SHFE"),
+                                          QStringLiteral("IF"), QStringLiteral("CFFEX"), QStringLiteral("INE")};
+    return markets.contains(market);
+}
+
+bool needsQuote(const CBasketStockData &row)
+{
+    for (int type : kQuoteTypes) {
+        if (ttservice::StockTypeCenter::isTypedStock(type, row.m_market, row.m_stockCode))
+            return true;
+    }
+    return isFuturesExchange(row.m_market);
+}
+
+// A sum over accounts treats a missing value as nothing to add.
+double valueOrZero(double value)
+{
+    return ttservice::hasValue(value) ? value : 0.0;
+}
+
+} // namespace
+
+// --- the outer loop ---
+
+COpBasketOrder *COpBasketParamsWidget::createOrder(QString &error)
+{
+    std::unique_ptr<COpBasketOrder> order(new COpBasketOrder);
+    if (!m_basketsCombo)
+        return nullptr;
+
+    bool filled = true;
+    switch (static_cast<int>(m_basketsCombo->batchOp())) {
+    case BATCH_NONE:
+        filled = fillBasketOrderParam(order->m_params, error);
+        break;
+    case BATCH_BUY:
+        filled = fillBatchBuyParam(order->m_params, error);
+        break;
+    case BATCH_SELL:
+        filled = fillBatchSellParam(order->m_params, error);
+        break;
+    case BATCH_POSITION_SELL:
+        filled = fillPositionSellParam(order->m_params, error);
+        break;
+    case BATCH_CLIPBOARD:
+        filled = fillClipboard(order->m_params, error);
+        break;
+    case BATCH_BUY_SELL:
+        filled = fillBatchBuySellParam(order->m_params, error);
+        break;
+    case BATCH_CUSTOM_GROUP:
+        filled = fillCustomGroupParam(order->m_params, error);
+        break;
+    default:
+        break;
+    }
+    return filled ? order.release() : nullptr;
+}
+
+void COpBasketParamsWidget::genOperation()
+{
+    const bool keep = getUserConfig()->getRole() == kTraderRole && updateParamsByCmd(false);
+
+    QString error;
+    std::unique_ptr<COpBasketOrder> order(createOrder(error));
+    if (order) {
+        if (!keep)
+            m_orderParams.assign(order->m_params.cbegin(), order->m_params.cend());
+        order.reset();
+    } else if (!keep) {
+        m_orderParams.clear();
+        m_orderRowsLog.clear();
+        return;
+    }
+
+    QStringList requestKeys;
+    for (const QString &key : qAsConst(m_pendingQuotes)) {
+        if (!m_quoteRequests.contains(key))
+            requestKeys << key;
+    }
+
+    // A list sized without all its prices must not look sized. Position sells and futures carry
+    // volumes that do not depend on the price, so they keep theirs.
+    const bool positionSell = m_basketsCombo && m_basketsCombo->batchOp() == ETempBatchOrderFlags(BATCH_POSITION_SELL);
+    if (!requestKeys.isEmpty() && !positionSell && m_tradeOpType != TOT_FUTURE && m_tradeOpType != TOT_ONEKEY_FUTURE) {
+        for (CCodeOrderParam &line : m_orderParams)
+            line.m_volume = 0;
+    }
+
+    bool touchOrders = false;
+    for (const CCodeOrderParam &line : m_orderParams) {
+        if (line.m_touchType == 1 || line.m_touchType == 2) {
+            touchOrders = true;
+            break;
+        }
+    }
+    updateEntrustVisible(touchOrders);
+
+    for (const QString &key : qAsConst(requestKeys)) {
+        // Replacing a request releases the old one after the new one is live, so the quote
+        // service never sees the key without a subscriber in between.
+        m_quoteRequests.insert(key, CQuoteRequest::makeRequest(
+            key, boost::bind(&COpBasketParamsWidget::recalcOperationParams, this, boost::placeholders::_1)));
+    }
+    m_lastGenTime = static_cast<quint32>(getTimeService()->currentTime());
+}
+
+void COpBasketParamsWidget::deliverListChanged(int value)
+{
+    const QString firstItem = m_basketsCombo && m_basketsCombo->count() > 0 ? m_basketsCombo->itemText(0) : QString();
+    deliverEvent(1070, static_cast<int>(m_tradeOpType), value, firstItem, nullptr);
+}
+
+void COpBasketParamsWidget::recalculate(int value)
+{
+    genOperation();
+    deliverListChanged(value);
+}
+
+void COpBasketParamsWidget::updateBasketConfirmData()
+{
+    recalculate(0);
+}
+
+void COpBasketParamsWidget::recalcOperationParams(boost::shared_ptr<CPriceData> quote)
+{
+    if (!quote)
+        return;
+    Q_EMIT sigRecalcOperationParam(QString::fromStdString(utils::vqStockKey(quote->m_market, quote->m_stockCode)));
+}
+
+void COpBasketParamsWidget::slotRecalcOperationParam(QString stockKey)
+{
+    if (!m_pendingQuotes.remove(stockKey))
+        return;
+
+    if (m_basketsCombo && m_basketsCombo->batchOp() == ETempBatchOrderFlags(BATCH_CLIPBOARD) && !m_clipboardHasWeight) {
+        // Pasted rows without a weight column weigh by price.
+        QList<CBasketStockData> &rows = m_clipboardStocks[m_tradeOpType];
+        for (CBasketStockData &row : rows) {
+            if (row.key() != stockKey)
+                continue;
+            const auto quote = CQuoteClient::instance()->getStockPrice(stockKey);
+            if (quote && !ttservice::isEqual(quote->m_lastPrice, ttservice::NO_VALUE))
+                row.m_weight = quote->m_lastPrice;
+            break;
+        }
+    }
+    if (!m_pendingQuotes.isEmpty())
+        return;
+
+    bool fromCommand = false;
+    if (getUserConfig()->getRole() == kTraderRole) {
+        for (const CCodeOrderParam &line : m_orderParams) {
+            if (line.m_orderType == ttservice::ORDER_TYPE_INSTRUCTION) {
+                fromCommand = true;
+                break;
+            }
+        }
+    }
+
+    QString error;
+    std::unique_ptr<COpBasketOrder> order(createOrder(error));
+    m_pendingQuotes.clear();
+    if (fromCommand) {
+        updateParamsByCmd(false);
+    } else if (order) {
+        m_orderParams.assign(order->m_params.cbegin(), order->m_params.cend());
+    } else {
+        m_orderParams.clear();
+        return;
+    }
+    order.reset();
+    deliverListChanged(0);
+}
+
+std::vector<CCodeOrderParam> *COpBasketParamsWidget::getCodeOrderParams()
+{
+    // The per-line order blocks (time periods, single-code parameters) come with the mode
+    // widgets; without them the lines keep what the sizing gave them.
+    fillOrderParamPrice();
+    return &m_orderParams;
+}
+
+void COpBasketParamsWidget::updateCodeOrderParam()
+{
+    const quint32 now = static_cast<quint32>(getTimeService()->currentTime());
+    if (now - m_lastGenTime < 30)
+        return;
+    // The single-code block that refreshes the lines is one of the mode widgets; there is
+    // nothing to refresh while the form has none.
+}
+
+// --- filters and prices ---
+
+void COpBasketParamsWidget::filterStockParam(QList<CBasketStockData> &rows)
+{
+    for (auto it = rows.begin(); it != rows.end();) {
+        if (ttservice::StockTypeCenter::isTypedStock(kTypeShNotTradable, QStringLiteral("SH"), it->m_stockCode)
+            || ttservice::StockTypeCenter::isTypedStock(kTypeSzNotTradable, QStringLiteral("SZ"), it->m_stockCode)) {
+            it = rows.erase(it);
+            continue;
+        }
+        it->m_filtered = false;
+        ++it;
+    }
+    if (!m_replaceToolBar)
+        return;
+
+    if (m_replaceToolBar->isFilter()) {
+        for (CBasketStockData &row : rows) {
+            if (isStoppedStock(row.m_market, row.m_stockCode))
+                row.m_filtered = true;
+        }
+    }
+
+    const bool filterBlack = m_replaceToolBar->isFilterBlacklist();
+    const bool replaceBlack = m_replaceToolBar->isReplaceBlacklist();
+    if ((filterBlack || replaceBlack) && m_accountsWidget) {
+        const CBlackAndWhiteListService *lists = CBlackAndWhiteListService::instance();
+        QStringList displayIds;
+        for (const QString &key : m_accountsWidget->getSelectedAccounts()) {
+            if (const auto account = getUserConfig()->getAccountData(key))
+                displayIds << accountDisplayIDQs(*account);
+        }
+        // One account with the stock on its black list filters the row for all accounts; a
+        // black stock with a white replacement stays for the replacement engine.
+        for (const QString &displayId : qAsConst(displayIds)) {
+            for (CBasketStockData &row : rows) {
+                const QString key = row.key();
+                if (!lists->isBlackStock(displayId, key))
+                    continue;
+                if (filterBlack || lists->getWhiteStock(displayId, key).isEmpty())
+                    row.m_filtered = true;
+            }
+        }
+    }
+
+    const bool rise = m_replaceToolBar->isFilterZhangTing();
+    const bool fall = m_replaceToolBar->isFilterDieTing();
+    if (rise || fall) {
+        for (CBasketStockData &row : rows) {
+            const auto quote = CQuoteClient::instance()->getStockPrice(row.key());
+            if (!quote)
+                continue;
+            if (rise && isUpperLimitStock(row.m_market, row.m_stockCode, quote->m_lastPrice, quote->m_upStopPrice))
+                row.m_filtered = true;
+            if (fall && isLowerLimitStock(row.m_market, row.m_stockCode, quote->m_lastPrice, quote->m_downStopPrice))
+                row.m_filtered = true;
+        }
+    }
+}
+
+void COpBasketParamsWidget::requestQuotes(const QList<CBasketStockData> &rows)
+{
+    if (rows.isEmpty())
+        return;
+    QSet<QString> allKeys;
+    QSet<QString> newKeys;
+    for (const CBasketStockData &row : rows) {
+        if (!needsQuote(row))
+            continue;
+        const QString key = row.key();
+        allKeys.insert(key);
+        if (!m_quoteRequests.contains(key))
+            newKeys.insert(key);
+    }
+    if (!newKeys.isEmpty())
+        m_pendingQuotes = newKeys;
+
+    for (auto it = m_quoteRequests.begin(); it != m_quoteRequests.end();) {
+        if (allKeys.contains(it.key()))
+            ++it;
+        else
+            it = m_quoteRequests.erase(it);
+    }
+}
+
+void COpBasketParamsWidget::fillOrderParamPrice()
+{
+    for (CCodeOrderParam &line : m_orderParams) {
+        const auto quote = CQuoteClient::instance()->getStockPrice(
+            QString::fromStdString(utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode)));
+        if (!quote || line.m_priceType == ttservice::PRICE_TYPE_FIXED)
+            continue;
+        line.m_price = ttservice::CPriceDataHelper::getPriceForOrder(quote, line.m_priceType, line.m_operationType,
+                                                                     line.m_orderType, 0, nullptr);
+    }
+}
+
+// --- sizing ---
+
+bool COpBasketParamsWidget::fillBasketOrderParam(QVector<CCodeOrderParam> &params, QString &error)
+{
+    const QString name = currentBasketName();
+    if (name.isEmpty())
+        return false;
+    const QMap<QString, CBasketSetting> &baskets = getUserConfig()->baskets();
+    const auto it = baskets.constFind(name);
+    if (it == baskets.constEnd())
+        return false;
+    QList<CBasketStockData> rows = it->m_stocks;
+    filterStockParam(rows);
+    requestQuotes(rows);
+    return fillParamByStocks(rows, params, error, true);
+}
+
+double COpBasketParamsWidget::getTotalMoney(double available, double totalAsset, double netValue) const
+{
+    switch (getCurrentVolumnType()) {
+    case VT_MONEY:
+        return m_moneyCell ? m_moneyCell->toDouble() : ttservice::NO_VALUE;
+    case VT_AVAILABLE:
+        return m_ratioCell ? m_ratioCell->toDouble() / 100 * available : ttservice::NO_VALUE;
+    case VT_NET_VALUE:
+        return m_ratioCell ? m_ratioCell->toDouble() / 100 * netValue : ttservice::NO_VALUE;
+    case VT_ASSET_RATIO:
+        return m_assetRatioCell ? m_assetRatioCell->toDouble() / 100 * totalAsset : ttservice::NO_VALUE;
+    case VT_FUTURE_VALUE: {
+        if (!m_hedgeWidget)
+            return ttservice::NO_VALUE;
+        const double lots = m_contractCell ? m_contractCell->toDouble() : 0.0;
+        const QString code = m_hedgeWidget->getHedgeStockCode();
+        if (code.isEmpty())
+            return 0.0;
+        const auto info = CExchangeClient::instance()->getCodeInfo(code);
+        if (!info)
+            return 0.0;
+        const auto quote = CQuoteClient::instance()->getStockPrice(
+            QString::fromStdString(utils::vqStockKey(info->m_market, info->m_stockCode)));
+        if (!quote || !ttservice::hasValue(quote->m_lastPrice))
+            return 0.0;
+        return info->m_volumeMultiple * lots * quote->m_lastPrice;
+    }
+    default:
+        return ttservice::NO_VALUE;
+    }
+}
+
+int COpBasketParamsWidget::getTotalVolume(const CBasketStockData &stock, double sumWeight, double totalMoney,
+                                          int /*minUnit*/, double indexValue, int indexCount) const
+{
+    // The row total is a raw number of units: lots are rounded where it is divided over accounts.
+    if (!m_basketsCombo)
+        return 0;
+    if (m_basketsCombo->batchOp() == ETempBatchOrderFlags(BATCH_CUSTOM_GROUP))
+        return static_cast<int>(stock.m_volume);
+
+    const auto quote = CQuoteClient::instance()->getStockPrice(stock.key());
+    const double last = quote ? quote->m_lastPrice : ttservice::NO_VALUE;
+    const double w = stock.m_weight;
+
+    switch (getCurrentVolumnType()) {
+    case VT_COPIES:
+        return static_cast<int>(stock.m_volume * (m_copiesCell ? m_copiesCell->toDouble() : 0.0));
+    case VT_MONEY: {
+        if (!ttservice::hasValue(last) || ttservice::isZero(last) || ttservice::isZero(sumWeight))
+            return 0;
+        int volume = static_cast<int>((m_moneyCell ? m_moneyCell->toDouble() : 0.0) * w / last / sumWeight);
+        if (m_tradeOpType == TOT_FUTURE || m_tradeOpType == TOT_ONEKEY_FUTURE) {
+            // Contracts are looked up by code alone: futures codes are unique across exchanges.
+            const auto info = CExchangeClient::instance()->getCodeInfo(stock.m_stockCode);
+            if (info && info->m_volumeMultiple != 0x7fffffff && info->m_volumeMultiple != 0)
+                volume /= info->m_volumeMultiple;
+        }
+        return volume;
+    }
+    case VT_NET_VALUE:
+    case VT_AVAILABLE:
+    case VT_ASSET_RATIO:
+    case VT_FUTURE_VALUE:
+        if (ttservice::isZero(last) || ttservice::isZero(sumWeight))
+            return 0;
+        return static_cast<int>(totalMoney * w / last / sumWeight);
+    case VT_INDEX_UNIT: {
+        if (!m_totalLotsCell || !ttservice::hasValue(last) || ttservice::isZero(last))
+            return 0;
+        const int lots = m_totalLotsCell->toInt();
+        return static_cast<int>(lots * indexValue * indexCount * (w / sumWeight) / last);
+    }
+    default:
+        return 0;
+    }
+}
+
+void COpBasketParamsWidget::getIndexDataByBasket(double &indexValue, int &indexCount) const
+{
+    const QMap<QString, CBasketSetting> &baskets = getUserConfig()->baskets();
+    const auto it = baskets.constFind(currentBasketName());
+    if (it == baskets.constEnd())
+        return;
+    indexCount = getIndexVolume(it->m_indexMarket, it->m_indexCode);
+    const QString key = QString::fromStdString(
+        utils::vqStockKey(it->m_indexMarket.toStdString(), it->m_indexCode.toStdString()));
+    // A subscription made and dropped at once asks the quote service to hold the index.
+    CQuoteRequest::makeRequest(key, CQuoteRequest::Callback()).reset();
+    const auto quote = CQuoteClient::instance()->getStockPrice(key);
+    if (quote && ttservice::hasValue(quote->m_lastPrice))
+        indexValue = quote->m_lastPrice;
+}
+
+bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &stocks, QVector<CCodeOrderParam> &params,
+                                              QString &error, bool useSplit)
+{
+    params.clear();
+    QList<CBasketStockData> rows = stocks;
+
+    // Accounts in the order the picker shows them, so that the remainder of a split always
+    // goes to the same account.
+    std::vector<boost::shared_ptr<ttservice::CAccountInfo>> accounts;
+    std::vector<double> weights;
+    QStringList accountKeys;
+    double available = 0.0;
+    double totalAsset = 0.0;
+    double netValue = 0.0;
+    if (m_accountsWidget) {
+        const QSet<QString> selected = m_accountsWidget->getSelectedAccounts();
+        for (const QString &key : m_accountsWidget->getDisplayedAccounts()) {
+            if (!selected.contains(key))
+                continue;
+            const auto account = getUserConfig()->getAccountData(key);
+            if (account) {
+                accounts.push_back(account);
+                weights.push_back(m_accountsWidget->getAccountWeight(key));
+                accountKeys << key;
+            }
+            const auto data = account ? ttservice::TraderCenter::instance()->getDataCenter()->getAccountData(account->getKey())
+                                      : boost::shared_ptr<ttservice::CAccountData>();
+            const auto detail = data ? data->getAccountDetail() : boost::shared_ptr<ttservice::CAccountDetail>();
+            if (!detail)
+                continue;
+            available += valueOrZero(detail->m_available);
+            totalAsset += valueOrZero(detail->m_totalAsset);
+            const auto product = getUserConfig()->getAccountProduct(*account);
+            if (!product)
+                continue;
+            const auto record = boost::dynamic_pointer_cast<ttservice::CProductNetValue>(
+                data->getData(ttservice::DATA_TYPE_PRODUCT_NET_VALUE, ttservice::CProductNetValue::genKey(product->m_productId)));
+            if (record)
+                netValue += valueOrZero(record->m_netValue);
+        }
+    }
+
+    double sumWeight = 0.0;
+    for (const CBasketStockData &row : qAsConst(rows)) {
+        if (!row.m_filtered)
+            sumWeight += row.m_weight;
+    }
+    const bool fixedPrice = !rows.isEmpty() && rows.first().m_useFixedPrice;
+    const double totalMoney = getTotalMoney(available, totalAsset, netValue);
+
+    const bool oneAccountAll = m_tradeOpType == TOT_ALL && accounts.size() == 1;
+    double oneKeyMoney = 0.0;
+    if (oneAccountAll) {
+        oneKeyMoney = calcOneKeyAvailableMoney(rows, accountKeys.first(), sumWeight, totalMoney);
+        if (oneKeyMoney <= 0) {
+            for (CBasketStockData &row : rows)
+                row.m_volume = 0;
+        }
+    }
+
+    double indexValue = 0.0;
+    int indexCount = 1;
+    if (getCurrentVolumnType() == VT_INDEX_UNIT)
+        getIndexDataByBasket(indexValue, indexCount);
+
+    const bool touchModule = luawrapper::LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_market_if_touched"});
+    const std::string userId = getUserConfig()->getUserId();
+    const auto hedgeFlag = ttservice::HEDGE_FLAG_SPECULATION; // the button bar's choice, once it is there
+    auto priceType = ttservice::PRICE_TYPE_NONE;
+    auto orderType = ttservice::ORDER_TYPE_NORMAL;
+    QStringList rowsLog;
+    double stoppedMoney = 0.0;
+
+    for (const CBasketStockData &source : qAsConst(rows)) {
+        CBasketStockData row = source;
+        const QString key = row.key();
+        const std::string market = row.m_market.toStdString();
+        const std::string code = row.m_stockCode.toStdString();
+        const auto quote = CQuoteClient::instance()->getStockPrice(key);
+        const double refPrice = quote && ttservice::hasValue(quote->m_lastPrice) ? quote->m_lastClose : ttservice::NO_VALUE;
+
+        const int volume = getTotalVolume(row, sumWeight, totalMoney, ttservice::getTradeMinUnit(market, code),
+                                          indexValue, indexCount);
+        if (volume < 0)
+            continue; // a total beyond the range of an int
+
+        ttservice::CStockInfo stockInfo;
+        if (const auto info = CExchangeClient::instance()->getCodeInfo(key)) {
+            stockInfo.m_market = info->m_market;
+            stockInfo.m_exchangeId = info->m_stockCode;
+            stockInfo.m_stockCode = info->m_stockCode;
+            stockInfo.m_stockName = info->m_stockName;
+        }
+        if (!row.m_filtered && CQuoteClient::instance()->isStoppedStock(
+                QString::fromStdString(utils::vqStockKey(stockInfo.m_market, stockInfo.m_stockCode))))
+            stoppedMoney += volume * refPrice;
+
+        // The price and order types come from the mode blocks of the tab; without them the
+        // service's default price is asked for.
+        const double calcPrice = quote ? quote->getPriceForCalc(priceType, static_cast<ttservice::EOperationType>(m_operationType),
+                                                                orderType, 0, nullptr)
+                                       : ttservice::NO_VALUE;
+        const double price = ttservice::isZero(calcPrice) ? ttservice::NO_VALUE : calcPrice;
+
+        auto operation = static_cast<ttservice::EOperationType>(m_operationType);
+        if (m_operationType == -1)
+            operation = row.m_operationType;
+
+        std::vector<int> split;
+        if (oneAccountAll && isBuy(operation)) {
+            if (volume > 0 && oneKeyMoney > ttservice::DOUBLE_EPSILON) {
+                std::string calcError;
+                const auto data = ttservice::TraderCenter::instance()->getDataCenter()->getAccountData(accounts.front()->getKey());
+                long long canBuy = ttservice::TraderCenter::instance()->getCalculator()->calcBuyVolume(
+                    data, oneKeyMoney, market, code, price, calcError, volume);
+                if (canBuy == ttservice::ICalculator::NO_VOLUME)
+                    canBuy = 0;
+                if (canBuy > 0) {
+                    const int unit = std::max(1, ttservice::getTradeMinUnit(market, code));
+                    canBuy = canBuy / unit * unit;
+                }
+                split.push_back(static_cast<int>(canBuy));
+            } else {
+                split.push_back(0);
+            }
+        } else {
+            utils::TTError splitError;
+            split = CTradeClient::instance()->splitEntrusts(volume, price, priceType, accounts, weights,
+                                                            m_accountsWidget ? m_accountsWidget->splitType() : 0,
+                                                            market, code, operation, ttservice::HEDGE_FLAG_SPECULATION,
+                                                            splitError, orderType);
+        }
+        if (split.empty())
+            split.assign(accounts.size(), 0);
+        if (split.size() != accounts.size())
+            continue;
+
+        CCodeOrderParam templateLine;
+        templateLine.m_userId = userId;
+        templateLine.m_hedgeFlag = hedgeFlag;
+        templateLine.m_stockInfo = stockInfo;
+        templateLine.m_touchPrice = row.m_touchPrice;
+        if (touchModule)
+            templateLine.m_touchType = row.m_touchType;
+        // The connect, credit and one-key futures blocks price their lines themselves; a
+        // one-key futures row of neither direction falls to the plain stock block.
+        const bool directed = row.m_operationType == ttservice::OT_BUY || row.m_operationType == ttservice::OT_SELL;
+        const bool rowPriceApplied = m_tradeOpType != TOT_HGT && m_tradeOpType != TOT_SGT && m_tradeOpType != TOT_CREDIT
+            && !(m_tradeOpType == TOT_ONEKEY_FUTURE && directed);
+
+        for (size_t k = 0; k < accounts.size(); ++k) {
+            const boost::shared_ptr<ttservice::CAccountInfo> &account = accounts[k];
+            if (!row.m_accountKey.empty() && row.m_accountKey != account->getKey())
+                continue;
+            const int64_t lineVolume = useSplit ? split[k] : volume;
+            CCodeOrderParam line = templateLine;
+            if (rowPriceApplied && fixedPrice) {
+                line.m_priceType = ttservice::PRICE_TYPE_FIXED;
+                line.m_price = row.m_price;
+            }
+            line.m_operationType = static_cast<ttservice::EOperationType>(m_operationType);
+            if (m_operationType == -1) {
+                switch (m_tradeOpType) {
+                case TOT_ALL:
+                case TOT_HGT:
+                case TOT_SGT:
+                    line.m_operationType = row.m_operationType;
+                    break;
+                case TOT_CREDIT:
+                    line.m_operationType = row.m_operationType == ttservice::OT_BUY ? ttservice::EOperationType(20)
+                                                                                    : ttservice::EOperationType(21);
+                    break;
+                default:
+                    break;
+                }
+            }
+            line.m_account = account;
+            line.m_volume = lineVolume;
+            if (lineVolume < 0)
+                continue;
+            params.push_back(line);
+            row.m_accountDisplayId = accountDisplayIDQs(*account);
+            rowsLog << row.toString();
+        }
+    }
+
+    calcReplaceEtf(stoppedMoney, accounts, params, weights);
+    calcReplaceBlacklist(params);
+    m_orderRowsLog = rowsLog.join(QLatin1Char('|')).toStdString();
+    Q_UNUSED(error);
+    return true;
+}
+
+void COpBasketParamsWidget::fillCompParams(CCodeOrderParam *, ttservice::EOperationType)
+{
+    // A line's order parameters are rebuilt by the block of its operation, one of the mode
+    // widgets; without them the line keeps what it has.
+}
+
+// --- sources of rows and engines that come with later blocks ---
+
+// The batch lists, the clipboard, the custom group and the replacement engines have sources of
+// their own that the panel does not hold yet: each gives an empty list, never an error.
+bool COpBasketParamsWidget::fillBatchBuyParam(QVector<CCodeOrderParam> &, QString &) { return true; }
+bool COpBasketParamsWidget::fillBatchSellParam(QVector<CCodeOrderParam> &, QString &) { return true; }
+bool COpBasketParamsWidget::fillPositionSellParam(QVector<CCodeOrderParam> &, QString &) { return true; }
+bool COpBasketParamsWidget::fillClipboard(QVector<CCodeOrderParam> &, QString &) { return true; }
+bool COpBasketParamsWidget::fillBatchBuySellParam(QVector<CCodeOrderParam> &, QString &) { return true; }
+bool COpBasketParamsWidget::fillCustomGroupParam(QVector<CCodeOrderParam> &, QString &) { return true; }
+
+double COpBasketParamsWidget::calcOneKeyAvailableMoney(const QList<CBasketStockData> &, const QString &accountKey,
+                                                       double, double totalMoney) const
+{
+    // Until the account limits are in, the money of a one-key order is what the sizing mode
+    // gives, or all the account has available when the mode names no amount.
+    if (ttservice::hasValue(totalMoney))
+        return totalMoney;
+    const auto account = getUserConfig()->getAccountData(accountKey);
+    const auto data = account ? ttservice::TraderCenter::instance()->getDataCenter()->getAccountData(account->getKey())
+                              : boost::shared_ptr<ttservice::CAccountData>();
+    const auto detail = data ? data->getAccountDetail() : boost::shared_ptr<ttservice::CAccountDetail>();
+    return detail ? valueOrZero(detail->m_available) : 0.0;
+}
+
+void COpBasketParamsWidget::calcReplaceEtf(double, const std::vector<boost::shared_ptr<ttservice::CAccountInfo>> &,
+                                           QVector<CCodeOrderParam> &, const std::vector<double> &)
+{
+}
+
+void COpBasketParamsWidget::calcReplaceBlacklist(QVector<CCodeOrderParam> &)
+{
+}
+
+bool COpBasketParamsWidget::updateParamsByCmd(bool)
+{
+    return false;
+}
+
+void COpBasketParamsWidget::updateParamsByAccount()
+{
+}
+
+void COpBasketParamsWidget::updateAccountsSlo()
+{
+}
+
+void COpBasketParamsWidget::setParities()
+{
+}
+
+} // namespace TC

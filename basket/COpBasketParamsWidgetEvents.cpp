@@ -1,0 +1,302 @@
+// The form's reactions to its children: when the list is recalculated, when the tab changes,
+// and what the operator's log records.
+#include "COpBasketParamsWidget.h"
+
+#include "COpBasketsComboBox.h"
+
+#include "CAlgorithmHelpDialog.h"
+#include "CCommonHelpDialog.h"
+#include "CComboBox.h"
+#include "CLogCenter.h"
+#include "CMessageTip.h"
+#include "COpAccountsWidget.h"
+#include "COpBasketFutureParamsWidget.h"
+#include "COpBasketHedgeSettingWidget.h"
+#include "CParameterCell.h"
+#include "CPushButton.h"
+#include "CSimpleTextWidget.h"
+#include "ChineseNumerals.h"
+#include "CUserConfig.h"
+#include "LuaModuleCtrl.h"
+
+#include "DoubleCompare.h"
+
+#include <boost/format.hpp>
+
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace TC {
+namespace {
+
+constexpr int kTraderRole = 200;
+constexpr int kSystemBasketFlag = 64;
+
+bool isConnectWord(quint64 word)
+{
+    return word == TOT_HGT || word == TOT_SGT;
+}
+
+int pickerBrokerTypeOf(quint64 word)
+{
+    switch (word) {
+    case TOT_HGT:
+        return ttservice::BROKER_TYPE_HGT;
+    case TOT_SGT:
+        return ttservice::BROKER_TYPE_SGT;
+    case TOT_FUTURE:
+    case TOT_ONEKEY_FUTURE:
+        return ttservice::BROKER_TYPE_FUTURE;
+    default:
+        return ttservice::BROKER_TYPE_STOCK;
+    }
+}
+
+// The log text of a committed cell, by the cell's id; null for cells that are not logged.
+const char *cellLogText(int id)
+{
+    switch (id) {
+    case 19:
+        return "User %1% Modify basket copies: %2%";
+    case 58:
+        return "User %1% Modify total money: %2%";
+    case 59:
+        return "User %1% Modify trade percentage rate: %2%";
+    case 51:
+        return "User %1% Modify sell percentage rate: %2%";
+    case 91:
+        return "User %1% Modify command percentage rate: %2%";
+    case 93:
+        return "User %1% Modify contract percentage rate: %2%";
+    default:
+        return nullptr;
+    }
+}
+
+// Keeps a pop-up that was placed against an anchor on the anchor's screen: one that would
+// stick out above or to the left is moved back by the two widgets' extents.
+void keepOnScreen(QWidget *popup, const QWidget *anchor)
+{
+    const QScreen *screen = QGuiApplication::screenAt(popup->geometry().center());
+    if (!screen)
+        screen = anchor->screen();
+    if (!screen)
+        return;
+    const QRect available = screen->availableGeometry();
+    QRect frame = popup->geometry();
+    if (frame.bottom() <= available.bottom() && frame.top() < available.top())
+        frame.translate(0, popup->height() + anchor->height());
+    if (frame.right() <= available.right() && frame.left() < available.left())
+        frame.translate(popup->width() + anchor->width(), 0);
+    popup->move(frame.topLeft());
+}
+
+} // namespace
+
+void COpBasketParamsWidget::logUserAction(const boost::format &text)
+{
+    TT_LOG_INFO(this, "TC::COpBasketParamsWidget::handleEvent", "basket\\COpBasketParamsWidget", text);
+}
+
+// The amount of the money cell in words beside the cell, while it holds a usable amount.
+void COpBasketParamsWidget::showMoneyTip()
+{
+    if (!m_moneyTip || !m_moneyCell)
+        return;
+    const double money = m_moneyCell->toDouble();
+    const bool usable = !m_moneyCell->toString().isEmpty() && !ttservice::isZero(money)
+        && !ttservice::isEqual(money, ttservice::NO_VALUE) && !ttservice::isEqual(money, double(0x7fffffff));
+    if (usable)
+        m_moneyTip->showTip(utils::numToChinese(static_cast<double>(static_cast<long long>(money))), 68, 3, 2, 300, 1);
+    else
+        m_moneyTip->hide();
+}
+
+bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString text, void *data)
+{
+    const QString userId = QString::fromStdString(getUserConfig()->getUserId());
+    switch (event) {
+    case 5: {
+        const quint64 idWord = static_cast<quint64>(static_cast<quint32>(id));
+        if ((idWord & TOT_ALL_TABS_MASK) != 0) {
+            if ((idWord & 0xe00) == 0 && m_entrustCombo) {
+                m_entrustCombo->hide();
+                if (m_entrustLabel)
+                    m_entrustLabel->hide();
+            }
+            const quint64 word = isConnectWord(idWord) ? getGgtTradeOpType(m_ggtOpType) : idWord;
+            saveHedgeParam();
+            setCurrentOperationType(word);
+            if (m_basketsCombo) {
+                if (isShowSystemBasket(idWord)) {
+                    m_basketsCombo->setBatchOp(kSystemBasketFlag, true);
+                } else {
+                    m_basketsCombo->setBatchOp(BATCH_NONE, true);
+                    m_basketsCombo->reSetFlag(m_basketsCombo->getAllFlag() & ~ETempBatchOrderFlags(QFlag(kSystemBasketFlag)));
+                }
+            }
+            setPickerBrokerType(pickerBrokerTypeOf(word));
+            loadHedgeParam();
+            deliverEvent(1072, 0, static_cast<int>(word), QString(), nullptr);
+            recalculate(0);
+            logUserAction(boost::format("User %1% Modify tradeOperType: %2%") % userId.toStdString() % word);
+        } else if (id == 2) {
+            m_locked = !m_locked;
+            if (m_hedgeWidget)
+                m_hedgeWidget->setLocked(m_locked);
+            // The ratio cell stays as it is: it is shared with modes the lock does not fix.
+            for (QWidget *widget : std::initializer_list<QWidget *>{m_basketsCombo, m_volumnCombobox, m_copiesCell, m_moneyCell,
+                                                                    m_sellRatioCell, m_assetRatioCell, m_contractCell}) {
+                if (widget)
+                    widget->setEnabled(!m_locked);
+            }
+        } else if (id == 62) {
+            CCommonHelpDialog::doHelp();
+        }
+        // Id 9 (expand the order blocks) and id 107 (position exchange) act on blocks the form
+        // creates with its mode widgets; without them there is nothing to do.
+        const quint64 tab = m_tradeOpType;
+        if (m_accountsWidget)
+            m_accountsWidget->setShowToolBar(tab != TOT_ONEKEY_FUTURE && tab != TOT_FUTURE && tab != TOT_ALL && tab != TOT_CREDIT);
+        if (tab == TOT_BUY || tab == TOT_SELL || tab == TOT_ALL)
+            updateParamsByCmd(true);
+        updateCmdParamVisible();
+        return true;
+    }
+    case 64:
+        if (id == 17 && m_volumnCombobox) {
+            const int mode = getCurrentVolumnType();
+            setItemsVisible(mode, 1);
+            if (mode == VT_MONEY)
+                showMoneyTip();
+            logUserAction(boost::format("User %1% Modify trade volumnType index : %2%, Text: %3%") % userId.toStdString()
+                          % m_volumnCombobox->currentIndex() % m_volumnCombobox->currentText().toStdString());
+            recalculate(0);
+            return true;
+        }
+        if (id == 81 && m_tradeOpType == TOT_CREDIT
+            && (m_operationType == 21 || m_operationType == 22 || m_operationType == 1010 || m_operationType == 1011)) {
+            setCurrentOperationType(TOT_CREDIT);
+            recalculate(0);
+            return true;
+        }
+        break;
+    case 103: {
+        const char *logText = cellLogText(id);
+        if (id == 19 || id == 51 || id == 58 || id == 59 || id == 63 || id == 91) {
+            recalculate(0);
+        } else if (id != 93) {
+            break;
+        }
+        // The contract cell only takes effect at the next recalculation another change causes.
+        if (logText)
+            logUserAction(boost::format(logText) % userId.toStdString() % text.toStdString());
+        return true;
+    }
+    case 107:
+        if (id == 58 && getCurrentVolumnType() == VT_MONEY && m_moneyTip)
+            showMoneyTip();
+        if (m_accountsWidget) {
+            const quint64 tab = m_tradeOpType;
+            m_accountsWidget->setShowToolBar(tab != TOT_ONEKEY_FUTURE && tab != TOT_FUTURE && tab != TOT_ALL && tab != TOT_CREDIT);
+        }
+        return true;
+    case 114:
+        updateCmdParamVisible();
+        recalculate(0);
+        return true;
+    case 220:
+        CAlgorithmHelpDialog::doHelp();
+        return true;
+    case 1088:
+        recalculate(value);
+        return true;
+    case 1137:
+        if (id == 5) {
+            if (m_expandBtn)
+                m_expandBtn->setVisible(value == 1);
+            if (m_accountsWidget)
+                m_accountsWidget->setEnabled(value != 2);
+        } else if (id == 6 && luawrapper::LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_compose_hedge"})) {
+            if (m_hedgeWidget)
+                m_hedgeWidget->setAutoHedge(value == 1);
+            resetVolumnTypeByAutoHedge();
+            resetLayout();
+        } else if (id == 7 && m_accountsWidget) {
+            m_accountsWidget->setVisible(value == 1);
+        }
+        return true;
+    case 1139: {
+        if (!m_basketsCombo || !m_volumnCombobox)
+            return true;
+        if (m_operationType == 21
+            && luawrapper::LuaModuleCtrl::checkModule({"mdl_auth", "mdl_auth_query_sellsecutities_for_slosell"}))
+            updateAccountsSlo();
+        resetVolumnCombobox();
+        setItemsVisible(getCurrentVolumnType(), value);
+        const int batch = static_cast<int>(m_basketsCombo->batchOp());
+        enableWidgetForExchangePosition(batch != BATCH_BUY_SELL && batch != BATCH_CUSTOM_GROUP);
+        m_tabBaskets[m_tradeOpType] = static_cast<int>(m_basketsCombo->getAllFlag());
+        if (m_accountsWidget)
+            m_accountsWidget->setEnabled(value != 2);
+        logUserAction(boost::format("User %1% Modify basket: %2%") % userId.toStdString()
+                      % m_basketsCombo->currentText().toStdString());
+        recalculate(value);
+        return true;
+    }
+    case 1142:
+        // The patch settings pop-up comes with the button bar it is placed against.
+        return true;
+    case 1143:
+        if (!m_hedgeWidget)
+            return true;
+        if (!m_hedgeSetting) {
+            m_hedgeSetting = new COpBasketHedgeSettingWidget(this);
+            m_hedgeSetting->setHedgeWidget(m_hedgeWidget);
+        }
+        m_hedgeSetting->load();
+        m_hedgeSetting->show();
+        m_hedgeSetting->move(m_hedgeWidget->mapToGlobal(m_hedgeWidget->rect().bottomLeft())
+                             - QPoint(m_hedgeSetting->width(), m_hedgeSetting->height()));
+        keepOnScreen(m_hedgeSetting, m_hedgeWidget);
+        return true;
+    case 1146:
+    case 1149:
+    case 1203:
+        // The position exchange dialog and the buy and sell order tables answer these; the form
+        // has none of them yet, so there is nothing to pass on.
+        return true;
+    case 1147:
+        setCurrentOperationType(m_tradeOpType);
+        recalculate(0);
+        return true;
+    case 1167:
+        if (m_basketsCombo && m_basketsCombo->batchOp() == ETempBatchOrderFlags(BATCH_BUY_SELL))
+            m_basketsCombo->setBatchOp(BATCH_NONE, true);
+        if (m_basketsCombo && isConnectWord(m_tradeOpType) && getUserConfig()->getRole() != kTraderRole) {
+            const int brokerType = pickerBrokerTypeOf(m_tradeOpType);
+            if (m_basketsCombo->getBrokerType() != brokerType)
+                m_basketsCombo->setBatchOp(BATCH_NONE, true);
+            setPickerBrokerType(brokerType);
+        }
+        genOperation();
+        updateParamsByAccount();
+        deliverListChanged(0);
+        setParities();
+        return true;
+    case 1168: {
+        const quint64 word = getGgtTradeOpType(static_cast<quint64>(value));
+        m_ggtOpType = word;
+        if (m_accountsWidget)
+            m_accountsWidget->setTradeOpType(word);
+        setCurrentOperationType(word);
+        return true;
+    }
+    default:
+        break;
+    }
+    return WK::CBaseWidget::handleEvent(event, id, value, text, data);
+}
+
+} // namespace TC
