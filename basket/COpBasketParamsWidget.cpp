@@ -124,6 +124,7 @@ void COpBasketParamsWidget::createUi()
     if (hasHedgePermission())
         m_hedgeWidget = new COpBasketFutureParamsWidget(6, 1, this);
     auto *bottomStrip = new WK::CJiuGongImageWidget(1, QStringLiteral("img_white_widget_bg"), 2, 28, 2, 27, this);
+    m_bottomStrip = bottomStrip;
 
     createTabs();
     m_settingBar->setTopLineVisible(false);
@@ -523,11 +524,6 @@ void COpBasketParamsWidget::setCommand(const std::string &key, quint64 word)
 void COpBasketParamsWidget::setEnableForCommand(bool enable)
 {
     m_commandEnabled = enable;
-}
-
-bool COpBasketParamsWidget::checkPatch(const QString &, quint64 &, bool)
-{
-    return false;
 }
 
 void COpBasketParamsWidget::setBatchOp(QFlags<ETempBatchOrderFlag> flags, bool select)

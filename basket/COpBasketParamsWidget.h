@@ -134,7 +134,15 @@ public:
 
     void setCommand(const std::string &key, quint64 word);
     void setEnableForCommand(bool enable);
+    // --- checks before an order is generated or a paste is taken ---
+    bool check(QString &error, QString &log);
+    // False when the accounts' available money does not cover what the list buys.
+    bool checkOrderValid(std::vector<ttservice::CCodeOrderParam> &params);
+    // Parses pasted rows of unfilled volume and keeps them as the tab's clipboard list.
     bool checkPatch(const QString &text, quint64 &word, bool fromCommand);
+    quint64 getCommandOperationType(const QList<CBasketStockData> &rows) const;
+    const QMap<quint64, QList<CBasketStockData>> &clipboardStocks() const { return m_clipboardStocks; }
+    bool clipboardHasWeight() const { return m_clipboardHasWeight; }
     void setBatchOp(QFlags<ETempBatchOrderFlag> flags, bool select);
     void saveHedgeParam();
     void loadHedgeParam();
@@ -221,6 +229,7 @@ private:
     void updateAccountsSlo();
     void setParities();
     void logUserAction(const boost::format &text);
+    void reportCheckFailure(const QString &message, QString &error, QWidget *tipAnchor);
     void showMoneyTip();
 
     quint64 m_tradeOpType = TOT_BUY;
@@ -233,6 +242,8 @@ private:
     bool m_expanded = false;
     COpAccountsWidget *m_accountsWidget = nullptr;
     WK::CBaseWidget *m_otherParams = nullptr;
+    // The strip at the bottom that holds the order buttons.
+    QWidget *m_bottomStrip = nullptr;
     COpBasketFutureParamsWidget *m_hedgeWidget = nullptr;
     COpBasketHedgeSettingWidget *m_hedgeSetting = nullptr;
     COpBasketReplaceStockToolBar *m_replaceToolBar = nullptr;

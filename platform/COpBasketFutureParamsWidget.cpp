@@ -6,6 +6,7 @@
 
 #include "CCheckBox.h"
 #include "CComboBox.h"
+#include "CMessageTip.h"
 #include "CParameterCell.h"
 #include "CSimpleTextWidget.h"
 
@@ -167,6 +168,18 @@ bool COpBasketFutureParamsWidget::fillHedgeParam(ttservice::CBasketHedgeParam &p
     param.m_hedgeRatio = hedgeRatio();
     param.m_contractVolume = m_contractVolume;
     return true;
+}
+
+bool COpBasketFutureParamsWidget::check(QString &error) const
+{
+    if (!isAutoHedgeCheck())
+        return true;
+    const QString code = hedgeContractCode();
+    if (!code.isEmpty() && CExchangeClient::instance()->getCodeInfo(getHedgeStockCode()))
+        return true;
+    error = code.isEmpty() ? QStringLiteral("请选择对冲合约!") : QStringLiteral("对冲合约 %1 不存在!").arg(code);
+    WK::CMessageTip::showTip(m_contractCombo, 65, error, 1, 2, 300);
+    return false;
 }
 
 QString COpBasketFutureParamsWidget::getHedgeStockCode() const

@@ -73,6 +73,9 @@ public:
     // empty without a contract. The market is the instrument service's for the code, else the
     // financial futures exchange "CFFEX".
     QString getHedgeStockCode() const;
+    // Whether a checked hedge can be placed: it needs a contract the instrument service knows.
+    // On failure the text goes to error and a tip at the contract tells the user.
+    bool check(QString &error) const;
 
     // The parameters as text, "code,ratio,type,lots" ("IF2401,100,0,0"): no "*", "|", "/" or ";"
     // so that the form's own texts can hold it. The check state is not part of it.

@@ -30,6 +30,8 @@ public:
     double m_price = ttservice::NO_VALUE;
     bool m_useFixedPrice = false; // read from the first row for the whole list
     std::string m_accountKey;     // empty: every account; else this one account
+    int m_entrustBs = 48;         // side of a pasted row: 48 buy, 49 sell
+    ttservice::EHedge_Flag_Type m_hedgeFlag = ttservice::HEDGE_FLAG_SPECULATION; // of a pasted futures row
 
     // The stock key of the row.
     QString key() const;

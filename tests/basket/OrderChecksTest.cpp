@@ -1,0 +1,324 @@
+#include "COpBasketParamsWidget.h"
+#include "COpBasketsComboBox.h"
+
+#include "CExchangeClient.h"
+#include "CMessageBox.h"
+#include "CMsgService.h"
+#include "COpAccountsWidget.h"
+#include "COpBasketFutureParamsWidget.h"
+#include "CParameterCell.h"
+#include "CQuoteClient.h"
+#include "CTradeClient.h"
+#include "CUserConfig.h"
+#include "LuaModuleCtrl.h"
+#include "SubstituteFixture.h"
+
+#include <memory>
+
+using namespace TC;
+using ttservice::CCodeOrderParam;
+
+namespace {
+
+void addInstrument(const char *market, const char *code, const char *name = "")
+{
+    ttservice::CInstrumentDetail detail;
+    detail.m_market = market;
+    detail.m_stockCode = code;
+    detail.m_stockName = name;
+    CExchangeClient::instance()->addInstrument(detail);
+}
+
+void setQuote(const char *market, const char *code, double last)
+{
+    CPriceData quote;
+    quote.m_market = market;
+    quote.m_stockCode = code;
+    quote.m_lastPrice = last;
+    CQuoteClient::instance()->setStockPrice(quote);
+}
+
+class OrderChecks : public SubstituteTest
+{
+protected:
+    void SetUp() override
+    {
+        SubstituteTest::SetUp();
+        getUserConfig()->setRole(90);
+        luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_order", "mdl_order_compose_basket_buy_sell",
+                                                           "mdl_order_compose_futures", "mdl_order_compose_hedge"},
+                                                          true);
+        getUserConfig()->setUserAuth(1, true);
+        form = std::make_unique<COpBasketParamsWidget>(nullptr);
+    }
+
+    void addAccount(const std::string &key, double available, const std::string &name = std::string())
+    {
+        ttservice::CAccountInfo info;
+        info.m_accountKey = key;
+        info.m_accountId = key + "-id";
+        info.m_accountName = name;
+        info.m_brokerType = ttservice::BROKER_TYPE_STOCK;
+        ttservice::CAccountDetail detail;
+        detail.m_available = available;
+        getUserConfig()->addAccount(info, detail);
+        form->refreshAccounts();
+        form->accountsWidget()->setSelectedAccount(QString::fromStdString(key), true);
+    }
+
+    void storeBasket(const QString &name, int rows)
+    {
+        CBasketSetting basket;
+        basket.m_name = name;
+        for (int i = 0; i < rows; ++i) {
+            CBasketStockData row;
+            row.m_market = QStringLiteral("SH");
+            row.m_stockCode = QString::number(600000 + i);
+            basket.m_stocks << row;
+        }
+        getUserConfig()->baskets().insert(name, basket);
+        form->updateBasketSetting();
+    }
+
+    bool runCheck()
+    {
+        error.clear();
+        log.clear();
+        return form->check(error, log);
+    }
+
+    QString lastMessage() const
+    {
+        const auto &shown = getMsgService()->shownMessages();
+        return shown.empty() ? QString() : shown.back().m_text;
+    }
+
+    CCodeOrderParam line(const char *code, int operation, int64_t volume)
+    {
+        CCodeOrderParam l;
+        l.m_stockInfo = ttservice::CStockInfo("SH", code);
+        l.m_operationType = static_cast<ttservice::EOperationType>(operation);
+        l.m_volume = volume;
+        return l;
+    }
+
+    std::unique_ptr<COpBasketParamsWidget> form;
+    QString error;
+    QString log;
+};
+
+} // namespace
+
+// --- check ---
+
+TEST_F(OrderChecks, AccountsMustBeChosenAndLoggedIn)
+{
+    storeBasket(QStringLiteral("b"), 1);
+    form->basketsCombo()->setBasket(QStringLiteral("b"), false);
+    EXPECT_FALSE(runCheck());
+    EXPECT_EQ(error, QStringLiteral("您没有选择任何账号!"));
+    EXPECT_EQ(lastMessage(), error);
+
+    // The batch-sell list brings its own accounts.
+    form->basketsCombo()->setBatchOp(BATCH_SELL, false);
+    EXPECT_TRUE(runCheck());
+
+    form->basketsCombo()->setBasket(QStringLiteral("b"), false);
+    addAccount("a1", 0, "主账户");
+    addAccount("a2", 0);
+    CTradeClient::instance()->setLoginStatus("a2", ttservice::LOGIN_STATUS_DISCONNECTED);
+    EXPECT_FALSE(runCheck());
+    EXPECT_EQ(error, QStringLiteral("账号 [a2-id] 尚未登录, 下单无法完成!")) << "without a name the account id stands";
+    CTradeClient::instance()->setLoginStatus("a2", ttservice::LOGIN_STATUS_READY);
+    EXPECT_TRUE(runCheck());
+    EXPECT_EQ(log, QStringLiteral("basket=b, copies=1"));
+}
+
+struct BasketCase
+{
+    const char *name;
+    int role;
+    const char *basket; // the picker's text; null: nothing chosen
+    int rows;           // rows of the stored basket; -1: not stored
+    const char *error;  // empty: passes
+};
+
+class BasketChecks : public OrderChecks, public ::testing::WithParamInterface<BasketCase>
+{
+};
+
+TEST_P(BasketChecks, BasketMustBeStoredAndHoldStocksForManagers)
+{
+    const BasketCase c = GetParam();
+    getUserConfig()->setRole(c.role);
+    addAccount("a1", 0);
+    const QString name = QString::fromUtf8(c.basket);
+    if (c.rows >= 0) {
+        storeBasket(name, c.rows);
+        form->basketsCombo()->setBasket(name, false);
+    }
+    form->basketsCombo()->setCurrentText(name);
+    EXPECT_EQ(runCheck(), QString::fromUtf8(c.error).isEmpty());
+    EXPECT_EQ(error, QString::fromUtf8(c.error));
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, BasketChecks,
+    ::testing::Values(BasketCase{"stored", 90, "b", 2, ""},
+                      BasketCase{"unknownName", 90, "nope", -1, "您选择的篮子不正确!"},
+                      BasketCase{"emptyBasket", 90, "b", 0, "您选择的篮子不包含任何股票!"},
+                      BasketCase{"traderUnstoredName", 200, "指令篮子", -1, ""},
+                      BasketCase{"traderEmptyText", 200, "", -1, "您选择的篮子不正确!"}),
+    [](const ::testing::TestParamInfo<BasketCase> &info) { return std::string(info.param.name); });
+
+TEST_F(OrderChecks, CopiesTruncateBeforeTheSignTest)
+{
+    addAccount("a1", 0);
+    storeBasket(QStringLiteral("b"), 1);
+    form->basketsCombo()->setBasket(QStringLiteral("b"), false);
+    WK::CParameterCell *copies = form->cell(COpBasketParamsWidget::CellCopies);
+    for (double value : {0.0, -0.5}) {
+        copies->setDouble(value);
+        EXPECT_TRUE(runCheck()) << value;
+    }
+    copies->setDouble(-1);
+    EXPECT_FALSE(runCheck());
+    EXPECT_EQ(error, QStringLiteral("篮子份数必须大于0!"));
+}
+
+TEST_F(OrderChecks, HedgeFailureStopsOnlyOffTheFuturesTabs)
+{
+    addAccount("a1", 0);
+    storeBasket(QStringLiteral("b"), 1);
+    form->basketsCombo()->setBasket(QStringLiteral("b"), false);
+    ASSERT_NE(form->hedgeWidget(), nullptr);
+    form->hedgeWidget()->setAutoHedge(true);
+    form->hedgeWidget()->setHedgeContractCode(QStringLiteral("IF9999"));
+    EXPECT_FALSE(runCheck()) << "an unknown contract cannot hedge a stock basket";
+
+    form->setCurrentOperationType(TOT_FUTURE);
+    ttservice::CAccountInfo futures;
+    futures.m_accountKey = "f1";
+    futures.m_brokerType = ttservice::BROKER_TYPE_FUTURE;
+    getUserConfig()->addAccount(futures);
+    form->refreshAccounts();
+    form->accountsWidget()->setSelectedAccount(QStringLiteral("f1"), true);
+    CBasketSetting basket;
+    basket.m_name = QStringLiteral("f");
+    basket.m_brokerType = ttservice::BROKER_TYPE_FUTURE;
+    basket.m_stocks << CBasketStockData();
+    getUserConfig()->baskets().insert(basket.m_name, basket);
+    form->updateBasketSetting();
+    form->basketsCombo()->setBasket(QStringLiteral("f"), false);
+    form->hedgeWidget()->setAutoHedge(true);
+    ASSERT_TRUE(form->hedgeWidget()->isAutoHedgeCheck());
+    EXPECT_TRUE(runCheck()) << "on the futures tab a failed hedge does not stop the order";
+    form->cell(COpBasketParamsWidget::CellCopies)->setDouble(-2);
+    EXPECT_FALSE(runCheck()) << "the later checks still run";
+}
+
+// --- checkOrderValid ---
+
+TEST_F(OrderChecks, MoneyCheckWithTheToleranceAndSellsPayingForBuys)
+{
+    addAccount("a1", 100000);
+    setQuote("SH", "600000", 1);
+    setQuote("SH", "600001", 100000.000005);
+    setQuote("SH", "600002", 100000.1);
+    std::vector<CCodeOrderParam> justOver = {line("600001", 18, 1)};
+    std::vector<CCodeOrderParam> tooMuch = {line("600002", 18, 1)};
+    std::vector<CCodeOrderParam> noQuote = {line("688888", 18, 1000000)};
+    EXPECT_TRUE(form->checkOrderValid(justOver));
+    EXPECT_FALSE(form->checkOrderValid(tooMuch));
+    EXPECT_TRUE(form->checkOrderValid(noQuote));
+
+    form->setCurrentOperationType(TOT_SELL);
+    EXPECT_TRUE(form->checkOrderValid(tooMuch)) << "sells need no money";
+
+    form->accountsWidget()->clearCheckStatus();
+    form->setCurrentOperationType(TOT_ALL);
+    std::vector<CCodeOrderParam> swap = {line("600000", 18, 100000), line("600000", 19, 100000)};
+    EXPECT_TRUE(form->checkOrderValid(swap));
+    swap[1].m_volume = 99999;
+    EXPECT_FALSE(form->checkOrderValid(swap));
+}
+
+// --- checkPatch ---
+
+class PatchChecks : public OrderChecks
+{
+protected:
+    void SetUp() override
+    {
+        OrderChecks::SetUp();
+        addInstrument("SZ", "000001", "平安银行");
+        addInstrument("SH", "600000", "浦发银行");
+        addInstrument("CFFEX", "IF2412", "沪深300股指2412");
+        setQuote("SZ", "000001", 12.5);
+    }
+
+    QList<CBasketStockData> stored(quint64 tab) const { return form->clipboardStocks().value(tab); }
+
+    int warnings() const { return WK::CMessageBox::records().size(); }
+};
+
+TEST_F(PatchChecks, RowsArePaddedLookedUpAndRead)
+{
+    quint64 tab = 0;
+    ASSERT_TRUE(form->checkPatch(QStringLiteral("1\t\t300\n600000\tx\t200\t0.4\t买入\n999999\t\t100\n600000\t\t100"),
+                                 tab, false));
+    EXPECT_EQ(tab, TOT_BUY);
+    const QList<CBasketStockData> rows = stored(TOT_BUY);
+    ASSERT_EQ(rows.size(), 2) << "unknown codes and repeated stocks are dropped";
+    EXPECT_EQ(rows[0].key(), QStringLiteral("000001.SZ"));
+    EXPECT_EQ(rows[0].m_stockName, QStringLiteral("平安银行"));
+    EXPECT_EQ(rows[0].m_volume, 300);
+    EXPECT_DOUBLE_EQ(rows[0].m_weight, 12.5) << "three columns weigh by the last price";
+    EXPECT_DOUBLE_EQ(rows[1].m_weight, 0.4);
+    EXPECT_EQ(rows[1].m_entrustBs, 48);
+    EXPECT_TRUE(form->clipboardHasWeight()) << "the last line decides";
+    EXPECT_EQ(warnings(), 0);
+}
+
+TEST_F(PatchChecks, FuturesRowsMayRepeatAndSevenColumnsCarryOperationAndHedge)
+{
+    form->setCurrentOperationType(TOT_FUTURE);
+    quint64 tab = 0;
+    ASSERT_TRUE(form->checkPatch(QStringLiteral("IF2412\t\t1\t1\t0\t6\t51\nIF2412\t\t2\t1\t1\t9\t49"), tab, false));
+    const QList<CBasketStockData> rows = stored(TOT_FUTURE);
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(rows[0].m_operationType, 6);
+    EXPECT_EQ(rows[0].m_hedgeFlag, 51);
+    EXPECT_EQ(rows[1].m_operationType, 9);
+}
+
+TEST_F(PatchChecks, WrongTypeIsRefusedAndWrongDirectionOnlyWarned)
+{
+    quint64 tab = 0;
+    EXPECT_FALSE(form->checkPatch(QStringLiteral("IF2412\t\t1"), tab, false));
+    ASSERT_EQ(warnings(), 1);
+    EXPECT_EQ(WK::CMessageBox::records().back().text,
+              QStringLiteral("复制的未成量交易类型与当前下单面板交易类型不一致, 无法粘贴数据!"));
+    EXPECT_TRUE(form->clipboardStocks().isEmpty());
+    EXPECT_FALSE(form->checkPatch(QString(), tab, false)) << "no rows count as futures";
+
+    // One stock row makes the paste a stock paste.
+    EXPECT_TRUE(form->checkPatch(QStringLiteral("IF2412\t\t1\n600000\t\t100\t1\t卖出"), tab, false));
+    EXPECT_EQ(WK::CMessageBox::records().back().text,
+              QStringLiteral("复制的未成量交易方向与当前下单面板交易方向不一致, 请仔细核对!"));
+    EXPECT_EQ(stored(TOT_BUY).size(), 2) << "a direction warning still stores the rows";
+
+    form->setCurrentOperationType(TOT_FUTURE);
+    EXPECT_FALSE(form->checkPatch(QStringLiteral("600000\t\t100"), tab, false));
+    EXPECT_TRUE(form->checkPatch(QString(), tab, false));
+    EXPECT_EQ(tab, TOT_FUTURE);
+}
+
+TEST_F(PatchChecks, InstructionRowsChooseTheirTab)
+{
+    quint64 tab = 0;
+    ASSERT_TRUE(form->checkPatch(QStringLiteral("600000\t\t100\t1\t卖出\n000001\t\t100\t1\t0"), tab, true));
+    EXPECT_EQ(tab, TOT_ALL);
+    ASSERT_TRUE(form->checkPatch(QStringLiteral("IF2412\t\t1\t1\t0\t12\t49"), tab, true));
+    EXPECT_EQ(tab, TOT_ONEKEY_FUTURE);
+    EXPECT_EQ(warnings(), 0) << "an instruction's paste is not compared with the tab";
+}
