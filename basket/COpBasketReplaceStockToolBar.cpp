@@ -1,16 +1,50 @@
 #include "COpBasketReplaceStockToolBar.h"
 
+#include "COpBasketsLineEdit.h"
+
+#include "CAutoExpandToolBar.h"
 #include "CCheckBox.h"
+#include "CCreatePortfolioKeyboard.h"
+#include "CMessageTip.h"
 #include "CSimpleTextWidget.h"
 #include "CWidgetList.h"
+#include "TextHelpers.h"
+
+#include "CExchangeClient.h"
+#include "CQuoteClient.h"
+#include "CUserConfig.h"
+#include "LuaModuleCtrl.h"
+#include "PortfolioLookup.h"
 
 #include <QSignalBlocker>
+
+#include <cmath>
+#include <utility>
 
 namespace TC {
 namespace {
 
 constexpr int kShownHeight = 48;
 constexpr int kFoldedHeight = 25;
+constexpr int kSecondRowHeight = 26;
+constexpr int kBasketEditWidth = 110;
+constexpr int kReplaceStopId = 8;
+constexpr int kReplaceBasketId = 64;
+
+// Operations below 20 that can open or close a portfolio: 6, 8, 10, 17 and 19.
+constexpr quint32 kPortfolioOperationMask = 0xa0540;
+
+// Within one price tick of either limit: such a stock cannot trade now either.
+bool isAtPriceLimit(const CBasketStockData &row)
+{
+    const QString key = WK::vqStockKey(row.m_market, row.m_stockCode);
+    const boost::shared_ptr<CPriceData> price = CQuoteClient::instance()->getStockPrice(key);
+    if (!price)
+        return false;
+    const double tick = CExchangeClient::instance()->getCodePriceTick(key);
+    return std::fabs(price->m_lastPrice - price->m_upStopPrice) < tick
+        || std::fabs(price->m_lastPrice - price->m_downStopPrice) < tick;
+}
 
 } // namespace
 
@@ -25,8 +59,8 @@ COpBasketReplaceStockToolBar::~COpBasketReplaceStockToolBar() = default;
 void COpBasketReplaceStockToolBar::createUi()
 {
     auto *rows = new WK::CWidgetList(Qt::Vertical, this);
-    m_toolBar = new WK::CWidgetList(Qt::Horizontal, rows);
-    auto *secondRow = new WK::CWidgetList(Qt::Horizontal, rows);
+    m_toolBar = new WK::CAutoExpandToolBar(rows);
+    m_secondRow = new WK::CAutoExpandToolBar(rows);
 
     auto makeBox = [this](int id, const QString &text) {
         auto *box = new WK::CCheckBox(id, text, m_toolBar);
@@ -40,11 +74,22 @@ void COpBasketReplaceStockToolBar::createUi()
     m_filterFallCheck = makeBox(32, QStringLiteral("过滤跌停股"));
     m_filterDirectionCheck = makeBox(128, QStringLiteral("过滤反向股"));
     m_autoRefreshCheck = makeBox(256, QStringLiteral("自动刷新"));
-    m_replaceStopCheck = makeBox(8, QStringLiteral("替换停盘股"));
+    m_replaceStopCheck = makeBox(kReplaceStopId, QStringLiteral("替换停盘股"));
+    m_replaceBasketEdit = new COpBasketsLineEdit(kReplaceBasketId, m_toolBar);
+    m_replaceBasketEdit->setFixedWidth(kBasketEditWidth);
+    m_replaceBasketEdit->setFontKey(QStringLiteral("fnt_default_normal_fix"));
+    m_replaceBasketEdit->setHintText(m_basketHint);
     m_filterBlacklistCheck = makeBox(2, QStringLiteral("过滤黑名单"));
     m_replaceBlacklistCheck = makeBox(4, QStringLiteral("替换黑名单"));
 
-    m_stopPercentText = new WK::CSimpleTextWidget(secondRow);
+    if (luawrapper::LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_portfolio"})) {
+        m_portfolioKeyboard = new WK::CCreatePortfolioKeyboard(PORTFOLIO_KEYBOARD_ID, m_secondRow);
+        m_portfolioKeyboard->setPortfolioNameSource([this] {
+            return QStringList(getPortfolioNameMap(m_tradeOpType).values());
+        });
+        m_portfolioKeyboard->initPortfolioModelList();
+    }
+    m_stopPercentText = new WK::CSimpleTextWidget(m_secondRow);
     m_stopPercentText->setColorKey(QStringLiteral("clr_global_rise"));
     m_stopPercentText->setFontKey(QStringLiteral("fnt_default_normal_fix"));
     m_stopPercentText->setText(QStringLiteral("停盘股权重占比:0.00%"), 100000);
@@ -54,20 +99,26 @@ void COpBasketReplaceStockToolBar::createUi()
     m_toolBar->setMargin(4, 0, 4, 0);
     m_toolBar->setSpacing(8);
     for (WK::CCheckBox *box : {m_filterStopCheck, m_filterRiseCheck, m_filterFallCheck, m_filterDirectionCheck})
-        m_toolBar->addFixedWidget(box, 0, 0);
-    m_toolBar->addFixedSpace(8);
-    m_toolBar->addFixedWidget(m_autoRefreshCheck, 0, 0);
-    m_toolBar->addFixedSpace(8);
-    for (WK::CCheckBox *box : {m_replaceStopCheck, m_filterBlacklistCheck, m_replaceBlacklistCheck})
-        m_toolBar->addFixedWidget(box, 0, 0);
-    m_toolBar->addStretchSpace(1);
-    secondRow->setMargin(4, 0, 4, 0);
-    secondRow->addFixedWidget(m_stopPercentText, 0, 0);
-    secondRow->addStretchSpace(1);
-    secondRow->setFixedHeight(26);
+        m_toolBar->addToolItem(box, false);
+    m_toolBar->addSeparator();
+    m_toolBar->addToolItem(m_autoRefreshCheck, false);
+    m_toolBar->addSeparator();
+    // The box and the basket that replaces leave the row together.
+    m_toolBar->addToolItem(m_replaceStopCheck, true);
+    m_toolBar->addToolItem(m_replaceBasketEdit, true);
+    m_toolBar->addToolItem(m_filterBlacklistCheck, false);
+    m_toolBar->addToolItem(m_replaceBlacklistCheck, false);
+    m_secondRow->setMargin(4, 0, 4, 0);
+    if (m_portfolioKeyboard) {
+        m_secondRow->addToolItem(m_portfolioKeyboard, false);
+        m_secondRow->addSeparator();
+    }
+    m_secondRow->addToolItem(m_stopPercentText, false);
+    m_secondRow->setFixedHeight(kSecondRowHeight);
     rows->addFixedWidget(m_toolBar, 3, 0);
-    rows->addStretchWidget(secondRow, 1, 3, 0);
+    rows->addStretchWidget(m_secondRow, 1, 3, 0);
     setInnerStretchWidget(rows, 0, 0, 0, 0);
+
     setFixedHeight(kShownHeight);
 }
 
@@ -81,10 +132,16 @@ WK::CCheckBox *COpBasketReplaceStockToolBar::checkBox(int id) const
     return nullptr;
 }
 
+bool COpBasketReplaceStockToolBar::hasReplaceControls() const
+{
+    return m_toolBar && m_replaceStopCheck && m_replaceBasketEdit && m_filterBlacklistCheck && m_replaceBlacklistCheck;
+}
+
 bool COpBasketReplaceStockToolBar::isOn(const WK::CCheckBox *box) const
 {
-    // "Visible" means not hidden for the present tab; the panel itself may not be on screen yet.
-    return box && box->isVisibleTo(this) && box->isChecked();
+    // "Visible" means not hidden for the present tab: the panel itself may not be on screen yet,
+    // and a box the row folded away for want of room is still in use.
+    return box && box->isChecked() && m_toolBar && m_toolBar->isItemVisibleTo(box, this);
 }
 
 bool COpBasketReplaceStockToolBar::isFilter() const { return isOn(m_filterStopCheck); }
@@ -94,6 +151,21 @@ bool COpBasketReplaceStockToolBar::isFilterDirection() const { return isOn(m_fil
 bool COpBasketReplaceStockToolBar::isFilterBlacklist() const { return isOn(m_filterBlacklistCheck); }
 bool COpBasketReplaceStockToolBar::isReplaceBlacklist() const { return isOn(m_replaceBlacklistCheck); }
 bool COpBasketReplaceStockToolBar::isReplaceETF() const { return isOn(m_replaceStopCheck); }
+
+bool COpBasketReplaceStockToolBar::isCreatePortfolio() const
+{
+    return m_portfolioKeyboard && m_portfolioKeyboard->isCreatePortfolio();
+}
+
+std::string COpBasketReplaceStockToolBar::getPortfolioName() const
+{
+    return m_portfolioKeyboard ? WK::qsToS(m_portfolioKeyboard->getPortfolioNameText()) : std::string();
+}
+
+QString COpBasketReplaceStockToolBar::basket() const
+{
+    return m_replaceBasketEdit ? m_replaceBasketEdit->currentText() : QString();
+}
 
 void COpBasketReplaceStockToolBar::setBoxChecked(WK::CCheckBox *box, bool on)
 {
@@ -146,31 +218,40 @@ void COpBasketReplaceStockToolBar::enableFilterBlacklistCheckBox(bool enable)
 {
     if (m_filterBlacklistCheck)
         m_filterBlacklistCheck->setEnabled(enable);
+    updateFilter();
 }
 
 void COpBasketReplaceStockToolBar::enableReplaceBlacklistCheckBox(bool enable)
 {
     if (m_replaceBlacklistCheck)
         m_replaceBlacklistCheck->setEnabled(enable);
+    updateFilter();
 }
 
-void COpBasketReplaceStockToolBar::setBoxVisible(WK::CCheckBox *box, bool visible)
+void COpBasketReplaceStockToolBar::setItemVisible(QWidget *item, bool visible)
 {
-    if (box)
-        box->setVisible(visible);
+    if (!item)
+        return;
+    item->setVisible(visible);
+    // The row must know too, or it would bring the item back when it has room.
+    m_toolBar->doOperationInvisibleList(item, !visible);
 }
 
 void COpBasketReplaceStockToolBar::setShowReplace(bool show)
 {
-    if (!m_replaceStopCheck || !m_filterBlacklistCheck || !m_replaceBlacklistCheck)
+    if (!hasReplaceControls())
         return;
-    for (WK::CCheckBox *box : {m_replaceStopCheck, m_filterBlacklistCheck, m_replaceBlacklistCheck})
-        setBoxVisible(box, show);
+    for (QWidget *item : {static_cast<QWidget *>(m_replaceStopCheck), static_cast<QWidget *>(m_replaceBasketEdit),
+                          static_cast<QWidget *>(m_filterBlacklistCheck), static_cast<QWidget *>(m_replaceBlacklistCheck)})
+        setItemVisible(item, show);
 }
 
-void COpBasketReplaceStockToolBar::setShowPortfolio(bool)
+void COpBasketReplaceStockToolBar::setShowPortfolio(bool show)
 {
-    // The portfolio keyboard is a switched-on feature that this bar does not have yet.
+    if (!m_portfolioKeyboard || !m_secondRow)
+        return;
+    m_portfolioKeyboard->setVisible(show);
+    m_secondRow->doOperationInvisibleList(m_portfolioKeyboard, !show);
 }
 
 void COpBasketReplaceStockToolBar::setToolBarShow(bool show)
@@ -182,34 +263,89 @@ void COpBasketReplaceStockToolBar::setToolBarShow(bool show)
 
 void COpBasketReplaceStockToolBar::setTradeOperationType(quint64 word)
 {
-    if (!m_toolBar || !m_replaceStopCheck || !m_filterBlacklistCheck || !m_replaceBlacklistCheck)
+    if (!hasReplaceControls())
         return;
     m_tradeOpType = word;
-    setBoxVisible(m_filterStopCheck, word != 4096 && word != 16384);
-    setBoxVisible(m_filterDirectionCheck, word == 512 || word == 1024);
+    setItemVisible(m_filterStopCheck, word != 4096 && word != 16384);
+    setItemVisible(m_filterDirectionCheck, word == 512 || word == 1024);
     const bool limits = word == 512 || word == 1024 || word == 2048 || word == 8192;
-    setBoxVisible(m_filterRiseCheck, limits);
-    setBoxVisible(m_filterFallCheck, limits);
+    setItemVisible(m_filterRiseCheck, limits);
+    setItemVisible(m_filterFallCheck, limits);
 }
 
 void COpBasketReplaceStockToolBar::updateFilter()
 {
+    // The box that replaces suspended stocks has no bit: the table does not filter by it.
     int flags = 0;
     for (WK::CCheckBox *box : {m_filterStopCheck, m_filterBlacklistCheck, m_replaceBlacklistCheck, m_filterRiseCheck,
                                m_filterFallCheck, m_filterDirectionCheck, m_autoRefreshCheck}) {
         if (box && box->isChecked())
             flags |= box->id();
     }
+    if (isCreatePortfolio())
+        flags |= PORTFOLIO_KEYBOARD_ID;
     Q_EMIT sigSetFilter(flags);
+}
+
+void COpBasketReplaceStockToolBar::warnOfSuspendedStocks()
+{
+    const QString name = m_replaceBasketEdit->currentText();
+    const QMap<QString, CBasketSetting> &baskets = getUserConfig()->baskets();
+    const auto found = baskets.constFind(name);
+    if (found == baskets.cend())
+        return;
+    for (const CBasketStockData &row : found->m_stocks) {
+        if (isStoppedStock(row.m_market, row.m_stockCode)) {
+            // Only a warning: the basket is taken all the same.
+            WK::CMessageTip::showTip(m_replaceBasketEdit, 64, QStringLiteral("替换的篮子中有停盘股"), 3, 2, 300);
+            return;
+        }
+    }
 }
 
 bool COpBasketReplaceStockToolBar::handleEvent(int event, int id, int value, QString text, void *data)
 {
-    if (event != 60 && event != 1139)
-        return WK::CBaseWidget::handleEvent(event, id, value, text, data);
+    if (event != 60 && event != COpBasketsLineEdit::EVENT_BASKET_CHOSEN)
+        return WK::CBaseWidget::handleEvent(event, id, value, std::move(text), data);
+    if ((id == kReplaceStopId || id == kReplaceBasketId) && m_replaceBasketEdit && isReplaceETF())
+        warnOfSuspendedStocks();
     updateFilter();
-    deliverEvent(1074, id, 0, QString(), nullptr);
+    deliverEvent(EVENT_REFRESH_CONFIRM, id, 0, QString(), nullptr);
     return true;
+}
+
+void COpBasketReplaceStockToolBar::setStopPercentText(const QString &basketName)
+{
+    // A share of rows, though the label speaks of weight: the client has always shown it so.
+    double ratio = 0.0;
+    const QMap<QString, CBasketSetting> &baskets = getUserConfig()->baskets();
+    const auto found = baskets.constFind(basketName);
+    if (found != baskets.cend() && !found->m_stocks.isEmpty()) {
+        int stopped = 0;
+        for (const CBasketStockData &row : found->m_stocks) {
+            if (isStoppedStock(row.m_market, row.m_stockCode) || isAtPriceLimit(row))
+                ++stopped;
+        }
+        ratio = double(stopped) / double(found->m_stocks.size());
+    }
+    if (!m_stopPercentText)
+        return;
+    const QString percent = WK::formatDoubleNumber(ratio, 2, WK::NF_PERCENT, QStringLiteral("非法值"));
+    m_stopPercentText->setText(QStringLiteral("停盘股权重占比:%1").arg(percent), 100000);
+}
+
+void COpBasketReplaceStockToolBar::setPortfolioEnabled(std::vector<ttservice::CCodeOrderParam> lines)
+{
+    bool enabled = false;
+    for (const ttservice::CCodeOrderParam &line : lines) {
+        const int op = int(line.m_operationType);
+        if (op >= 0 && op < 20 && ((kPortfolioOperationMask >> op) & 1u)) {
+            enabled = true;
+            break;
+        }
+    }
+    if (m_portfolioKeyboard)
+        m_portfolioKeyboard->setCheckAndEnable(isCreatePortfolio(), enabled);
 }
 
 } // namespace TC

@@ -1,0 +1,301 @@
+#include "CAutoExpandToolBar.h"
+#include "CCheckBox.h"
+#include "CCreatePortfolioKeyboard.h"
+
+#include "../platform/EventRecorder.h"
+
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QFrame>
+#include <QLayout>
+#include <QLineEdit>
+#include <QToolButton>
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kItemWidth = 50;
+
+QWidget *fixedItem(QWidget *parent, const QString &name)
+{
+    auto *item = new QWidget(parent);
+    item->setObjectName(name);
+    item->setFixedSize(kItemWidth, 20);
+    return item;
+}
+
+// A row of four items a to d, 50 pixels each, no margins or spacing; b and c may be bound. It
+// sits in a window without a layout, so that it gets exactly the width a test gives it.
+class Row
+{
+public:
+    explicit Row(bool bindMiddle = false)
+        : row(new WK::CAutoExpandToolBar(&window))
+    {
+        row->setMargin(0, 0, 0, 0);
+        row->setSpacing(0);
+        const char *names[] = {"a", "b", "c", "d"};
+        for (int i = 0; i < 4; ++i) {
+            items.push_back(fixedItem(row, QString::fromLatin1(names[i])));
+            row->addToolItem(items.back(), bindMiddle && (i == 1 || i == 2));
+        }
+    }
+
+    int buttonWidth() const { return row->overflowButton()->sizeHint().width(); }
+
+    void showAt(int width)
+    {
+        window.resize(width, 30);
+        row->setGeometry(0, 0, width, 30);
+        window.show();
+        row->relayout();
+    }
+
+    QString folded() const
+    {
+        QString names;
+        for (QWidget *item : row->foldedItems())
+            names += item->objectName();
+        return names;
+    }
+
+    EventRecorder window;
+    WK::CAutoExpandToolBar *row;
+    std::vector<QWidget *> items;
+};
+
+struct FoldCase {
+    const char *name;
+    bool bindMiddle;
+    int itemsRoom;   // room for items, in item widths of 50
+    int extra;       // pixels added to that room
+    bool withButton; // the room also holds the "»" button
+    const char *folded;
+};
+
+void PrintTo(const FoldCase &c, std::ostream *os)
+{
+    *os << c.name;
+}
+
+class FoldingTest : public ::testing::TestWithParam<FoldCase>
+{
+};
+
+TEST_P(FoldingTest, ItemsThatDoNotFitFoldFromTheFirstOneOut)
+{
+    const FoldCase &c = GetParam();
+    Row row(c.bindMiddle);
+    row.showAt(c.itemsRoom * kItemWidth + c.extra + (c.withButton ? row.buttonWidth() : 0));
+
+    EXPECT_EQ(row.folded(), QString::fromLatin1(c.folded));
+    EXPECT_EQ(row.row->overflowButton()->isVisible(), !row.folded().isEmpty());
+    for (QWidget *item : row.items)
+        EXPECT_EQ(item->isVisible(), !row.folded().contains(item->objectName())) << item->objectName().toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Widths, FoldingTest,
+    ::testing::Values(FoldCase{"allFitExactly", false, 4, 0, false, ""},
+                      FoldCase{"onePixelShortFoldsTheLast", false, 4, -1, false, "d"},
+                      FoldCase{"threeBesideTheButton", false, 3, 0, true, "d"},
+                      FoldCase{"aPixelLessFoldsTwo", false, 3, -1, true, "cd"},
+                      FoldCase{"nothingFitsBesideTheButton", false, 0, 49, true, "abcd"},
+                      FoldCase{"boundPairFoldsWhole", true, 2, 49, true, "bcd"},
+                      FoldCase{"boundPairStaysWhole", true, 3, 0, true, "d"}),
+    [](const ::testing::TestParamInfo<FoldCase> &info) { return std::string(info.param.name); });
+
+TEST(AutoExpandToolBar, RowNotOnScreenKeepsEveryItem)
+{
+    Row row;
+    row.row->resize(60, 30);
+    row.row->relayout();
+    EXPECT_TRUE(row.row->foldedItems().isEmpty());
+    for (QWidget *item : row.items)
+        EXPECT_TRUE(item->isVisibleTo(row.row));
+}
+
+TEST(AutoExpandToolBar, ItemOnInvisibleListTakesNoRoomAndComesBackWhenTakenOff)
+{
+    Row row;
+    row.showAt(3 * kItemWidth);
+    ASSERT_EQ(row.folded(), QStringLiteral("cd"));
+
+    row.row->doOperationInvisibleList(row.items[1], true);
+    // b leaves: a, c and d fit without it.
+    EXPECT_TRUE(row.row->foldedItems().isEmpty());
+    EXPECT_FALSE(row.items[1]->isVisible());
+    EXPECT_TRUE(row.row->isOnInvisibleList(row.items[1]));
+    EXPECT_FALSE(row.row->isItemVisibleTo(row.items[1], row.row));
+
+    row.row->doOperationInvisibleList(row.items[1], false);
+    EXPECT_TRUE(row.items[1]->isVisible());
+    EXPECT_EQ(row.folded(), QStringLiteral("cd"));
+}
+
+TEST(AutoExpandToolBar, ItemHiddenByItsOwnerIsNotShownForRoom)
+{
+    Row row;
+    row.items[3]->hide();
+    row.showAt(10 * kItemWidth);
+    EXPECT_FALSE(row.items[3]->isVisible());
+    EXPECT_TRUE(row.row->foldedItems().isEmpty());
+}
+
+TEST(AutoExpandToolBar, FoldedItemCountsAsVisibleWhileTheRowIs)
+{
+    Row row;
+    row.showAt(2 * kItemWidth);
+    ASSERT_TRUE(row.row->isFolded(row.items[3]));
+    EXPECT_FALSE(row.items[3]->isVisibleTo(row.row));
+    EXPECT_TRUE(row.row->isItemVisibleTo(row.items[3], row.row));
+    EXPECT_TRUE(row.row->isItemVisibleTo(row.items[3], nullptr));
+    row.row->hide();
+    EXPECT_FALSE(row.row->isItemVisibleTo(row.items[3], nullptr));
+}
+
+TEST(AutoExpandToolBar, SeparatorsShowOnlyBetweenItemsOnTheRow)
+{
+    WK::CAutoExpandToolBar row(nullptr);
+    row.setMargin(0, 0, 0, 0);
+    row.setSpacing(0);
+    row.addSeparator();
+    QWidget *a = fixedItem(&row, QStringLiteral("a"));
+    row.addToolItem(a, false);
+    row.addSeparator();
+    row.addSeparator();
+    QWidget *b = fixedItem(&row, QStringLiteral("b"));
+    row.addToolItem(b, false);
+    row.addSeparator();
+    const QList<QFrame *> lines = row.findChildren<QFrame *>(QStringLiteral("tool_bar_separator"));
+    ASSERT_EQ(lines.size(), 4);
+    auto shown = [&lines] {
+        std::vector<bool> states;
+        for (QFrame *line : lines)
+            states.push_back(line->isVisibleTo(line->parentWidget()));
+        return states;
+    };
+
+    row.resize(400, 30);
+    row.show();
+    EXPECT_EQ(shown(), (std::vector<bool>{false, true, false, false}));
+
+    row.doOperationInvisibleList(b, true);
+    EXPECT_EQ(shown(), (std::vector<bool>{false, false, false, false}));
+}
+
+TEST(AutoExpandToolBar, OverflowLendsFoldedItemsThatStillReportThroughTheRow)
+{
+    EventRecorder parent;
+    auto *row = new WK::CAutoExpandToolBar(&parent);
+    row->setMargin(0, 0, 0, 0);
+    row->setSpacing(0);
+    QWidget *a = fixedItem(row, QStringLiteral("a"));
+    row->addToolItem(a, false);
+    auto *box = new WK::CCheckBox(7, QStringLiteral("过滤停盘股"), row);
+    row->addToolItem(box, false);
+    QWidget *c = fixedItem(row, QStringLiteral("c"));
+    row->addToolItem(c, false);
+    parent.resize(kItemWidth + row->overflowButton()->sizeHint().width(), 30);
+    row->setGeometry(parent.rect());
+    parent.show();
+    row->relayout();
+    ASSERT_EQ(row->foldedItems(), (QList<QWidget *>{box, c}));
+
+    row->overflowButton()->click();
+    ASSERT_TRUE(row->isOverflowShown());
+    EXPECT_TRUE(box->isVisible());
+    EXPECT_TRUE(c->isVisible());
+    EXPECT_NE(box->parentWidget(), row);
+
+    box->click();
+    ASSERT_FALSE(parent.seen.empty());
+    EXPECT_EQ(parent.seen.front().event, 60);
+    EXPECT_EQ(parent.seen.front().id, 7);
+
+    row->hideOverflow();
+    EXPECT_EQ(box->parentWidget(), row);
+    EXPECT_FALSE(box->isVisible());
+    EXPECT_EQ(row->foldedItems(), (QList<QWidget *>{box, c}));
+
+    // Given room, the lent items come back on the row in their old order.
+    parent.resize(600, 30);
+    row->setGeometry(parent.rect());
+    row->relayout();
+    row->layout()->activate();
+    EXPECT_TRUE(row->foldedItems().isEmpty());
+    EXPECT_LT(a->x(), box->x());
+    EXPECT_LT(box->x(), c->x());
+}
+
+// --- portfolio keyboard ---
+
+class PortfolioKeyboardTest : public ::testing::Test
+{
+protected:
+    EventRecorder parent;
+    WK::CCreatePortfolioKeyboard *keyboard = new WK::CCreatePortfolioKeyboard(512, &parent);
+};
+
+TEST_F(PortfolioKeyboardTest, TickDeliversSixtyWithStateAndName)
+{
+    keyboard->setPortfolioNameText(QStringLiteral("  成长组合 "));
+    keyboard->checkBox()->click();
+    ASSERT_EQ(parent.seen.size(), 1u);
+    EXPECT_EQ(parent.seen[0].event, 60);
+    EXPECT_EQ(parent.seen[0].id, 512);
+    EXPECT_EQ(parent.seen[0].value, 1);
+    EXPECT_EQ(parent.seen[0].text, QStringLiteral("成长组合"));
+    EXPECT_TRUE(keyboard->isCreatePortfolio());
+    EXPECT_TRUE(keyboard->nameEdit()->isEnabled());
+
+    keyboard->checkBox()->click();
+    ASSERT_EQ(parent.seen.size(), 2u);
+    EXPECT_EQ(parent.seen[1].value, 0);
+    EXPECT_FALSE(keyboard->nameEdit()->isEnabled());
+}
+
+TEST_F(PortfolioKeyboardTest, FinishedEditDeliversOnlyWhenTheNameChanged)
+{
+    keyboard->setCheckAndEnable(true, true);
+    parent.seen.clear();
+
+    keyboard->nameEdit()->setText(QStringLiteral("价值组合"));
+    Q_EMIT keyboard->nameEdit()->editingFinished();
+    Q_EMIT keyboard->nameEdit()->editingFinished();
+    ASSERT_EQ(parent.seen.size(), 1u);
+    EXPECT_EQ(parent.seen[0].text, QStringLiteral("价值组合"));
+    EXPECT_EQ(keyboard->getPortfolioNameText(), QStringLiteral("价值组合"));
+}
+
+TEST_F(PortfolioKeyboardTest, SetCheckAndEnableTellsOnlyOfARealChange)
+{
+    keyboard->setCheckAndEnable(false, false);
+    EXPECT_TRUE(parent.seen.empty());
+    EXPECT_FALSE(keyboard->isEnabled());
+
+    keyboard->setCheckAndEnable(true, false);
+    EXPECT_EQ(parent.seen.size(), 1u);
+    // A disabled keyboard keeps its tick: the caller decides what it means.
+    EXPECT_TRUE(keyboard->isCreatePortfolio());
+}
+
+TEST_F(PortfolioKeyboardTest, ModelListComesFromTheSource)
+{
+    keyboard->initPortfolioModelList();
+    EXPECT_TRUE(keyboard->portfolioNames().isEmpty());
+
+    QStringList names{QStringLiteral("成长组合"), QStringLiteral("价值组合")};
+    keyboard->setPortfolioNameSource([&names] { return names; });
+    keyboard->initPortfolioModelList();
+    EXPECT_EQ(keyboard->portfolioNames(), names);
+    // Loaded once: a later change of the source waits for the next init.
+    names.append(QStringLiteral("红利组合"));
+    EXPECT_EQ(keyboard->portfolioNames().size(), 2);
+}
+
+} // namespace
