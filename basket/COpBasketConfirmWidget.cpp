@@ -1,28 +1,321 @@
 #include "COpBasketConfirmWidget.h"
 
+#include "COpBasketReplaceStockToolBar.h"
+
+#include "CDoubleValidator.h"
+#include "CIntValidator.h"
+#include "CMessageBox.h"
+#include "CSimpleInputDialog.h"
+#include "CTableCellEvent.h"
+#include "CWidgetList.h"
+#include "TextHelpers.h"
+
+#include "AccountHelpers.h"
+#include "CExchangeClient.h"
+#include "CLogCenter.h"
+#include "CQuoteClient.h"
+#include "CQuoteRequest.h"
+#include "CUserConfig.h"
+#include "OperationHelpers.h"
+#include "StockTypeCacheCenter.h"
+#include "StockTypeCenter.h"
+#include "TradeUnits.h"
+#include "TraderCenter.h"
+
+#include "DoubleCompare.h"
+#include "StockKey.h"
+
+#include <boost/format.hpp>
+
+#include <QHash>
+#include <QStringList>
+#include <QThread>
+#include <QTimer>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <utility>
+
 namespace TC {
 
-COpBasketConfirmWidget::COpBasketConfirmWidget(QWidget *parent)
-    : WK::CBaseWidget(QStringLiteral("basket_confirm_widget"), false, parent)
+using ttservice::CCodeOrderParam;
+
+namespace {
+
+constexpr int kTickMsec = 500;
+constexpr int kMaxHintRows = 25;
+constexpr int kBoldColumnFirst = 5;
+constexpr int kBoldColumnLast = 9;
+constexpr int kLastFilterColumn = 10;
+constexpr int kFlagsOfTable = 0x600;        // totals line, column filters
+constexpr int kFlagsOfConfirmTable = 0x3a000; // context menu, deleting and copying rows
+constexpr int kCheckAlignment = 132;        // centred both ways
+constexpr int kEventDirectionSwitched = 1075;
+constexpr int kTypeTickDecimals = 100024;
+constexpr int kTypeMarketKeyed = 100028;
+constexpr int kTypeRepurchaseSh = 126;
+constexpr int kTypeRepurchaseSz = 100017;
+constexpr double kRepurchaseUnitValue = 100.0;
+
+bool isMoneyLine(const CCodeOrderParam &line)
 {
+    return line.m_operationType == ttservice::OT_MONEY || line.m_operationType == ttservice::OT_MONEY_TRANSFER;
 }
 
-COpBasketConfirmWidget::~COpBasketConfirmWidget() = default;
+QString stockKeyOf(const std::string &market, const std::string &code)
+{
+    return WK::sToQs(utils::vqStockKey(market, code));
+}
+
+// Market and code as a row shows and filters them: a money line has no instrument.
+std::string shownMarket(const CCodeOrderParam &line)
+{
+    return isMoneyLine(line) ? std::string("-") : line.m_stockInfo.m_market;
+}
+
+std::string shownCode(const CCodeOrderParam &line)
+{
+    return isMoneyLine(line) ? std::string("-") : line.m_stockInfo.m_stockCode;
+}
+
+double changeRatioOf(double last, double lastClose)
+{
+    if (ttservice::isZero(lastClose) || ttservice::isEqual(lastClose, ttservice::NO_VALUE))
+        return 0.0;
+    return (last - lastClose) / lastClose;
+}
+
+bool hasCost(double cost)
+{
+    return std::isfinite(cost) && !ttservice::isEqual(cost, ttservice::NO_VALUE);
+}
+
+// Bond repurchases are worth a fixed amount per unit; the code alone tells, whatever the market.
+bool isRepurchaseCode(const std::string &code)
+{
+    return ttservice::StockTypeCenter::isTypedStock(kTypeRepurchaseSh, std::string("SH"), code)
+           || ttservice::StockTypeCenter::isTypedStock(kTypeRepurchaseSz, std::string("SZ"), code);
+}
+
+boost::shared_ptr<ttservice::CInstrumentDetail> instrumentOf(const std::string &market, const std::string &code)
+{
+    const std::string key = ttservice::StockTypeCenter::isTypedStock(kTypeMarketKeyed, market, code) ? market + code
+                                                                                                    : code;
+    return CExchangeClient::instance()->getCodeInfo(WK::sToQs(key));
+}
+
+// The latest market value of a line from its quote and instrument record; NO_VALUE when either
+// is missing or the quote has no last price.
+double costOf(const CCodeOrderParam &line, const boost::shared_ptr<CPriceData> &price,
+              const boost::shared_ptr<ttservice::CInstrumentDetail> &instrument)
+{
+    if (isMoneyLine(line))
+        return line.m_money;
+    if (isRepurchaseCode(line.m_stockInfo.m_stockCode))
+        return static_cast<double>(line.m_volume) * kRepurchaseUnitValue;
+    if (!price || !instrument)
+        return ttservice::NO_VALUE;
+    if (ttservice::isEqual(price->m_lastPrice, ttservice::NO_VALUE))
+        return price->m_lastPrice;
+    return static_cast<double>(line.m_volume) * price->m_lastPrice * instrument->m_volumeMultiple;
+}
+
+int marketIndex(const QString &market)
+{
+    static const QHash<QString, int> indexes = {
+        {QStringLiteral("SH"), 0},   {QStringLiteral("SZ"), 1},   {QStringLiteral("IF"), 2},
+        {QStringLiteral("SF"), 3},   {QStringLiteral("DF"), 4},   {QStringLiteral("ZF"), 5},
+        {QStringLiteral("SHO"), 7},  {QStringLiteral("HGT"), 8},  {QStringLiteral("NEEQ"), 9},
+        {QStringLiteral("SHGE"), 10}, {QStringLiteral("SGT"), 11}, {QStringLiteral("IFO"), 12},
+        {QStringLiteral("SFO"), 13}, {QStringLiteral("DFO"), 14}, {QStringLiteral("ZFO"), 15},
+    };
+    return indexes.value(market, -1);
+}
+
+double priceTickOf(const QString &market, const QString &code)
+{
+    const QString prefix = code.left(2);
+    switch (marketIndex(market)) {
+    case 0: {
+        const auto kinds = ttservice::StockTypeCacheCenter::getTypeStockCache(market, code);
+        if (kinds->isStockB() || kinds->isETF() || kinds->isFund())
+            return 0.001;
+        return kinds->isGovernmentLoanRepurchase() ? 0.005 : 0.01;
+    }
+    case 1: {
+        const auto kinds = ttservice::StockTypeCacheCenter::getTypeStockCache(market, code);
+        if (kinds->isFund() || kinds->isLoan() || kinds->isGovernmentLoanRepurchase() || kinds->isMonetaryFund()
+            || kinds->isGoldETF())
+            return 0.001;
+        return 0.01;
+    }
+    case 2:
+        return prefix == QLatin1String("TF") ? 0.002 : 0.2;
+    case 3:
+        if (prefix == QLatin1String("au"))
+            return 0.05;
+        if (prefix == QLatin1String("ru") || prefix == QLatin1String("al") || prefix == QLatin1String("pb")
+            || prefix == QLatin1String("zn"))
+            return 5.0;
+        return prefix == QLatin1String("cu") ? 10.0 : 1.0;
+    case 4:
+    case 5:
+        return 1.0;
+    case 7:
+        return 0.0001;
+    case 12:
+    case 13:
+    case 14:
+    case 15:
+        return 0.5;
+    default:
+        return 0.01;
+    }
+}
+
+int tickDecimals(double tick)
+{
+    if (ttservice::isEqual(tick, ttservice::NO_VALUE))
+        return 2;
+    const double limit = tick <= 1e-5 ? 1e-6 : 1e-5;
+    double x = tick;
+    int decimals = 0;
+    while (std::fabs(x - std::trunc(x)) >= limit && decimals <= 10) {
+        x *= 10;
+        ++decimals;
+    }
+    return decimals;
+}
+
+int lastPriceDecimals(const QString &market, const QString &code)
+{
+    if (!ttservice::StockTypeCenter::isTypedStock(kTypeTickDecimals, market, code))
+        return 2;
+    return tickDecimals(priceTickOf(market, code));
+}
+
+// What the account can trade of the line's instrument with this operation; 0 when unknown.
+int64_t availableVolumeOf(const CCodeOrderParam &line, ttservice::EOperationType operation)
+{
+    if (!line.m_account)
+        return 0;
+    ttservice::TraderCenter *center = ttservice::TraderCenter::instance();
+    const boost::shared_ptr<ttservice::ICalculator> calculator = center->getCalculator();
+    const boost::shared_ptr<ttservice::IDataCenter> dataCenter = center->getDataCenter();
+    if (!calculator)
+        return 0;
+    const boost::shared_ptr<ttservice::CAccountData> data =
+        dataCenter ? dataCenter->getAccountData(line.m_account->getKey()) : boost::shared_ptr<ttservice::CAccountData>();
+    char entrustBs = 48;
+    char offsetFlag = 48;
+    const long long volume = calculator->calcAvailableVolume(
+        data, line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode, operation, ttservice::HEDGE_FLAG_SPECULATION,
+        entrustBs, offsetFlag, line.m_price, ttservice::ICalculator::NO_VOLUME, 0);
+    return volume > ttservice::ICalculator::NO_VOLUME - 1 ? 0 : volume;
+}
+
+QString columnTitle(int column, int tradeType)
+{
+    switch (column) {
+    case COpBasketConfirmWidget::COL_ACCOUNT:
+        return QStringLiteral("账号");
+    case COpBasketConfirmWidget::COL_MARKET:
+        return QStringLiteral("市场");
+    case COpBasketConfirmWidget::COL_CODE:
+        return QStringLiteral("代码");
+    case COpBasketConfirmWidget::COL_NAME:
+        return tradeType == 2 || tradeType == 1024 ? QStringLiteral("合约名称") : QStringLiteral("股票名称");
+    case COpBasketConfirmWidget::COL_OPERATION:
+        return QStringLiteral("交易类型");
+    case COpBasketConfirmWidget::COL_VOLUME:
+        return QStringLiteral("分配量");
+    case COpBasketConfirmWidget::COL_AVAILABLE:
+        return QStringLiteral("可用量");
+    case COpBasketConfirmWidget::COL_LAST_PRICE:
+        return QStringLiteral("最新价");
+    case COpBasketConfirmWidget::COL_CHANGE:
+        return QStringLiteral("涨跌幅");
+    case COpBasketConfirmWidget::COL_COST:
+        return QStringLiteral("最新市值");
+    case COpBasketConfirmWidget::COL_STATUS:
+        return QStringLiteral("状态");
+    case COpBasketConfirmWidget::COL_CHECK:
+        return QStringLiteral("选择");
+    default:
+        return QString();
+    }
+}
+
+} // namespace
+
+COpBasketConfirmWidget::COpBasketConfirmWidget(QWidget *parent)
+    : WK::CBaseWidget(QStringLiteral("qmzd_lorvenhal_opconfirmwidget"), false, parent)
+{
+    createUi();
+    m_timer = new QTimer(this);
+    connect(m_timer, &QTimer::timeout, this, &COpBasketConfirmWidget::slotTimeout);
+    if (!m_timer->isActive())
+        m_timer->start(kTickMsec);
+}
+
+COpBasketConfirmWidget::~COpBasketConfirmWidget()
+{
+    m_timer->stop();
+    disconnect();
+    // Released without m_mutex: a callback running on a quote thread may be waiting for it, and
+    // the release waits for that callback.
+    QVector<boost::shared_ptr<CQuoteRequest>> requests;
+    {
+        std::lock_guard<std::recursive_mutex> lock(m_mutex);
+        requests.swap(m_quoteRequests);
+    }
+    requests.clear();
+    clearOtherParams();
+}
+
+// ---- settings ------------------------------------------------------------------------------
+
+void COpBasketConfirmWidget::setWaitTest(bool wait)
+{
+    m_waitTest = wait;
+}
+
+void COpBasketConfirmWidget::setOpConfirmType(OpConfirmType type)
+{
+    m_opConfirmType = type;
+    resetTable();
+}
 
 void COpBasketConfirmWidget::setParam(const QString &text)
 {
-    m_param = text;
+    if (!m_table)
+        return;
+    m_table->loadConfigStr(text);
+    m_table->setColumnVisible(COL_AVAILABLE, m_operationType != ttservice::OT_BUY);
+    m_table->moveColumn(COL_CHECK, 0);
 }
 
 QString COpBasketConfirmWidget::param() const
 {
-    return m_param;
+    return m_table ? m_table->saveConfigStr() : QString();
 }
 
-void COpBasketConfirmWidget::setPasteDataFunc(const QString &hint, boost::function<void()> func)
+void COpBasketConfirmWidget::setTradeType(int type)
 {
-    m_pasteHint = hint;
-    m_pasteFunc = std::move(func);
+    m_tradeType = type;
+    if (m_table)
+        m_table->setColumnTitle(COL_NAME, columnTitle(COL_NAME, m_tradeType));
+}
+
+void COpBasketConfirmWidget::setOperationType(int operation)
+{
+    m_operationType = operation;
+    if (!m_table)
+        return;
+    // A buy needs money, not a position: what is available to sell tells nothing there.
+    const bool buying = operation == ttservice::OT_BUY || operation == ttservice::OT_MARGIN_BUY;
+    m_table->setColumnVisible(COL_AVAILABLE, !buying);
 }
 
 void COpBasketConfirmWidget::setTradeOperationType(quint64 word)
@@ -30,9 +323,16 @@ void COpBasketConfirmWidget::setTradeOperationType(quint64 word)
     m_tradeOpType = word;
 }
 
-void COpBasketConfirmWidget::setOperationType(int operation)
+void COpBasketConfirmWidget::setReplaceToolBar(COpBasketReplaceStockToolBar *bar)
 {
-    m_operationType = operation;
+    m_replaceToolBar = bar;
+    filterSwitches();
+}
+
+void COpBasketConfirmWidget::setPasteDataFunc(const QString &hint, boost::function<void()> func)
+{
+    if (m_table)
+        m_table->setPasteDataFunc(hint, std::move(func));
 }
 
 void COpBasketConfirmWidget::slotSetFilter(int flags)
@@ -40,7 +340,887 @@ void COpBasketConfirmWidget::slotSetFilter(int flags)
     if (flags == m_filterFlags)
         return;
     m_filterFlags = flags;
+    filterSwitches();
     update();
+}
+
+int COpBasketConfirmWidget::quoteRequestCount() const
+{
+    std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    return m_quoteRequests.size();
+}
+
+// ---- table ---------------------------------------------------------------------------------
+
+void COpBasketConfirmWidget::createUi()
+{
+    auto *list = new WK::CWidgetList(Qt::Vertical, this);
+    list->setMargin(0, 0, 0, 0);
+    list->setSpacing(0);
+    m_table = new COrderParamTable(
+        0, [this](int column) { return getTableItems(column); },
+        [this](const COrderParamTable::FilterMap &filters) { filterData(filters); }, list);
+    list->addStretchWidget(m_table, 1, 3, 0);
+    m_table->setFlag(m_table->flag() | kFlagsOfTable);
+    resetTable();
+    setInnerStretchWidget(list, 0, 0, 0, 0);
+}
+
+void COpBasketConfirmWidget::resetTable()
+{
+    if (!m_table)
+        return;
+    m_table->clear();
+    m_table->clearColumns();
+    m_table->setColumnCount(COLUMN_COUNT);
+    for (int column = 0; column < COLUMN_COUNT; ++column)
+        m_table->setColumnTitle(column, columnTitle(column, m_tradeType));
+    m_table->setColumnEditable(COL_VOLUME, true);
+    for (int column = kBoldColumnFirst; column <= kBoldColumnLast; ++column)
+        m_table->setColumnBoldFont(column, true);
+    for (int column = 0; column < COLUMN_COUNT; ++column)
+        m_table->setColumnFilterable(column, true);
+    m_table->setColumnFlashChange(COL_COST, true);
+
+    // The toolkit keeps numbers as numbers; formats say how typed text is stored and how many
+    // decimals a number shows when its cell does not say.
+    m_table->setColumnFormat(COL_VOLUME, WK::CF_INT, 2);
+    m_table->setColumnFormat(COL_AVAILABLE, WK::CF_INT, 0);
+    m_table->setColumnFormat(COL_LAST_PRICE, WK::CF_DOUBLE, 2);
+    m_table->setColumnFormat(COL_CHANGE, WK::CF_DOUBLE, 2, WK::NF_PERCENT);
+    m_table->setColumnFormat(COL_COST, WK::CF_DOUBLE, 2);
+    // The tick of a row is a check state of the model, not a widget per row: a list of twenty
+    // thousand lines would otherwise carry as many widgets.
+    m_table->setColumnCheckable(COL_CHECK, true);
+    m_table->setColumnAlignment(COL_CHECK, Qt::Alignment(kCheckAlignment));
+    for (int column = COL_ACCOUNT; column <= COL_OPERATION; ++column)
+        m_table->setColumnAlignment(column, Qt::AlignLeft | Qt::AlignVCenter);
+    m_table->setColumnAlignment(COL_STATUS, Qt::AlignHCenter | Qt::AlignVCenter);
+
+    const bool menuBuilt = (m_table->flag() & kFlagsOfConfirmTable) == kFlagsOfConfirmTable;
+    if (m_opConfirmType == 1 && !menuBuilt) {
+        m_table->setFlag(m_table->flag() | kFlagsOfConfirmTable);
+        // The basket actions of the menu follow this separator.
+        m_table->addMenuSeparator();
+        m_table->addMenuAction(QStringLiteral("保存篮子"), [this] { slotSaveBasket(); });
+        m_table->addMenuAction(QStringLiteral("帮助"), [this] { slotHelp(); });
+    }
+}
+
+void COpBasketConfirmWidget::clearOtherParams()
+{
+    for (OtherOrderParam *other : m_otherParams)
+        delete other;
+    m_otherParams.clear();
+}
+
+QSet<QString> COpBasketConfirmWidget::replacementCodes(const QString &basketName) const
+{
+    QSet<QString> codes;
+    const QMap<QString, CBasketSetting> &baskets = getUserConfig()->baskets();
+    const auto it = baskets.constFind(basketName);
+    if (it == baskets.constEnd())
+        return codes;
+    for (const CBasketStockData &row : it->m_stocks)
+        codes.insert(row.m_market + row.m_stockCode);
+    return codes;
+}
+
+void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
+{
+    // The old subscriptions go first and outside the lock: releasing one waits for its running
+    // callback, which may itself be waiting for m_mutex.
+    {
+        QVector<boost::shared_ptr<CQuoteRequest>> requests;
+        {
+            std::lock_guard<std::recursive_mutex> lock(m_mutex);
+            requests.swap(m_quoteRequests);
+        }
+    }
+
+    std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    m_waitTest = false;
+    m_params = params;
+    clearOtherParams();
+    m_rowParams.clear();
+    m_rowOtherParams.clear();
+    m_backupParams.clear();
+    if (!m_params || !m_table)
+        return;
+
+    std::vector<CCodeOrderParam> &lines = *m_params;
+    m_table->beginUpdate();
+    m_table->clear();
+    m_table->clearFilter();
+    m_table->setRowCount(static_cast<int>(lines.size()));
+
+    // The first line alone decides what column 5 holds for the whole list.
+    m_table->setColumnValidator(COL_VOLUME, nullptr);
+    if (!lines.empty()) {
+        if (isMoneyLine(lines.front())) {
+            m_table->setColumnFormat(COL_VOLUME, WK::CF_DOUBLE, 2);
+            m_table->setColumnValidator(COL_VOLUME, new WK::CDoubleValidator(0.0, ttservice::NO_VALUE, 3));
+        } else {
+            m_table->setColumnFormat(COL_VOLUME, WK::CF_INT, 2);
+            m_table->setColumnValidator(COL_VOLUME, new WK::CIntValidator(0, 0x7fffffff));
+        }
+    }
+
+    const bool replacing = m_replaceToolBar && m_replaceToolBar->isReplaceETF();
+    const QSet<QString> replacedCodes = replacing ? replacementCodes(m_replaceToolBar->basket()) : QSet<QString>();
+
+    sortParam();
+
+    // The same instrument stands on every account of the list: one lookup each.
+    QHash<QString, boost::shared_ptr<ttservice::CInstrumentDetail>> instruments;
+    m_otherParams.reserve(lines.size());
+    for (size_t i = 0; i < lines.size(); ++i) {
+        CCodeOrderParam &line = lines[i];
+        const int row = static_cast<int>(i);
+        if (!line.m_account)
+            continue;
+        const bool money = isMoneyLine(line);
+        const int64_t available = availableVolumeOf(line, line.m_operationType);
+        const std::string market = shownMarket(line);
+        const std::string code = shownCode(line);
+        const boost::shared_ptr<CPriceData> price = CQuoteClient::instance()->getStockPrice(stockKeyOf(market, code));
+        const double lastPrice = price ? price->m_lastPrice : 0.0;
+
+        m_table->setItemText(row, COL_ACCOUNT, accountDisplayIDQs(line.m_account));
+        m_table->setItemText(row, COL_MARKET, WK::sToQs(market));
+        m_table->setItemText(row, COL_CODE, WK::sToQs(code));
+        m_table->setItemText(row, COL_NAME, money ? QStringLiteral("-") : WK::sToQs(line.m_stockInfo.m_stockName));
+        m_table->setItemText(row, COL_OPERATION, operationToString(line.m_operationType));
+        m_table->setItemInt(row, COL_AVAILABLE, available);
+
+        EOpConfirmFilterStatus status = OCFS_NORMAL;
+        m_table->setItemChecked(row, COL_CHECK, !isParamFilter(line, status));
+        m_table->setItemText(row, COL_STATUS, getStatusString(status));
+        m_table->setItemColorKey(row, COL_STATUS, QLatin1String(getStatusColor(status)));
+
+        if (money) {
+            m_table->setItemDouble(row, COL_VOLUME, line.m_money, 2);
+        } else {
+            if (line.m_volume > available)
+                line.m_volume = available;
+            m_table->setItemInt(row, COL_VOLUME, line.m_volume);
+        }
+
+        const QString realKey = stockKeyOf(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode);
+        auto instrument = instruments.constFind(realKey);
+        if (instrument == instruments.constEnd())
+            instrument = instruments.insert(realKey, instrumentOf(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode));
+        // On a money line the shown key has no quote; the value is the line's money anyway.
+        const double cost = costOf(line, price, *instrument);
+        double changeRatio = 0.0;
+        if (hasCost(cost) && !money) {
+            changeRatio = price ? changeRatioOf(lastPrice, price->m_lastClose) : 0.0;
+            showLineValues(row, line, cost, lastPrice, changeRatio);
+        } else {
+            m_table->setItemText(row, COL_COST, QStringLiteral("-"));
+            m_table->setItemText(row, COL_LAST_PRICE, QStringLiteral("-"));
+            m_table->setItemText(row, COL_CHANGE, QStringLiteral("-"));
+        }
+
+        if (m_operationType == ttservice::OT_BUY && replacing) {
+            const QString marketCode = WK::sToQs(line.m_stockInfo.m_market + line.m_stockInfo.m_stockCode);
+            if (replacedCodes.contains(marketCode)) {
+                m_table->setRowColorKey(row, QStringLiteral("clr_global_fall"));
+                m_table->setItemEditable(row, COL_VOLUME, false);
+            }
+            if (CQuoteClient::instance()->isStoppedStock(stockKeyOf(market, code)))
+                m_table->setRowColorKey(row, QStringLiteral("clr_global_rise"));
+        }
+
+        // Money lines subscribe too, under their real market and code.
+        m_quoteRequests.append(CQuoteRequest::makeRequest(
+            realKey, [this](boost::shared_ptr<CPriceData> quote) { onLatestPrice(std::move(quote)); }));
+
+        m_rowParams.insert(row, &line);
+        auto *other = new OtherOrderParam(available, 0.0, cost, lastPrice, changeRatio, std::string());
+        m_otherParams.push_back(other);
+        m_rowOtherParams.insert(row, other);
+    }
+    m_table->endUpdate();
+
+    updateStatData();
+    m_table->adjustVisibleRowsColumnWidth();
+}
+
+void COpBasketConfirmWidget::showLastPrice(int row, const QString &market, const QString &code, double lastPrice)
+{
+    m_table->setItemDouble(row, COL_LAST_PRICE, lastPrice, lastPriceDecimals(market, code));
+}
+
+// Columns 9, 7 and 8 of a line whose value is known.
+void COpBasketConfirmWidget::showLineValues(int row, const CCodeOrderParam &line, double cost, double lastPrice,
+                                            double changeRatio)
+{
+    m_table->setItemDouble(row, COL_COST, cost, 2);
+    showLastPrice(row, WK::sToQs(line.m_stockInfo.m_market), WK::sToQs(line.m_stockInfo.m_stockCode), lastPrice);
+    m_table->setItemDouble(row, COL_CHANGE, changeRatio, 2, WK::NF_PERCENT);
+}
+
+void COpBasketConfirmWidget::addTableRow(CCodeOrderParam *line, OtherOrderParam *other)
+{
+    if (!m_table || !line || !other)
+        return;
+    const int row = m_table->addRowBegin();
+    m_table->setItemText(row, COL_ACCOUNT, line->m_account ? accountDisplayIDQs(line->m_account) : QString());
+    m_table->setItemText(row, COL_MARKET, WK::sToQs(line->m_stockInfo.m_market));
+    m_table->setItemText(row, COL_CODE, WK::sToQs(line->m_stockInfo.m_stockCode));
+    m_table->setItemText(row, COL_NAME, WK::sToQs(line->m_stockInfo.m_stockName));
+    m_table->setItemText(row, COL_OPERATION, operationToString(line->m_operationType));
+    m_table->setItemInt(row, COL_AVAILABLE, other->m_availableVolume);
+    m_table->setItemInt(row, COL_VOLUME, line->m_volume);
+
+    EOpConfirmFilterStatus status = OCFS_NORMAL;
+    m_table->setItemChecked(row, COL_CHECK, !isParamFilter(*line, status));
+    m_table->setItemText(row, COL_STATUS, getStatusString(status));
+    m_table->setItemColorKey(row, COL_STATUS, QLatin1String(getStatusColor(status)));
+
+    if (!hasCost(other->m_cost)) {
+        m_table->setItemText(row, COL_COST, QStringLiteral("-"));
+        m_table->setItemText(row, COL_LAST_PRICE, QStringLiteral("-"));
+        m_table->setItemText(row, COL_CHANGE, QStringLiteral("-"));
+    } else {
+        showLineValues(row, *line, other->m_cost, other->m_lastPrice, other->m_changeRatio);
+    }
+
+    m_rowParams.insert(row, line);
+    m_rowOtherParams.insert(row, other);
+    m_table->addRowEnd(true);
+}
+
+int COpBasketConfirmWidget::getHeightHint() const
+{
+    if (!m_table)
+        return 0;
+    return m_table->itemHeight() * (std::min(m_table->rowCount(), kMaxHintRows) + 2);
+}
+
+std::vector<ttservice::CCodeOrderParam> COpBasketConfirmWidget::getOrderParams() const
+{
+    std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    return m_params ? *m_params : std::vector<ttservice::CCodeOrderParam>();
+}
+
+void COpBasketConfirmWidget::slotSaveBasket(bool)
+{
+    WK::CSimpleInputDialog dialog(QStringLiteral("保存篮子"), QString(), this);
+    dialog.setText(QStringLiteral("新建篮子"));
+    dialog.getInput([this](const QString &name) { saveBasketCallBack(name); });
+}
+
+void COpBasketConfirmWidget::saveBasketCallBack(QString name)
+{
+    QMap<QString, CBasketSetting> &baskets = getUserConfig()->baskets();
+    if (baskets.contains(name)) {
+        WK::CMessageBox::warning(0, this, QStringLiteral("提示"), QStringLiteral("篮子重名"), QMessageBox::Ok);
+        return;
+    }
+    CBasketSetting &basket = baskets[name];
+    basket.m_name = name;
+    if (m_table) {
+        for (int row : m_table->selectedRows()) {
+            CBasketStockData stock;
+            stock.m_stockCode = m_table->itemText(row, COL_CODE);
+            stock.m_stockName = m_table->itemText(row, COL_NAME);
+            stock.m_volume = m_table->itemInt(row, COL_VOLUME);
+            stock.m_market = m_table->itemText(row, COL_MARKET);
+            // Weighted by money: the latest market value, cut to a whole number.
+            stock.m_weight = m_table->itemInt(row, COL_COST);
+            basket.m_stocks << stock;
+        }
+    }
+    deliverEvent(1195, 0, 0, name, nullptr);
+    Q_EMIT sigBasketSettingChanged(name);
+}
+
+void COpBasketConfirmWidget::slotHelp(bool)
+{
+    WK::CMessageBox::information(0, this, QStringLiteral("帮助"),
+                                 QStringLiteral("此表格支持粘贴, 格式为: 代码,名称,数量,权重,方向(0为买入, 1为卖出), 使用tab分隔\n"
+                                                "当日停牌的股票不会出现在此表格中"),
+                                 QMessageBox::Ok);
+}
+
+CCodeOrderParam *COpBasketConfirmWidget::getParamByRowIndex(int rowIndex) const
+{
+    if (!m_params || !m_table)
+        return nullptr;
+    return m_rowParams.value(m_table->rowID(rowIndex), nullptr);
+}
+
+// ---- cell events ---------------------------------------------------------------------------
+
+bool COpBasketConfirmWidget::handleEvent(int event, int id, int value, QString text, void *data)
+{
+    switch (event) {
+    case WK::TE_VALIDATE_EDIT:
+        if (data)
+            validateVolume(*static_cast<WK::CTableCellEvent *>(data));
+        return true;
+    case WK::TE_CELL_EDITED:
+        if (value == COL_VOLUME)
+            volumeEdited(id, text);
+        return true;
+    case WK::TE_ITEM_CHECKED:
+        updateStatData();
+        return true;
+    case WK::TE_CELL_CLICKED:
+        if (text.toInt() == COL_OPERATION)
+            switchDirection(id);
+        return true;
+    case 50:
+    case 51:
+    case 52:
+        // The table's other cell events end here too: none of them concerns the form.
+        return true;
+    case WK::TE_ROWS_DELETED:
+        if (data)
+            deleteRows(*static_cast<const std::set<int> *>(data));
+        return true;
+    default:
+        return WK::CBaseWidget::handleEvent(event, id, value, text, data);
+    }
+}
+
+void COpBasketConfirmWidget::validateVolume(WK::CTableCellEvent &cell)
+{
+    if (cell.m_column != COL_VOLUME || !m_table)
+        return;
+    const int row = cell.m_rowId;
+    const qint64 available = m_table->itemLonglong(row, COL_AVAILABLE);
+    qint64 volume = WK::unformatNumberString(cell.m_text).toLongLong();
+    if (volume < 0) {
+        cell.m_text = QStringLiteral("0");
+        cell.m_accept = false;
+        return;
+    }
+    const CCodeOrderParam *line = m_rowParams.value(row, nullptr);
+    if (line) {
+        // A buy may ask for more than the money covers today; what is sold or closed must exist.
+        const ttservice::EOperationType operation = line->m_operationType;
+        if (volume > available && (operation == ttservice::OT_SELL || isClose(operation))) {
+            cell.m_text = QString::number(available);
+            cell.m_accept = false;
+            return;
+        }
+        const int brokerType = line->m_account ? line->m_account->m_brokerType : ttservice::BROKER_TYPE_NONE;
+        if ((brokerType == ttservice::BROKER_TYPE_STOCK || brokerType == ttservice::BROKER_TYPE_CREDIT)
+            && !isMoneyLine(*line)) {
+            const int unit = ttservice::getUiMinUnit(line->m_stockInfo.m_market, line->m_stockInfo.m_stockCode,
+                                                     isBuy(operation));
+            if (unit > 0)
+                volume -= volume % unit;
+            cell.m_text = QString::number(volume);
+        }
+    }
+    cell.m_text = WK::formatNumberString(cell.m_text);
+    cell.m_accept = true;
+}
+
+void COpBasketConfirmWidget::volumeEdited(int row, const QString &text)
+{
+    CCodeOrderParam *line = m_rowParams.value(row, nullptr);
+    OtherOrderParam *other = m_rowOtherParams.value(row, nullptr);
+    if (!line || !m_table)
+        return;
+    double cost = ttservice::NO_VALUE;
+    {
+        std::lock_guard<std::recursive_mutex> lock(m_mutex);
+        if (isMoneyLine(*line))
+            line->m_money = text.toDouble();
+        else
+            line->m_volume = text.toLongLong();
+        cost = recalcCost(line);
+        if (other)
+            other->m_cost = cost;
+    }
+    if (hasCost(cost))
+        m_table->setItemDouble(row, COL_COST, cost, 2);
+    else
+        m_table->setItemText(row, COL_COST, QStringLiteral("-"));
+    updateStatData();
+}
+
+void COpBasketConfirmWidget::switchDirection(int row)
+{
+    if (m_opConfirmType != 1 || m_operationType != ttservice::OT_NONE || !m_table)
+        return;
+    CCodeOrderParam *line = m_rowParams.value(row, nullptr);
+    if (!line)
+        return;
+
+    ttservice::EOperationType next = line->m_operationType;
+    QString shown;
+    switch (line->m_operationType) {
+    case ttservice::OT_BUY:
+        next = ttservice::OT_SELL;
+        shown = tr("卖出");
+        break;
+    case ttservice::OT_SELL:
+        next = ttservice::OT_BUY;
+        shown = tr("买入");
+        break;
+    case ttservice::OT_MARGIN_BUY:
+        next = ttservice::OT_SHORT_SELL;
+        shown = tr("融券卖出");
+        break;
+    case ttservice::OT_SHORT_SELL:
+        next = ttservice::OT_MARGIN_BUY;
+        shown = tr("融资买入");
+        break;
+    default:
+        break;
+    }
+    if (next != line->m_operationType) {
+        // The form pairs lines before the switch is stored: it still sees the old direction.
+        deliverEvent(kEventDirectionSwitched, row, next, QString(), line);
+        m_table->setItemText(row, COL_OPERATION, shown);
+    }
+
+    const boost::shared_ptr<CPriceData> price = CQuoteClient::instance()->getStockPrice(
+        stockKeyOf(shownMarket(*line), shownCode(*line)));
+    const double lastPrice = price ? price->m_lastPrice : 0.0;
+    double cost = ttservice::NO_VALUE;
+    double changeRatio = 0.0;
+    int64_t available = 0;
+    {
+        std::lock_guard<std::recursive_mutex> lock(m_mutex);
+        line->m_operationType = next;
+        available = availableVolumeOf(*line, next);
+        if (line->m_volume > available)
+            line->m_volume = available;
+        cost = recalcCost(line);
+        changeRatio = price ? changeRatioOf(lastPrice, price->m_lastClose) : 0.0;
+        if (OtherOrderParam *other = m_rowOtherParams.value(row, nullptr)) {
+            other->m_availableVolume = available;
+            other->m_cost = cost;
+            other->m_lastPrice = lastPrice;
+            other->m_changeRatio = changeRatio;
+        }
+    }
+    m_table->setItemInt(row, COL_AVAILABLE, available);
+    m_table->setItemInt(row, COL_VOLUME, line->m_volume);
+    if (hasCost(cost) && !isMoneyLine(*line)) {
+        showLineValues(row, *line, cost, lastPrice, changeRatio);
+    } else {
+        m_table->setItemText(row, COL_COST, QStringLiteral("-"));
+        m_table->setItemText(row, COL_LAST_PRICE, QStringLiteral("-"));
+        m_table->setItemText(row, COL_STATUS, QString());
+        m_table->setItemText(row, COL_CHANGE, QStringLiteral("-"));
+    }
+    updateStatData();
+}
+
+void COpBasketConfirmWidget::deleteRows(const std::set<int> &rows)
+{
+    {
+        std::lock_guard<std::recursive_mutex> lock(m_mutex);
+        QMap<std::string, int> rowOfKey;
+        for (auto it = m_rowParams.cbegin(); it != m_rowParams.cend(); ++it) {
+            if (it.value())
+                rowOfKey.insert(it.value()->getKey(), it.key());
+        }
+        std::set<std::string> removedKeys;
+        for (int row : rows) {
+            m_rowOtherParams.remove(row);
+            if (const CCodeOrderParam *line = m_rowParams.value(row, nullptr))
+                removedKeys.insert(line->getKey());
+        }
+        m_rowParams.clear();
+        // m_otherParams keeps its entries: it no longer pairs with the list, which stops the quote
+        // handling of this list until the next load.
+        if (m_params) {
+            std::vector<CCodeOrderParam> &lines = *m_params;
+            size_t kept = 0;
+            for (size_t i = 0; i < lines.size(); ++i) {
+                if (removedKeys.count(lines[i].getKey()) > 0)
+                    continue;
+                if (kept != i)
+                    lines[kept] = lines[i];
+                ++kept;
+            }
+            lines.resize(kept);
+            for (CCodeOrderParam &line : lines) {
+                const int row = rowOfKey.value(line.getKey(), -1);
+                if (row >= 0)
+                    m_rowParams.insert(row, &line);
+            }
+        }
+    }
+    updateStatData();
+}
+
+// ---- filters, status and totals ------------------------------------------------------------
+
+COpBasketConfirmWidget::FilterSwitches COpBasketConfirmWidget::filterSwitches() const
+{
+    std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    // Widgets are read on their own thread only; a quote thread takes the last copy.
+    if (QThread::currentThread() == thread()) {
+        FilterSwitches now;
+        if (m_replaceToolBar) {
+            now.m_suspended = m_replaceToolBar->isFilter();
+            now.m_riseLimit = m_replaceToolBar->isFilterZhangTing();
+            now.m_fallLimit = m_replaceToolBar->isFilterDieTing();
+        }
+        m_filterSwitches = now;
+    }
+    return m_filterSwitches;
+}
+
+bool COpBasketConfirmWidget::isParamFilter(const CCodeOrderParam &line, EOpConfirmFilterStatus &status) const
+{
+    status = OCFS_NORMAL;
+    const FilterSwitches switches = filterSwitches();
+    if (!switches.m_suspended && !switches.m_riseLimit && !switches.m_fallLimit)
+        return false;
+    const QString market = WK::sToQs(shownMarket(line));
+    const QString code = WK::sToQs(shownCode(line));
+    bool filtered = false;
+    // Later tests win: a fall limit over a rise limit, either over a suspension.
+    if (switches.m_suspended && isStoppedStock(market, code)) {
+        status = OCFS_SUSPENDED;
+        filtered = true;
+    }
+    if (!switches.m_riseLimit && !switches.m_fallLimit)
+        return filtered;
+    const boost::shared_ptr<CPriceData> price = CQuoteClient::instance()->getStockPrice(WK::vqStockKey(market, code));
+    if (!price || !ttservice::hasValue(price->m_lastPrice))
+        return filtered;
+    const double last = price->m_lastPrice;
+    if (switches.m_riseLimit && ttservice::hasValue(price->m_upStopPrice)
+        && !ttservice::isLess(last, price->m_upStopPrice)) {
+        status = OCFS_RISE_LIMIT;
+        filtered = true;
+    }
+    if (switches.m_fallLimit && ttservice::hasValue(price->m_downStopPrice)
+        && !ttservice::isGreater(last, price->m_downStopPrice)) {
+        status = OCFS_FALL_LIMIT;
+        filtered = true;
+    }
+    return filtered;
+}
+
+QString COpBasketConfirmWidget::getStatusString(EOpConfirmFilterStatus status)
+{
+    switch (status) {
+    case OCFS_RISE_LIMIT:
+        return QStringLiteral("涨停");
+    case OCFS_FALL_LIMIT:
+        return QStringLiteral("跌停");
+    case OCFS_SUSPENDED:
+        return QStringLiteral("停盘");
+    default:
+        return QStringLiteral("-");
+    }
+}
+
+const char *COpBasketConfirmWidget::getStatusColor(EOpConfirmFilterStatus status)
+{
+    switch (status) {
+    case OCFS_RISE_LIMIT:
+        return "clr_global_rise";
+    case OCFS_FALL_LIMIT:
+        return "clr_global_fall";
+    case OCFS_SUSPENDED:
+        return "clr_op_basket_suspend_trade";
+    default:
+        return "";
+    }
+}
+
+void COpBasketConfirmWidget::sortParam()
+{
+    if (!m_params)
+        return;
+    std::vector<CCodeOrderParam> &lines = *m_params;
+    std::vector<CCodeOrderParam> filtered;
+    size_t kept = 0;
+    for (size_t i = 0; i < lines.size(); ++i) {
+        EOpConfirmFilterStatus status = OCFS_NORMAL;
+        if (isParamFilter(lines[i], status)) {
+            filtered.push_back(lines[i]);
+            continue;
+        }
+        if (kept != i)
+            lines[kept] = lines[i];
+        ++kept;
+    }
+    lines.resize(kept);
+    lines.insert(lines.end(), filtered.begin(), filtered.end());
+}
+
+QString COpBasketConfirmWidget::columnValue(int index, int column) const
+{
+    const CCodeOrderParam &line = (*m_params)[static_cast<size_t>(index)];
+    const OtherOrderParam *other =
+        static_cast<size_t>(index) < m_otherParams.size() ? m_otherParams[static_cast<size_t>(index)] : nullptr;
+    switch (column) {
+    case COL_ACCOUNT:
+        return line.m_account ? accountDisplayIDQs(line.m_account) : QString();
+    case COL_MARKET:
+        return WK::sToQs(line.m_stockInfo.m_market);
+    case COL_CODE:
+        return WK::sToQs(line.m_stockInfo.m_stockCode);
+    case COL_NAME:
+        return WK::sToQs(line.m_stockInfo.m_stockName);
+    case COL_OPERATION:
+        return operationToString(line.m_operationType);
+    case COL_VOLUME:
+        return isMoneyLine(line) ? QString::number(line.m_money, 'g', 6) : QString::number(line.m_volume);
+    default:
+        break;
+    }
+    if (!other)
+        return QString();
+    switch (column) {
+    case COL_AVAILABLE:
+        return QString::number(other->m_availableVolume);
+    case COL_LAST_PRICE:
+        return QString::number(other->m_lastPrice, 'g', 6);
+    case COL_CHANGE:
+        return QString::number(other->m_changeRatio, 'g', 6);
+    case COL_COST:
+        return QString::number(other->m_cost, 'g', 6);
+    case COL_STATUS:
+        return WK::sToQs(other->m_statusText);
+    default:
+        return QString();
+    }
+}
+
+QSet<QString> COpBasketConfirmWidget::getTableItems(int column)
+{
+    QSet<QString> items;
+    std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    if (!m_params || column < 0 || column > kLastFilterColumn)
+        return items;
+    for (size_t i = 0; i < m_params->size(); ++i) {
+        // Lines without a display record (no account at load) offer only what the line holds.
+        if (column >= COL_AVAILABLE && i >= m_otherParams.size())
+            continue;
+        items.insert(columnValue(static_cast<int>(i), column));
+    }
+    return items;
+}
+
+bool COpBasketConfirmWidget::testFilter(int type, const QSet<QString> &values, const QString &value)
+{
+    if (type == WK::FT_EQUAL)
+        return values.contains(value);
+    if (type != WK::FT_CONTAIN)
+        return true;
+    for (const QString &member : values) {
+        if (!member.isEmpty() && value.contains(member, Qt::CaseInsensitive))
+            return true;
+    }
+    return false;
+}
+
+void COpBasketConfirmWidget::filterData(const COrderParamTable::FilterMap &filters)
+{
+    if (!m_table)
+        return;
+    std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    m_table->beginUpdate();
+    m_table->clear();
+    m_rowOtherParams.clear();
+    m_rowParams.clear();
+    if (m_params) {
+        for (size_t i = 0; i < m_params->size(); ++i) {
+            if (i >= m_otherParams.size())
+                break;
+            bool pass = true;
+            // The last column with chosen values decides alone: each test overwrites the one before.
+            for (auto it = filters.cbegin(); it != filters.cend(); ++it) {
+                if (it.value().second.isEmpty() || it.key() < 0 || it.key() > kLastFilterColumn)
+                    continue;
+                pass = testFilter(it.value().first, it.value().second, columnValue(static_cast<int>(i), it.key()));
+            }
+            if (pass)
+                addTableRow(&(*m_params)[i], m_otherParams[i]);
+        }
+    }
+    m_table->endUpdate();
+    updateStatData();
+}
+
+void COpBasketConfirmWidget::updateStatData()
+{
+    if (!m_table)
+        return;
+    qint64 sumVolume = 0;
+    double sumMoney = 0.0;
+    double sumCost = 0.0;
+    qint64 sumAvailable = 0;
+    const int rows = m_table->rowCount();
+    for (int visual = 0; visual < rows; ++visual) {
+        const int row = m_table->rowID(visual);
+        sumVolume += m_table->itemLonglong(row, COL_VOLUME);
+        sumMoney += m_table->itemDouble(row, COL_VOLUME);
+        const double cost = m_table->itemDouble(row, COL_COST);
+        if (hasCost(cost))
+            sumCost += cost;
+        sumAvailable += m_table->itemLonglong(row, COL_AVAILABLE);
+    }
+    const bool moneyList = m_params && !m_params->empty() && isMoneyLine(m_params->front());
+    m_table->setStatText(COL_VOLUME, moneyList ? QString::number(sumMoney, 'f', 2) : QString::number(sumVolume));
+    m_table->setStatText(COL_AVAILABLE, QString::number(sumAvailable));
+    m_table->setStatText(COL_COST, QString::number(sumCost, 'f', 2));
+}
+
+// ---- live values ---------------------------------------------------------------------------
+
+double COpBasketConfirmWidget::recalcCost(const CCodeOrderParam *line) const
+{
+    if (!line)
+        return ttservice::NO_VALUE;
+    if (isMoneyLine(*line) || isRepurchaseCode(line->m_stockInfo.m_stockCode))
+        return costOf(*line, nullptr, nullptr);
+    const std::string &market = line->m_stockInfo.m_market;
+    const std::string &code = line->m_stockInfo.m_stockCode;
+    return costOf(*line, CQuoteClient::instance()->getStockPrice(stockKeyOf(market, code)), instrumentOf(market, code));
+}
+
+void COpBasketConfirmWidget::onLatestPrice(boost::shared_ptr<CPriceData> price)
+{
+    std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    if (!price || !m_params || m_params->size() != m_otherParams.size() || m_params->empty())
+        return;
+    const double last = price->m_lastPrice;
+    const bool lastKnown = !ttservice::isEqual(last, ttservice::NO_VALUE);
+    boost::shared_ptr<ttservice::CInstrumentDetail> instrument;
+    bool instrumentLooked = false;
+    // The same instrument can stand on several accounts: every line of it is updated.
+    for (size_t i = 0; i < m_params->size(); ++i) {
+        const CCodeOrderParam &line = (*m_params)[i];
+        if (line.m_stockInfo.m_market != price->m_market || line.m_stockInfo.m_stockCode != price->m_stockCode)
+            continue;
+        if (!instrumentLooked) {
+            instrument = instrumentOf(price->m_market, price->m_stockCode);
+            instrumentLooked = true;
+        }
+        if (!instrument)
+            continue;
+        OtherOrderParam *other = m_otherParams[i];
+        EOpConfirmFilterStatus status = OCFS_NORMAL;
+        isParamFilter(line, status);
+        other->m_statusText = getStatusString(status).toStdString();
+        if (!lastKnown)
+            continue;
+        other->m_lastPrice = last;
+        other->m_cost = isRepurchaseCode(price->m_stockCode)
+                            ? static_cast<double>(line.m_volume) * kRepurchaseUnitValue
+                            : static_cast<double>(line.m_volume) * last * instrument->m_volumeMultiple;
+        other->m_changed = true;
+        other->m_changeRatio = changeRatioOf(last, price->m_lastClose);
+    }
+}
+
+void COpBasketConfirmWidget::slotTimeout()
+{
+    std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    // A sell or mixed list keeps the values it was loaded with: its quantities were cut to the
+    // positions of that moment, and moving values would suggest otherwise.
+    if (m_operationType != ttservice::OT_BUY || !m_table)
+        return;
+    bool anyChanged = false;
+    m_table->beginUpdate();
+    for (auto it = m_rowOtherParams.cbegin(); it != m_rowOtherParams.cend(); ++it) {
+        OtherOrderParam *other = it.value();
+        if (!other || !other->m_changed)
+            continue;
+        const int row = it.key();
+        if (!hasCost(other->m_cost)) {
+            m_table->setItemText(row, COL_COST, QStringLiteral("-"));
+            m_table->setItemText(row, COL_LAST_PRICE, QStringLiteral("-"));
+            m_table->setItemText(row, COL_CHANGE, QStringLiteral("-"));
+        } else {
+            showLastPrice(row, m_table->itemText(row, COL_MARKET), m_table->itemText(row, COL_CODE),
+                          other->m_lastPrice);
+            m_table->setItemDouble(row, COL_COST, other->m_cost, 2);
+            m_table->setItemDouble(row, COL_CHANGE, other->m_changeRatio, 2, WK::NF_PERCENT);
+        }
+        other->m_changed = false;
+        anyChanged = true;
+    }
+    m_table->endUpdate();
+    if (!anyChanged)
+        return;
+    double sumCost = 0.0;
+    const int rows = m_table->rowCount();
+    for (int visual = 0; visual < rows; ++visual) {
+        const double cost = m_table->itemDouble(m_table->rowID(visual), COL_COST);
+        if (hasCost(cost))
+            sumCost += cost;
+    }
+    m_table->setStatText(COL_COST, QString::number(sumCost, 'f', 2));
+}
+
+// ---- taking the ticked rows ----------------------------------------------------------------
+
+void COpBasketConfirmWidget::updateParam()
+{
+    if (!m_params || !m_table)
+        return;
+    QStringList unticked;
+    {
+        std::lock_guard<std::recursive_mutex> lock(m_mutex);
+        // Taken a second time before a reload, the rows are still those of the backup: the
+        // same list can be placed again at once.
+        if (!m_rowParams.isEmpty() || m_backupParams.isEmpty()) {
+            m_backupParams.clear();
+            for (auto it = m_rowParams.cbegin(); it != m_rowParams.cend(); ++it) {
+                if (it.value())
+                    m_backupParams.insert(it.key(), *it.value());
+            }
+        }
+        m_params->clear();
+        m_rowParams.clear();
+
+        const int rows = m_table->rowCount();
+        for (int visual = 0; visual < rows; ++visual) {
+            const int row = m_table->rowID(visual);
+            const auto backup = m_backupParams.constFind(row);
+            // A row without a line never had a box to tick.
+            if (backup == m_backupParams.constEnd())
+                continue;
+            if (m_table->isItemChecked(row, COL_CHECK)) {
+                m_params->push_back(*backup);
+                continue;
+            }
+            EOpConfirmFilterStatus status = OCFS_NORMAL;
+            isParamFilter(*backup, status);
+            unticked.append(WK::sToQs(
+                (boost::format("[act = %1%, stk = %2%, num = %3%, sts = %4%]") % ttservice::accountDisplayID(backup->m_account)
+                 % utils::vqStockKey(backup->m_stockInfo.m_market, backup->m_stockInfo.m_stockCode)
+                 % backup->m_volume % static_cast<int>(status))
+                    .str()));
+        }
+    }
+    if (unticked.isEmpty())
+        return;
+    TT_LOG_INFO(this, "TC::COpBasketConfirmWidget::updateParam", "basket\\COpBasketConfirmWidget",
+                boost::format("[unCheckParam] = %1%") % unticked.join(QLatin1Char(' ')).toStdString());
+}
+
+void COpBasketConfirmWidget::resetParam()
+{
+    if (!m_params)
+        return;
+    std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    m_params->clear();
+    m_rowParams.clear();
+    m_params->resize(static_cast<size_t>(m_backupParams.size()));
+    size_t i = 0;
+    for (auto it = m_backupParams.cbegin(); it != m_backupParams.cend(); ++it, ++i) {
+        (*m_params)[i] = it.value();
+        m_rowParams.insert(it.key(), &(*m_params)[i]);
+    }
 }
 
 } // namespace TC

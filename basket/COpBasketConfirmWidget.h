@@ -3,44 +3,208 @@
 #include "BasketExport.h"
 #include "CBaseWidget.h"
 
-#include <boost/function.hpp>
+#include "CBasketStockData.h"
+#include "OtherOrderParam.h"
 
+#include "CCodeOrderParam.h"
+#include "COrderParamTable.h"
+#include "CPriceData.h"
+
+#include <boost/function.hpp>
+#include <boost/shared_ptr.hpp>
+
+#include <QMap>
+#include <QSet>
 #include <QString>
+#include <QVector>
+
+#include <mutex>
+#include <set>
+#include <vector>
+
+class QTimer;
+
+namespace WK {
+struct CTableCellEvent;
+} // namespace WK
 
 namespace TC {
 
-// The confirmation table of the order list.
+class COpBasketReplaceStockToolBar;
+class CQuoteRequest;
+
+// The confirmation table of the order list: one row per order line, before the list is sent.
+//
+// The widget works in place on the caller's vector given to loadParams: it cuts sells to what
+// can be delivered, takes the user's edits, deletions and direction switches into the lines,
+// and updateParam reduces the vector to the ticked rows. Row ids are the table's; after a load
+// row id i is line i.
+//
+// Threads. Quote callbacks may run on any thread; they only write the rows' display records
+// under m_mutex, and the 500 ms timer brings what changed to the screen. Everything else runs
+// on the widget's thread.
 class BASKETPANEL_EXPORT COpBasketConfirmWidget : public WK::CBaseWidget
 {
     Q_OBJECT
 
 public:
+    // 1: the full confirmation table, with context menu actions and the direction switch;
+    // 0: a plain one.
+    using OpConfirmType = int;
+
+    enum EOpConfirmFilterStatus {
+        OCFS_NORMAL = 0,
+        OCFS_RISE_LIMIT = 1,
+        OCFS_FALL_LIMIT = 2,
+        OCFS_SUSPENDED = 3,
+    };
+
+    // Table column numbers; the user may drag the columns, their numbers stay.
+    enum EColumn {
+        COL_ACCOUNT = 0,
+        COL_MARKET = 1,
+        COL_CODE = 2,
+        COL_NAME = 3,
+        COL_OPERATION = 4,
+        COL_VOLUME = 5,
+        COL_AVAILABLE = 6,
+        COL_LAST_PRICE = 7,
+        COL_CHANGE = 8,
+        COL_COST = 9,
+        COL_STATUS = 10,
+        COL_CHECK = 11,
+        COLUMN_COUNT = 12,
+    };
+
     explicit COpBasketConfirmWidget(QWidget *parent);
     ~COpBasketConfirmWidget() override;
 
-    // The table's own piece of the panel's parameter text.
+    void setWaitTest(bool wait);
+    bool waitTest() const { return m_waitTest; }
+    void setOpConfirmType(OpConfirmType type);
+    OpConfirmType opConfirmType() const { return m_opConfirmType; }
+
+    // The table's column layout as text.
     void setParam(const QString &text);
     QString param() const;
 
-    void setPasteDataFunc(const QString &hint, boost::function<void()> func);
-    void setTradeOperationType(quint64 word);
+    // EVqTraderType: 2 and 1024 list contracts, every other type stocks.
+    void setTradeType(int type);
+    int tradeType() const { return m_tradeType; }
+    // The one operation of the whole list, -1 for a list of both directions.
     void setOperationType(int operation);
-
-    int filterFlags() const { return m_filterFlags; }
-    quint64 tradeOperationType() const { return m_tradeOpType; }
     int operationType() const { return m_operationType; }
+    void setTradeOperationType(quint64 word);
+    quint64 tradeOperationType() const { return m_tradeOpType; }
+    void setReplaceToolBar(COpBasketReplaceStockToolBar *bar);
+    void setPasteDataFunc(const QString &hint, boost::function<void()> func);
+
+    // Shows the list and from then on edits it in place; the caller keeps owning it and must
+    // not free it while it is shown. Null empties the widget.
+    void loadParams(std::vector<ttservice::CCodeOrderParam> *params);
+    // Reduces the list to the ticked rows in the order of the screen; the rows are kept aside
+    // for resetParam.
+    void updateParam();
+    // Puts back every row that was in the table before updateParam, unticked ones too.
+    void resetParam();
+
+    // A copy of the list as it stands now; empty before the first load.
+    std::vector<ttservice::CCodeOrderParam> getOrderParams() const;
+    // The line of the row shown at this visual index, null when there is none.
+    ttservice::CCodeOrderParam *getParamByRowIndex(int rowIndex) const;
+    // Height for the rows in view, at most 25 of them, with header and totals line.
+    int getHeightHint() const;
+
+    // Whether the toolbar's switches (suspended, rise limit, fall limit) leave the line out; the
+    // status says why. Safe on any thread.
+    bool isParamFilter(const ttservice::CCodeOrderParam &line, EOpConfirmFilterStatus &status) const;
+    static QString getStatusString(EOpConfirmFilterStatus status);
+    static const char *getStatusColor(EOpConfirmFilterStatus status);
+    // Whether a value passes a column filter (WK::EFilterType: 0 equal, 1 contains; any other
+    // type passes everything).
+    static bool testFilter(int type, const QSet<QString> &values, const QString &value);
+
+    // The latest market value of a line; NO_VALUE when it is not known.
+    double recalcCost(const ttservice::CCodeOrderParam *line) const;
+    // The quote callback of every row: stores the quote's values in the rows of its instrument.
+    void onLatestPrice(boost::shared_ptr<CPriceData> price);
+
+    bool handleEvent(int event, int id, int value, QString text, void *data) override;
+
+    COrderParamTable *table() const { return m_table; }
+    int filterFlags() const { return m_filterFlags; }
+    // Live quote subscriptions, one per loaded row.
+    int quoteRequestCount() const;
 
 public Q_SLOTS:
     // The toolbar's filter word; applying the same word twice changes nothing.
     void slotSetFilter(int flags);
+    // Shows what the quotes changed since the last tick.
+    void slotTimeout();
+    // The menu's "保存篮子": asks for a name and stores the selected rows as a new basket.
+    void slotSaveBasket(bool checked = false);
+    // The menu's "帮助": what may be pasted into the table.
+    void slotHelp(bool checked = false);
+
+Q_SIGNALS:
+    void sigRemoveData(QVector<TC::CBasketStockData> rows);
+    void sigBasketSettingChanged(QString name);
+
+protected:
+    // Stores the selected rows under name; a name in use is refused and changes nothing.
+    void saveBasketCallBack(QString name);
+    void createUi();
+    void resetTable();
+    // A row written from the line and its display record as they stand, after a column filter.
+    void addTableRow(ttservice::CCodeOrderParam *line, OtherOrderParam *other);
+    QSet<QString> getTableItems(int column);
+    void filterData(const COrderParamTable::FilterMap &filters);
+    // Moves the lines that the switches leave out to the end of the list, keeping the order on
+    // both sides.
+    void sortParam();
+    void updateStatData();
 
 private:
-    QString m_param;
-    QString m_pasteHint;
-    boost::function<void()> m_pasteFunc;
-    int m_filterFlags = 0;
-    quint64 m_tradeOpType = 512;
+    // The toolbar's switches as last read on the widget's thread; quote callbacks read this copy.
+    struct FilterSwitches
+    {
+        bool m_suspended = false;
+        bool m_riseLimit = false;
+        bool m_fallLimit = false;
+    };
+
+    FilterSwitches filterSwitches() const;
+    void clearOtherParams();
+    QSet<QString> replacementCodes(const QString &basketName) const;
+    void showLineValues(int row, const ttservice::CCodeOrderParam &line, double cost, double lastPrice,
+                        double changeRatio);
+    void showLastPrice(int row, const QString &market, const QString &code, double lastPrice);
+    QString columnValue(int index, int column) const;
+    void validateVolume(WK::CTableCellEvent &cell);
+    void volumeEdited(int row, const QString &text);
+    void switchDirection(int row);
+    void deleteRows(const std::set<int> &rows);
+
+    OpConfirmType m_opConfirmType = 0;
+    int m_tradeType = 1;
     int m_operationType = 18;
+    COrderParamTable *m_table = nullptr;
+    std::vector<ttservice::CCodeOrderParam> *m_params = nullptr;
+    std::vector<OtherOrderParam *> m_otherParams;
+    QMap<int, ttservice::CCodeOrderParam *> m_rowParams;
+    QMap<int, OtherOrderParam *> m_rowOtherParams;
+    COpBasketReplaceStockToolBar *m_replaceToolBar = nullptr;
+    QMap<int, ttservice::CCodeOrderParam> m_backupParams;
+    QTimer *m_timer = nullptr;
+    QVector<boost::shared_ptr<CQuoteRequest>> m_quoteRequests;
+    // A std mutex rather than a QMutex: ThreadSanitizer sees through it, and it guards data
+    // that quote threads write.
+    mutable std::recursive_mutex m_mutex;
+    bool m_waitTest = false;
+
+    quint64 m_tradeOpType = 512;
+    int m_filterFlags = 0;
+    mutable FilterSwitches m_filterSwitches; // guarded by m_mutex
 };
 
 } // namespace TC

@@ -4,6 +4,8 @@
 #include "CBaseWidget.h"
 
 #include "CBasketStockData.h"
+#include "CCodeOrderParam.h"
+#include "sSplitCmdInfo.h"
 
 #include <boost/function.hpp>
 
@@ -11,15 +13,16 @@
 #include <QVector>
 
 #include <string>
+#include <vector>
 
 class QKeyEvent;
 
 namespace TC {
 
-class COpBasketConfirmWidget;
+class CHpfOpConfirmWidget;
 
 // The wrapper of the confirmation table that the panel places in its form: it passes calls on
-// to the table and reports the first key press.
+// to the table, decides how an instruction's list is loaded and reports the first key press.
 class BASKETPANEL_EXPORT COpBasketParamsEditWidget : public WK::CBaseWidget
 {
     Q_OBJECT
@@ -28,24 +31,47 @@ public:
     explicit COpBasketParamsEditWidget(QWidget *parent);
     ~COpBasketParamsEditWidget() override;
 
+    void setWaitTest(bool wait);
+    void setBasketName(const QString &name);
+    void setLineEditable(bool editable);
     void setParam(const QString &text);
     QString param() const;
+    // Shows the list; the table edits it in place from then on.
+    void loadParams(std::vector<ttservice::CCodeOrderParam> *list, quint64 word, bool canCustom);
     void setTradeOpType(quint64 word);
     void setPasteDataFunc(const QString &hint, boost::function<void()> func);
+    // Takes the table's edits into the list: only the ticked rows stay.
+    void updateOrderParams();
+    ttservice::CCodeOrderParam *getParamByRowIndex(int row) const;
+    CHpfOpConfirmWidget *getOpConfirmWidget() const { return m_opConfirmWidget; }
+    CHpfOpConfirmWidget *confirmWidget() const { return m_opConfirmWidget; }
+    // The list as the table holds it, by value; empty without the table.
+    std::vector<ttservice::CCodeOrderParam> getOrderParams() const;
+    // Loads an instruction's list; an unknown instruction leaves the table as it is.
+    void setCommand(const std::string &key, std::vector<ttservice::CCodeOrderParam> *list, quint64 word, bool canCustom,
+                    const sSplitCmdInfo &info);
+    const std::string &commandKey() const { return m_commandKey; }
+    quint64 commandTradeOpType() const { return m_commandTradeOpType; }
 
-    COpBasketConfirmWidget *confirmWidget() const { return m_opConfirmWidget; }
+public Q_SLOTS:
+    void slotRemoveData(QVector<TC::CBasketStockData> rows);
 
 Q_SIGNALS:
-    void sigbasketSettingChanged(QString name);
     void sig_bascketChange(QKeyEvent *event);
     void sigRemoveData(QVector<TC::CBasketStockData> rows);
+    void sigSetFilter(int flags, bool on);
+    void sigbasketSettingChanged(QString name);
 
 protected:
     // 512 is the buy operation 18, 1024 the sell operation 19, every other word none.
     static int tradeOpTypeToOptType(quint64 word);
+    // A letter or digit typed on the table starts a basket search; Ctrl combinations do not.
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    COpBasketConfirmWidget *m_opConfirmWidget = nullptr;
+    void createUi();
+
+    CHpfOpConfirmWidget *m_opConfirmWidget = nullptr;
     std::string m_commandKey;
     quint64 m_commandTradeOpType = 0;
 };

@@ -1,5 +1,6 @@
 #include "COpBasketParamsWidget.h"
 
+#include "COpBasketParamsButtonsBar.h"
 #include "COpBasketReplaceStockToolBar.h"
 #include "COpBasketsComboBox.h"
 
@@ -124,7 +125,6 @@ void COpBasketParamsWidget::createUi()
     if (hasHedgePermission())
         m_hedgeWidget = new COpBasketFutureParamsWidget(6, 1, this);
     auto *bottomStrip = new WK::CJiuGongImageWidget(1, QStringLiteral("img_white_widget_bg"), 2, 28, 2, 27, this);
-    m_bottomStrip = bottomStrip;
 
     createTabs();
     m_settingBar->setTopLineVisible(false);
@@ -139,6 +139,8 @@ void COpBasketParamsWidget::createUi()
     bottomStrip->setMinimumWidth(260);
     auto *stripLayout = new QHBoxLayout(bottomStrip);
     stripLayout->setSpacing(2);
+    m_buttonsBar = new COpBasketParamsButtonsBar(bottomStrip);
+    stripLayout->addWidget(m_buttonsBar);
 
     root->setMargin(0, 0, 0, 0);
     root->setSpacing(-1);
@@ -303,6 +305,10 @@ void COpBasketParamsWidget::disableForTrader()
         m_hedgeWidget->setAutoHedge(false);
         m_hedgeWidget->setEnabled(false);
     }
+    if (m_buttonsBar) {
+        m_buttonsBar->setEnabled(false);
+        m_buttonsBar->setCommandChangeVisible(false);
+    }
 }
 
 WK::CParameterCell *COpBasketParamsWidget::cell(int which) const
@@ -451,8 +457,7 @@ std::string COpBasketParamsWidget::get3rdPartyTradeParam() const
 
 bool COpBasketParamsWidget::getTraderChangeEnable() const
 {
-    // The check box "允许改参" sits in the button bar, which comes with the order buttons.
-    return false;
+    return m_buttonsBar && m_buttonsBar->getCommandChange();
 }
 
 int COpBasketParamsWidget::getIndexVolume(const QString &market, const QString &code)

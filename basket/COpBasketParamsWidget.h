@@ -44,6 +44,7 @@ struct COpBasketOrder;
 class COpAccountsWidget;
 class COpBasketFutureParamsWidget;
 class COpBasketHedgeSettingWidget;
+class COpBasketParamsButtonsBar;
 class COpBasketParamsExpandBar;
 class COpBasketReplaceStockToolBar;
 class COpBasketsComboBox;
@@ -120,6 +121,8 @@ public:
     int getTradePlatform() const;
     std::string get3rdPartyTradeParam() const;
     bool getTraderChangeEnable() const;
+    // The order blocks' log of their parameters, sent with the order; empty without the blocks.
+    std::string getCmdLog() const { return std::string(); }
     static int getIndexVolume(const QString &market, const QString &code);
     void getIndexDataByBasket(double &indexValue, int &indexCount) const;
 
@@ -152,6 +155,7 @@ public:
     // --- widgets, for the panel and for tests ---
     COpAccountsWidget *accountsWidget() const { return m_accountsWidget; }
     COpBasketReplaceStockToolBar *replaceToolBar() const { return m_replaceToolBar; }
+    COpBasketParamsButtonsBar *buttonsBar() const { return m_buttonsBar; }
     COperationPushButtonGroup *tabGroup() const { return m_tabGroup; }
     COpBasketsComboBox *basketsCombo() const { return m_basketsCombo; }
     QComboBox *volumnCombobox() const { return m_volumnCombobox; }
@@ -242,8 +246,7 @@ private:
     bool m_expanded = false;
     COpAccountsWidget *m_accountsWidget = nullptr;
     WK::CBaseWidget *m_otherParams = nullptr;
-    // The strip at the bottom that holds the order buttons.
-    QWidget *m_bottomStrip = nullptr;
+    COpBasketParamsButtonsBar *m_buttonsBar = nullptr;
     COpBasketFutureParamsWidget *m_hedgeWidget = nullptr;
     COpBasketHedgeSettingWidget *m_hedgeSetting = nullptr;
     COpBasketReplaceStockToolBar *m_replaceToolBar = nullptr;

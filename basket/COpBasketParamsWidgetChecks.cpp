@@ -1,6 +1,7 @@
 // What the form checks before an order is generated for placing, and before a paste is taken.
 #include "COpBasketParamsWidget.h"
 
+#include "COpBasketParamsButtonsBar.h"
 #include "COpBasketsComboBox.h"
 
 #include "CExchangeClient.h"
@@ -72,7 +73,7 @@ bool COpBasketParamsWidget::check(QString &error, QString &log)
     if (batch != BATCH_SELL && m_accountsWidget) {
         const QSet<QString> selected = m_accountsWidget->getSelectedAccounts();
         if (selected.isEmpty()) {
-            reportCheckFailure(QStringLiteral("您没有选择任何账号!"), error, m_bottomStrip);
+            reportCheckFailure(QStringLiteral("您没有选择任何账号!"), error, m_buttonsBar);
             return false;
         }
         for (const QString &key : m_accountsWidget->getDisplayedAccounts()) {

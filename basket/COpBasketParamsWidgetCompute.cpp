@@ -2,6 +2,7 @@
 #include "COpBasketParamsWidget.h"
 
 #include "COpBasketOrder.h"
+#include "COpBasketParamsButtonsBar.h"
 #include "COpBasketReplaceStockToolBar.h"
 #include "COpBasketsComboBox.h"
 #include "PriceLimits.h"
@@ -520,7 +521,7 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
 
     const bool touchModule = luawrapper::LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_market_if_touched"});
     const std::string userId = getUserConfig()->getUserId();
-    const auto hedgeFlag = ttservice::HEDGE_FLAG_SPECULATION; // the button bar's choice, once it is there
+    const auto hedgeFlag = m_buttonsBar ? m_buttonsBar->getHedgeFlag() : ttservice::HEDGE_FLAG_SPECULATION;
     auto priceType = ttservice::PRICE_TYPE_NONE;
     auto orderType = ttservice::ORDER_TYPE_NORMAL;
     QStringList rowsLog;
@@ -559,7 +560,8 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
 
         auto operation = static_cast<ttservice::EOperationType>(m_operationType);
         if (m_operationType == -1)
-            operation = row.m_operationType;
+            operation = m_tradeOpType == TOT_ONEKEY_FUTURE && m_buttonsBar ? m_buttonsBar->getFutureOptType(row.m_operationType)
+                                                                         : row.m_operationType;
 
         std::vector<int> split;
         if (oneAccountAll && isBuy(operation)) {
@@ -625,6 +627,9 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
                     line.m_operationType = row.m_operationType == ttservice::OT_BUY ? ttservice::EOperationType(20)
                                                                                     : ttservice::EOperationType(21);
                     break;
+                case TOT_ONEKEY_FUTURE:
+                    line.m_operationType = operation;
+                    break;
                 default:
                     break;
                 }
@@ -652,14 +657,21 @@ void COpBasketParamsWidget::fillCompParams(CCodeOrderParam *, ttservice::EOperat
     // widgets; without them the line keeps what it has.
 }
 
+bool COpBasketParamsWidget::fillClipboard(QVector<CCodeOrderParam> &params, QString &error)
+{
+    QList<CBasketStockData> rows = m_clipboardStocks.value(m_tradeOpType);
+    filterStockParam(rows);
+    requestQuotes(rows);
+    return fillParamByStocks(rows, params, error, true);
+}
+
 // --- sources of rows and engines that come with later blocks ---
 
-// The batch lists, the clipboard, the custom group and the replacement engines have sources of
+// The batch lists, the custom group and the replacement engines have sources of
 // their own that the panel does not hold yet: each gives an empty list, never an error.
 bool COpBasketParamsWidget::fillBatchBuyParam(QVector<CCodeOrderParam> &, QString &) { return true; }
 bool COpBasketParamsWidget::fillBatchSellParam(QVector<CCodeOrderParam> &, QString &) { return true; }
 bool COpBasketParamsWidget::fillPositionSellParam(QVector<CCodeOrderParam> &, QString &) { return true; }
-bool COpBasketParamsWidget::fillClipboard(QVector<CCodeOrderParam> &, QString &) { return true; }
 bool COpBasketParamsWidget::fillBatchBuySellParam(QVector<CCodeOrderParam> &, QString &) { return true; }
 bool COpBasketParamsWidget::fillCustomGroupParam(QVector<CCodeOrderParam> &, QString &) { return true; }
 

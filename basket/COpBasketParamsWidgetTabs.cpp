@@ -3,6 +3,7 @@
 #include "COpBasketParamsWidget.h"
 
 #include "COpBasketReplaceStockToolBar.h"
+#include "COpBasketParamsButtonsBar.h"
 #include "COpBasketsComboBox.h"
 
 #include "CComboBox.h"
@@ -138,6 +139,11 @@ void COpBasketParamsWidget::setCurrentOperationType(quint64 word)
         }
     }
 
+    if (m_buttonsBar) {
+        m_buttonsBar->setOperationType(static_cast<ttservice::EOperationType>(op), tab);
+        if (tab == TOT_FUTURE)
+            m_operationType = m_buttonsBar->getFutureOptType(static_cast<ttservice::EOperationType>(m_operationType));
+    }
     if (m_basketsCombo)
         m_basketsCombo->setOperationType(static_cast<ttservice::EOperationType>(op));
 

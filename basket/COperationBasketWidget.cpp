@@ -1,9 +1,10 @@
 #include "COperationBasketWidget.h"
 
-#include "COpBasketConfirmWidget.h"
+#include "CHpfOpConfirmWidget.h"
 #include "COpBasketParamsEditWidget.h"
 #include "COpBasketParamsWidget.h"
 #include "COpBasketReplaceStockToolBar.h"
+#include "COpBasketsComboBox.h"
 
 #include "CSplitContainer.h"
 #include "CTradeClient.h"
@@ -72,6 +73,9 @@ void COperationBasketWidget::createUi()
     connect(m_editWidget, &COpBasketParamsEditWidget::sigRemoveData, m_paramsWidget, &COpBasketParamsWidget::slotRemoveData);
 
     m_paramsWidget->setReplaceToolBar(m_replaceToolBar);
+    // The table reads the same boxes to show why a line is left out.
+    if (COpBasketConfirmWidget *table = m_editWidget->confirmWidget())
+        table->setReplaceToolBar(m_replaceToolBar);
 
     m_splitContainer->setWidgets(m_leftList, m_paramsWidget, 0, kParamsStableLength);
     m_splitContainer->setFirstMinLength(200);
@@ -305,11 +309,47 @@ void COperationBasketWidget::onTabChanged(quint64 word)
     }
 }
 
+void COperationBasketWidget::onListGenerated(quint64 word, const QString &basketName)
+{
+    if (m_replaceToolBar) {
+        const bool stocks = word != TOT_FUTURE && word != TOT_ONEKEY_FUTURE;
+        // Futures lists have no suspended stocks or blacklists to replace.
+        m_replaceToolBar->setToolBarShow(stocks);
+        if (stocks) {
+            if (m_replaceToolBar->isReplaceBlacklist()) {
+                m_replaceToolBar->enableReplaceBlacklistCheckBox(false);
+                m_replaceToolBar->updateFilter();
+            }
+            if (m_replaceToolBar->isFilterBlacklist()) {
+                m_replaceToolBar->enableFilterBlacklistCheckBox(false);
+                m_replaceToolBar->updateFilter();
+            }
+        }
+        m_replaceToolBar->setStopPercentText(basketName);
+    }
+    if (m_leftList)
+        m_leftList->updateWidgetLength();
+    if (!m_paramsWidget || !m_editWidget)
+        return;
+    m_editWidget->setBasketName(basketName);
+    const bool canCustom = m_paramsWidget->basketsCombo() && m_paramsWidget->basketsCombo()->canCustom();
+    m_editWidget->loadParams(m_paramsWidget->getCodeOrderParams(), word, canCustom);
+    // An unknown name counts as a basket of the user's own, as the configuration's map enters it.
+    m_editWidget->setLineEditable(getUserConfig()->baskets()[basketName].m_basketKind == 0);
+    if (m_replaceToolBar)
+        m_replaceToolBar->setPortfolioEnabled(m_editWidget->getOrderParams());
+}
+
 bool COperationBasketWidget::handleEvent(int event, int id, int value, QString text, void *data)
 {
     switch (event) {
     case 5:    // a button of a child: nothing above this form needs to hear of it
     case 1138: // a parameter changed in a table: already applied where it happened
+        return true;
+    case 1046:
+        return placeOrderRequested(value);
+    case 1070:
+        onListGenerated(static_cast<quint64>(static_cast<quint32>(id)), text);
         return true;
     case 1072:
         onTabChanged(static_cast<quint64>(value));

@@ -63,6 +63,12 @@ public:
     void handlePaste();
 
     bool handleEvent(int event, int id, int value, QString text, void *data) override;
+    // Places the form's list: plain, algorithm or hedged for a manager, the instruction's tasks
+    // for a trader. Changes nothing in the panel; the same list can be sent again.
+    void doOperation();
+    // Whether the list travels as an outside platform's algorithm order (1), as a plain basket
+    // order (0), or not at all (-1); fills the algorithm's parameter string and platform.
+    int fillAlgoParam(std::vector<ttservice::CCodeOrderParam> &orders, std::string &paramString, int &platform);
 
     COpBasketParamsWidget *paramsWidget() const { return m_paramsWidget; }
     COpBasketParamsEditWidget *editWidget() const { return m_editWidget; }
@@ -85,6 +91,12 @@ private:
     static quint64 tabWordOfLines(const std::vector<ttservice::CCodeOrderParam> &lines);
     void showCommandLines(const std::string &key, const std::vector<ttservice::CCodeOrderParam> &lines);
     void onTabChanged(quint64 word);
+    void onListGenerated(quint64 word, const QString &basketName);
+    // An order button's press: the checks in their order, then doOperation.
+    bool placeOrderRequested(int value);
+    void placeAsManager(std::vector<ttservice::CCodeOrderParam> &orders, std::string thirdParty, int platform,
+                        bool createPortfolio, bool allowChange);
+    void placeForCommand(std::vector<ttservice::CCodeOrderParam> &orders, std::string thirdParty, int platform);
 
     WK::CSplitContainer *m_splitContainer = nullptr;
     COpBasketParamsWidget *m_paramsWidget = nullptr;

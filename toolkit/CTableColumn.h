@@ -15,6 +15,12 @@ enum EColumnFormat {
     CF_DOUBLE = 2, // typed text becomes a decimal number
 };
 
+// How a column filter compares a row's value with the values the user chose.
+enum EFilterType {
+    FT_EQUAL = 0,   // the value equals one of them, exactly
+    FT_CONTAIN = 1, // the value contains one of them, whatever the case
+};
+
 // The description of one table column. A column is addressed by its number (its id), which
 // stays the same whatever order the user drags the columns into.
 struct CTableColumn

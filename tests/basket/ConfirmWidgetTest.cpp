@@ -1,0 +1,777 @@
+#include "COpBasketConfirmWidget.h"
+#include "COpBasketReplaceStockToolBar.h"
+
+#include "CDoubleValidator.h"
+#include "CIntValidator.h"
+#include "COrderParamTable.h"
+#include "CTableCellEvent.h"
+#include "CTableColumnFilterPopup.h"
+#include "CTableModel.h"
+
+#include "CExchangeClient.h"
+#include "CLogCapture.h"
+#include "CLogCenter.h"
+#include "CQuoteClient.h"
+#include "CUserConfig.h"
+#include "StockTypeCacheCenter.h"
+#include "StockTypeCenter.h"
+
+#include "SubstituteFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <QHeaderView>
+#include <QTableView>
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+using namespace TC;
+using ttservice::CCodeOrderParam;
+using ttservice::EOperationType;
+using ttservice::EVQBrokerType;
+using Widget = COpBasketConfirmWidget;
+
+namespace {
+
+// The form above the table: keeps the events that reach it.
+class FormStub : public WK::CBaseWidget
+{
+public:
+    struct Seen
+    {
+        int event;
+        int id;
+        int value;
+        void *data;
+    };
+
+    FormStub()
+        : WK::CBaseWidget(QStringLiteral("form_stub"), false, nullptr)
+    {
+    }
+    bool handleEvent(int event, int id, int value, QString, void *data) override
+    {
+        seen.push_back({event, id, value, data});
+        return true;
+    }
+
+    std::vector<Seen> seen;
+};
+
+struct Held
+{
+    std::string code;
+    double canUse;
+};
+
+// A stock account with money and positions in SH.
+void addAccount(const std::string &key, EVQBrokerType type, double money, const std::vector<Held> &held = {})
+{
+    ttservice::CAccountInfo info;
+    info.m_accountKey = key;
+    info.m_accountId = key;
+    info.m_brokerType = type;
+    ttservice::CAccountDetail detail;
+    detail.m_accountKey = key;
+    detail.m_available = money;
+    std::vector<ttservice::CPositionStatics> positions;
+    for (const Held &h : held) {
+        ttservice::CPositionStatics position;
+        position.m_market = "SH";
+        position.m_stockCode = h.code;
+        position.m_volume = h.canUse;
+        position.m_canUseVolume = h.canUse;
+        positions.push_back(position);
+    }
+    getUserConfig()->addAccount(info, detail, positions);
+}
+
+void addInstrument(const std::string &market, const std::string &code, int multiple = 1)
+{
+    ttservice::CInstrumentDetail detail;
+    detail.m_market = market;
+    detail.m_stockCode = code;
+    detail.m_stockName = code + "name";
+    detail.m_volumeMultiple = multiple;
+    detail.m_tradeUnit = 100;
+    CExchangeClient::instance()->addInstrument(detail);
+}
+
+CPriceData quote(const std::string &market, const std::string &code, double last, double lastClose = 10.0,
+                 double up = 100.0, double down = 1.0)
+{
+    CPriceData price;
+    price.m_market = market;
+    price.m_stockCode = code;
+    price.m_lastPrice = last;
+    price.m_lastClose = lastClose;
+    price.m_upStopPrice = up;
+    price.m_downStopPrice = down;
+    return price;
+}
+
+CCodeOrderParam line(const std::string &accountKey, const std::string &code, int operation, int64_t volume,
+                     EVQBrokerType type = ttservice::BROKER_TYPE_STOCK, const std::string &market = "SH")
+{
+    CCodeOrderParam param;
+    param.m_account.reset(new ttservice::CAccountInfo);
+    param.m_account->m_accountKey = accountKey;
+    param.m_account->m_accountId = accountKey;
+    param.m_account->m_brokerType = type;
+    param.m_operationType = static_cast<EOperationType>(operation);
+    param.m_stockInfo = ttservice::CStockInfo(market, code, code + "name");
+    param.m_volume = volume;
+    return param;
+}
+
+// A quoted stock of SH with an instrument record.
+void addStock(const std::string &code, double last, double lastClose = 10.0)
+{
+    addInstrument("SH", code);
+    CQuoteClient::instance()->setStockPrice(quote("SH", code, last, lastClose));
+}
+
+class ConfirmWidgetTest : public SubstituteTest
+{
+protected:
+    void SetUp() override
+    {
+        SubstituteTest::SetUp();
+        form = std::make_unique<FormStub>();
+        widget = new Widget(form.get());
+    }
+
+    COrderParamTable *table() const { return widget->table(); }
+    QString cell(int row, int column) const { return table()->itemText(row, column); }
+    std::vector<std::string> shownCodes() const
+    {
+        std::vector<std::string> codes;
+        for (int i = 0; i < table()->rowCount(); ++i)
+            codes.push_back(widget->getParamByRowIndex(i)->m_stockInfo.m_stockCode);
+        return codes;
+    }
+    // The user's click on a cell, as the table delivers it.
+    void click(int row, int column)
+    {
+        WK::CTableCellEvent event(row, column, QString::number(column));
+        widget->handleEvent(WK::TE_CELL_CLICKED, row, column, event.m_text, &event);
+    }
+
+    // Destroyed after the widget, which works on it.
+    std::vector<CCodeOrderParam> lines;
+    std::unique_ptr<FormStub> form;
+    Widget *widget = nullptr;
+};
+
+// ---- load ----------------------------------------------------------------------------------
+
+TEST_F(ConfirmWidgetTest, LoadCutsASellToTheAvailableQuantityInTheLineItself)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 0.0, {{"600000", 600}});
+    addStock("600000", 10.0);
+    widget->setOperationType(19);
+    lines = {line("a1", "600000", 19, 1000)};
+    widget->loadParams(&lines);
+
+    EXPECT_EQ(lines[0].m_volume, 600);
+    EXPECT_EQ(table()->itemLonglong(0, Widget::COL_VOLUME), 600);
+    EXPECT_EQ(table()->itemLonglong(0, Widget::COL_AVAILABLE), 600);
+    EXPECT_EQ(cell(0, Widget::COL_COST), QStringLiteral("6000.00"));
+    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("600"));
+    EXPECT_EQ(widget->quoteRequestCount(), 1);
+}
+
+TEST_F(ConfirmWidgetTest, EmptyListHasNoEditorNoSubscriptionAndZeroTotals)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6);
+    addStock("600000", 10.0);
+    lines = {line("a1", "600000", 18, 100)};
+    widget->loadParams(&lines);
+    ASSERT_NE(table()->columnValidator(Widget::COL_VOLUME), nullptr);
+
+    std::vector<CCodeOrderParam> empty;
+    widget->loadParams(&empty);
+    EXPECT_EQ(table()->rowCount(), 0);
+    EXPECT_EQ(table()->columnValidator(Widget::COL_VOLUME), nullptr);
+    EXPECT_EQ(widget->quoteRequestCount(), 0);
+    EXPECT_EQ(CQuoteClient::instance()->subscriptionCount(), 0);
+    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("0"));
+    EXPECT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("0.00"));
+}
+
+TEST_F(ConfirmWidgetTest, TheFirstLineAloneChoosesTheEditorOfTheQuantity)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6);
+    addStock("600000", 10.0);
+    CCodeOrderParam money = line("a1", "600000", 25, 0);
+    money.m_money = 5000.0;
+
+    lines = {money, line("a1", "600000", 18, 100)};
+    widget->loadParams(&lines);
+    auto *decimals = qobject_cast<WK::CDoubleValidator *>(table()->columnValidator(Widget::COL_VOLUME));
+    ASSERT_NE(decimals, nullptr) << "a money line first: every row takes decimals";
+    EXPECT_EQ(decimals->decimals(), 3);
+    EXPECT_TRUE(table()->submitEdit(1, Widget::COL_VOLUME, QStringLiteral("150.5")));
+
+    lines = {line("a1", "600000", 18, 100), money};
+    widget->loadParams(&lines);
+    EXPECT_NE(qobject_cast<WK::CIntValidator *>(table()->columnValidator(Widget::COL_VOLUME)), nullptr);
+    EXPECT_FALSE(table()->submitEdit(1, Widget::COL_VOLUME, QStringLiteral("150.5")));
+}
+
+struct DecimalsCase
+{
+    const char *name;
+    const char *market;
+    const char *code;
+    bool typed; // type 100024: the price shows the decimals of its tick
+    bool fundKind;
+    double last;
+    const char *shown;
+};
+
+class LastPriceDecimals : public ConfirmWidgetTest, public ::testing::WithParamInterface<DecimalsCase>
+{
+};
+
+TEST_P(LastPriceDecimals, FollowTheTickOfTypedInstruments)
+{
+    const DecimalsCase &c = GetParam();
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
+    addInstrument(c.market, c.code);
+    CQuoteClient::instance()->setStockPrice(quote(c.market, c.code, c.last));
+    if (c.typed)
+        ttservice::StockTypeCenter::setTypedStock(100024, c.market, c.code);
+    if (c.fundKind) {
+        ttservice::StockTypeCache kinds;
+        kinds.m_fund = true;
+        ttservice::StockTypeCacheCenter::setTypeStockCache(c.market, c.code, kinds);
+    }
+    lines = {line("a1", c.code, 18, 1, ttservice::BROKER_TYPE_STOCK, c.market)};
+    widget->loadParams(&lines);
+    EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QString::fromLatin1(c.shown));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ticks, LastPriceDecimals,
+    ::testing::Values(DecimalsCase{"untypedStockTakesTwo", "SH", "600000", false, true, 1.2345, "1.23"},
+                      DecimalsCase{"shanghaiFundTakesThree", "SH", "510300", true, true, 1.2346, "1.235"},
+                      DecimalsCase{"shanghaiStockTakesTwo", "SH", "600000", true, false, 1.2345, "1.23"},
+                      DecimalsCase{"optionTakesFour", "SHO", "10000001", true, false, 0.12346, "0.1235"},
+                      DecimalsCase{"bondFutureTakesThree", "IF", "TF2403", true, false, 101.2346, "101.235"},
+                      DecimalsCase{"copperTakesNone", "SF", "cu2405", true, false, 71230.4, "71230"},
+                      DecimalsCase{"unknownMarketTakesTwo", "XX", "1", true, false, 3.456, "3.46"}),
+    [](const ::testing::TestParamInfo<DecimalsCase> &info) { return std::string(info.param.name); });
+
+// ---- edits ---------------------------------------------------------------------------------
+
+struct EditCase
+{
+    const char *name;
+    EVQBrokerType broker;
+    int operation;
+    const char *typed;
+    bool accepted;
+    int64_t volumeAfter; // in the cell and in the line
+};
+
+class VolumeEdit : public ConfirmWidgetTest, public ::testing::WithParamInterface<EditCase>
+{
+};
+
+TEST_P(VolumeEdit, RoundsToTheLotAndCapsWhatIsSold)
+{
+    const EditCase &c = GetParam();
+    // 10,000 of money buys 1,000 at 10; 600 can be sold.
+    addAccount("a1", c.broker, 10000.0, {{"600000", 600}});
+    addStock("600000", 10.0);
+    widget->setOperationType(c.operation);
+    lines = {line("a1", "600000", c.operation, 500, c.broker)};
+    widget->loadParams(&lines);
+
+    EXPECT_EQ(table()->submitEdit(0, Widget::COL_VOLUME, QString::fromLatin1(c.typed)), c.accepted);
+    EXPECT_EQ(table()->itemLonglong(0, Widget::COL_VOLUME), c.volumeAfter);
+    EXPECT_EQ(lines[0].m_volume, c.accepted ? c.volumeAfter : 500);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rules, VolumeEdit,
+    ::testing::Values(EditCase{"stockAccountRoundsABuyDown", ttservice::BROKER_TYPE_STOCK, 18, "1350", true, 1300},
+                      EditCase{"creditAccountRoundsAMarginBuyDown", ttservice::BROKER_TYPE_CREDIT, 20, "1350", true, 1300},
+                      EditCase{"futuresAccountKeepsWhatWasTyped", ttservice::BROKER_TYPE_FUTURE, 18, "1350", true, 1350},
+                      EditCase{"aSellMayEndInAnOddLot", ttservice::BROKER_TYPE_STOCK, 19, "550", true, 550},
+                      EditCase{"aBuyMayExceedTheAvailable", ttservice::BROKER_TYPE_STOCK, 18, "5000", true, 5000},
+                      EditCase{"aSellAboveTheAvailableShowsTheAvailable", ttservice::BROKER_TYPE_STOCK, 19, "700",
+                               false, 600}),
+    [](const ::testing::TestParamInfo<EditCase> &info) { return std::string(info.param.name); });
+
+TEST_F(ConfirmWidgetTest, AnEditRecomputesTheValueAndTheTotals)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6);
+    addStock("600000", 10.0);
+    addStock("600001", 5.0);
+    lines = {line("a1", "600000", 18, 100), line("a1", "600001", 18, 200)};
+    widget->loadParams(&lines);
+    ASSERT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("2000.00"));
+
+    ASSERT_TRUE(table()->submitEdit(1, Widget::COL_VOLUME, QStringLiteral("1000")));
+    EXPECT_EQ(cell(1, Widget::COL_COST), QStringLiteral("5000.00"));
+    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("1100"));
+    EXPECT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("6000.00"));
+}
+
+struct SwitchCase
+{
+    const char *name;
+    int confirmType;
+    int listOperation;
+    bool switches;
+};
+
+class DirectionSwitch : public ConfirmWidgetTest, public ::testing::WithParamInterface<SwitchCase>
+{
+};
+
+TEST_P(DirectionSwitch, OnlyAMixedListInTheFullTableSwitches)
+{
+    const SwitchCase &c = GetParam();
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6, {{"600000", 300}});
+    addStock("600000", 10.0);
+    widget->setOpConfirmType(c.confirmType);
+    widget->setOperationType(c.listOperation);
+    lines = {line("a1", "600000", 18, 500)};
+    widget->loadParams(&lines);
+
+    click(0, Widget::COL_VOLUME);
+    EXPECT_EQ(lines[0].m_operationType, 18) << "only column 4 switches";
+    click(0, Widget::COL_OPERATION);
+    if (!c.switches) {
+        EXPECT_TRUE(form->seen.empty());
+        EXPECT_EQ(lines[0].m_operationType, 18);
+        return;
+    }
+    ASSERT_EQ(form->seen.size(), 1u);
+    EXPECT_EQ(form->seen[0].event, 1075);
+    EXPECT_EQ(form->seen[0].value, 19);
+    EXPECT_EQ(form->seen[0].data, &lines[0]);
+    EXPECT_EQ(lines[0].m_operationType, 19);
+    EXPECT_EQ(cell(0, Widget::COL_OPERATION), QStringLiteral("卖出"));
+    // A sell is cut to what the position can deliver.
+    EXPECT_EQ(lines[0].m_volume, 300);
+    EXPECT_EQ(table()->itemLonglong(0, Widget::COL_AVAILABLE), 300);
+    EXPECT_EQ(cell(0, Widget::COL_COST), QStringLiteral("3000.00"));
+
+    click(0, Widget::COL_OPERATION);
+    EXPECT_EQ(lines[0].m_operationType, 18);
+    EXPECT_EQ(cell(0, Widget::COL_OPERATION), QStringLiteral("买入"));
+    EXPECT_EQ(lines[0].m_volume, 300) << "switching back does not restore the cut";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lists, DirectionSwitch,
+    ::testing::Values(SwitchCase{"fullTableMixedList", 1, -1, true},
+                      SwitchCase{"fullTableBuyList", 1, 18, false},
+                      SwitchCase{"plainTableMixedList", 0, -1, false}),
+    [](const ::testing::TestParamInfo<SwitchCase> &info) { return std::string(info.param.name); });
+
+TEST_F(ConfirmWidgetTest, DeletingRowsKeepsTheOtherRowIdsAndTheirEdits)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6);
+    for (const char *code : {"600000", "600001", "600002", "600003"})
+        addStock(code, 10.0);
+    widget->setOpConfirmType(1);
+    lines = {line("a1", "600000", 18, 100), line("a1", "600001", 18, 100), line("a1", "600002", 18, 100),
+             line("a1", "600003", 18, 100)};
+    widget->loadParams(&lines);
+    ASSERT_TRUE(table()->submitEdit(3, Widget::COL_VOLUME, QStringLiteral("700")));
+
+    table()->selectRow(1);
+    ASSERT_EQ(table()->deleteSelectedRows(), 1);
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(shownCodes(), (std::vector<std::string>{"600000", "600002", "600003"}));
+    EXPECT_EQ(widget->getParamByRowIndex(2)->m_volume, 700);
+    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("900"));
+
+    // Row 3 still reaches its line, which has moved in the vector.
+    ASSERT_TRUE(table()->submitEdit(3, Widget::COL_VOLUME, QStringLiteral("800")));
+    EXPECT_EQ(lines[2].m_volume, 800);
+    EXPECT_EQ(lines[1].m_volume, 100);
+}
+
+TEST_F(ConfirmWidgetTest, HeightHintStopsGrowingAtTwentyFiveRows)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
+    addStock("600000", 10.0);
+    lines.assign(3, line("a1", "600000", 18, 100));
+    widget->loadParams(&lines);
+    EXPECT_EQ(widget->getHeightHint(), table()->itemHeight() * 5);
+    lines.assign(30, line("a1", "600000", 18, 100));
+    widget->loadParams(&lines);
+    EXPECT_EQ(widget->getHeightHint(), table()->itemHeight() * 27);
+}
+
+// ---- filters and status --------------------------------------------------------------------
+
+struct StatusCase
+{
+    const char *name;
+    bool suspended;
+    double last;
+    double up;
+    double down;
+    quint64 tab; // the toolbar hides boxes by tab
+    bool filtered;
+    Widget::EOpConfirmFilterStatus status;
+};
+
+class FilterStatus : public ConfirmWidgetTest, public ::testing::WithParamInterface<StatusCase>
+{
+};
+
+TEST_P(FilterStatus, FallLimitBeatsRiseLimitBeatsSuspension)
+{
+    const StatusCase &c = GetParam();
+    auto *bar = new COpBasketReplaceStockToolBar(form.get());
+    bar->setTradeOperationType(c.tab);
+    bar->setFilter(true);
+    bar->setFilterZhangTing(true);
+    bar->setFilterDieTing(true);
+    widget->setReplaceToolBar(bar);
+    CQuoteClient::instance()->setStockPrice(quote("SH", "600000", c.last, 10.0, c.up, c.down));
+    CQuoteClient::instance()->setStoppedStock(QStringLiteral("600000.SH"), c.suspended);
+
+    Widget::EOpConfirmFilterStatus status = Widget::OCFS_NORMAL;
+    EXPECT_EQ(widget->isParamFilter(line("a1", "600000", 18, 100), status), c.filtered);
+    EXPECT_EQ(status, c.status);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Precedence, FilterStatus,
+    ::testing::Values(StatusCase{"plainStock", false, 10.0, 11.0, 9.0, 512, false, Widget::OCFS_NORMAL},
+                      StatusCase{"suspended", true, 10.0, 11.0, 9.0, 512, true, Widget::OCFS_SUSPENDED},
+                      StatusCase{"riseLimitOverSuspended", true, 11.0, 11.0, 9.0, 512, true, Widget::OCFS_RISE_LIMIT},
+                      StatusCase{"fallLimitOverRiseLimit", true, 10.0, 10.0, 10.0, 512, true, Widget::OCFS_FALL_LIMIT},
+                      StatusCase{"zeroPriceAtZeroFallLimit", false, 0.0, 11.0, 0.0, 512, true, Widget::OCFS_FALL_LIMIT},
+                      StatusCase{"hiddenBoxesFilterNothing", true, 10.0, 10.0, 10.0, 4096, false, Widget::OCFS_NORMAL}),
+    [](const ::testing::TestParamInfo<StatusCase> &info) { return std::string(info.param.name); });
+
+TEST_F(ConfirmWidgetTest, LinesTheSwitchesLeaveOutMoveToTheEndInTheirOrderAndStartUnticked)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
+    for (const char *code : {"600000", "600001", "600002", "600003", "600004"})
+        addStock(code, 10.0);
+    for (const char *code : {"600000", "600002"})
+        CQuoteClient::instance()->setStoppedStock(QString::fromLatin1(code) + QStringLiteral(".SH"), true);
+    auto *bar = new COpBasketReplaceStockToolBar(form.get());
+    bar->setTradeOperationType(512);
+    bar->setFilter(true);
+    widget->setReplaceToolBar(bar);
+
+    lines = {line("a1", "600000", 18, 100), line("a1", "600001", 18, 100), line("a1", "600002", 18, 100),
+             line("a1", "600003", 18, 100), line("a1", "600004", 18, 100)};
+    widget->loadParams(&lines);
+
+    std::vector<std::string> order;
+    for (const CCodeOrderParam &l : lines)
+        order.push_back(l.m_stockInfo.m_stockCode);
+    EXPECT_EQ(order, (std::vector<std::string>{"600001", "600003", "600004", "600000", "600002"}));
+    for (int row = 0; row < 5; ++row)
+        EXPECT_EQ(table()->isItemChecked(row, Widget::COL_CHECK), row < 3) << row;
+    EXPECT_EQ(cell(3, Widget::COL_STATUS), QStringLiteral("停盘"));
+    EXPECT_EQ(table()->model()->itemColorKey(3, Widget::COL_STATUS), QStringLiteral("clr_op_basket_suspend_trade"));
+    EXPECT_EQ(cell(0, Widget::COL_STATUS), QStringLiteral("-"));
+}
+
+struct TestFilterCase
+{
+    const char *name;
+    int type;
+    QSet<QString> values;
+    const char *value;
+    bool passes;
+};
+
+class TestFilter : public ::testing::TestWithParam<TestFilterCase>
+{
+};
+
+TEST_P(TestFilter, ComparesByType)
+{
+    const TestFilterCase &c = GetParam();
+    EXPECT_EQ(Widget::testFilter(c.type, c.values, QString::fromUtf8(c.value)), c.passes);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Types, TestFilter,
+    ::testing::Values(TestFilterCase{"equalMatchesExactly", 0, {QStringLiteral("SH")}, "SH", true},
+                      TestFilterCase{"equalIsCaseSensitive", 0, {QStringLiteral("sh")}, "SH", false},
+                      TestFilterCase{"equalTakesNoPart", 0, {QStringLiteral("600")}, "600000", false},
+                      TestFilterCase{"containIgnoresCase", 1, {QStringLiteral("pf")}, "SPF500", true},
+                      TestFilterCase{"containOfAnyMember", 1, {QStringLiteral("x"), QStringLiteral("50")}, "SPF500", true},
+                      TestFilterCase{"emptyMemberMatchesNothing", 1, {QString()}, "SPF500", false},
+                      TestFilterCase{"unknownTypePassesAll", 7, {QStringLiteral("x")}, "SPF500", true}),
+    [](const ::testing::TestParamInfo<TestFilterCase> &info) { return std::string(info.param.name); });
+
+TEST_F(ConfirmWidgetTest, TheLastFilteredColumnDecidesAlone)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
+    addStock("600000", 10.0);
+    addInstrument("SZ", "000001");
+    CQuoteClient::instance()->setStockPrice(quote("SZ", "000001", 10.0));
+    widget->setOperationType(-1);
+    lines = {line("a1", "600000", 18, 100), line("a1", "000001", 18, 100, ttservice::BROKER_TYPE_STOCK, "SZ"),
+             line("a1", "000001", 19, 100, ttservice::BROKER_TYPE_STOCK, "SZ")};
+    widget->loadParams(&lines);
+
+    table()->setColumnFilter(Widget::COL_MARKET, WK::FT_EQUAL, {QStringLiteral("SZ")});
+    EXPECT_EQ(table()->rowCount(), 2);
+    table()->setColumnFilter(Widget::COL_OPERATION, WK::FT_EQUAL, {QStringLiteral("买入")});
+    // The market filter still stands, but column 4 alone decides: the SH buy is back.
+    EXPECT_EQ(shownCodes(), (std::vector<std::string>{"600000", "000001"}));
+    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("200"));
+    EXPECT_EQ(lines.size(), 3u) << "a filter leaves the list alone";
+}
+
+TEST_F(ConfirmWidgetTest, FilterMenuListsRawValuesAndRowsComeBackRaw)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
+    addStock("600000", 10.0);
+    CCodeOrderParam money = line("a1", "600000", 25, 42);
+    money.m_money = 5000.5;
+    lines = {money, line("a1", "600000", 18, 100)};
+    widget->loadParams(&lines);
+    ASSERT_EQ(cell(0, Widget::COL_MARKET), QStringLiteral("-"));
+    ASSERT_EQ(cell(0, Widget::COL_VOLUME), QStringLiteral("5000.50"));
+
+    WK::CTableColumnFilterPopup *markets = table()->showFilterPopup(Widget::COL_MARKET);
+    ASSERT_NE(markets, nullptr);
+    EXPECT_EQ(markets->values(), QStringList{QStringLiteral("SH")});
+    WK::CTableColumnFilterPopup *volumes = table()->showFilterPopup(Widget::COL_VOLUME);
+    const QStringList volumeValues = volumes->values();
+    EXPECT_EQ(QSet<QString>(volumeValues.cbegin(), volumeValues.cend()),
+              (QSet<QString>{QStringLiteral("5000.5"), QStringLiteral("100")}));
+    EXPECT_EQ(table()->showFilterPopup(Widget::COL_CHECK)->values(), QStringList());
+
+    table()->setColumnFilter(Widget::COL_VOLUME, WK::FT_EQUAL, {QStringLiteral("5000.5")});
+    ASSERT_EQ(table()->rowCount(), 1);
+    // Rebuilt rows show what the line holds: the money line's instrument and volume.
+    EXPECT_EQ(cell(0, Widget::COL_MARKET), QStringLiteral("SH"));
+    EXPECT_EQ(cell(0, Widget::COL_VOLUME), QStringLiteral("42"));
+}
+
+TEST_F(ConfirmWidgetTest, TotalsOfAMoneyListAddDoublesAndSkipUnknownValues)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
+    addStock("600000", 10.0);
+    CQuoteClient::instance()->setStockPrice(quote("SH", "600009", 10.0)); // no instrument record
+    CCodeOrderParam money = line("a1", "600000", 25, 0);
+    money.m_money = 1234.5;
+    lines = {money, line("a1", "600000", 18, 300), line("a1", "600009", 18, 200)};
+    widget->loadParams(&lines);
+
+    EXPECT_EQ(cell(2, Widget::COL_COST), QStringLiteral("-"));
+    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("1734.50"));
+    EXPECT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("3000.00"));
+
+    lines = {line("a1", "600000", 18, 300), money};
+    widget->loadParams(&lines);
+    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("1534"));
+}
+
+// ---- value and live quotes -----------------------------------------------------------------
+
+struct CostCase
+{
+    const char *name;
+    int operation;
+    bool repurchase;
+    bool instrument;
+    bool price;
+    int multiple;
+    double expected;
+};
+
+class RecalcCost : public ConfirmWidgetTest, public ::testing::WithParamInterface<CostCase>
+{
+};
+
+TEST_P(RecalcCost, ValuesALine)
+{
+    const CostCase &c = GetParam();
+    if (c.instrument)
+        addInstrument("SZ", "131810", c.multiple);
+    if (c.price)
+        CQuoteClient::instance()->setStockPrice(quote("SZ", "131810", 2.5));
+    if (c.repurchase)
+        ttservice::StockTypeCenter::setTypedStock(126, "SH", "131810"); // the code is tested under SH
+    CCodeOrderParam l = line("a1", "131810", c.operation, 10, ttservice::BROKER_TYPE_STOCK, "SZ");
+    l.m_money = 777.0;
+    EXPECT_DOUBLE_EQ(widget->recalcCost(&l), c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lines, RecalcCost,
+    ::testing::Values(CostCase{"volumeTimesPriceTimesMultiple", 18, false, true, true, 3, 75.0},
+                      CostCase{"repurchaseIsWorthAHundredAUnit", 18, true, false, false, 1, 1000.0},
+                      CostCase{"moneyLineIsItsMoney", 1024, false, false, false, 1, 777.0},
+                      CostCase{"noInstrumentIsUnknown", 18, false, false, true, 1, ttservice::NO_VALUE},
+                      CostCase{"noPriceIsUnknown", 18, false, true, false, 1, ttservice::NO_VALUE}),
+    [](const ::testing::TestParamInfo<CostCase> &info) { return std::string(info.param.name); });
+
+TEST_F(ConfirmWidgetTest, TheTickShowsOnlyTheRowsAQuoteChanged)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
+    addAccount("a2", ttservice::BROKER_TYPE_STOCK, 1e9);
+    addStock("600000", 10.0);
+    addStock("600001", 20.0);
+    lines = {line("a1", "600000", 18, 100), line("a1", "600001", 18, 100), line("a2", "600000", 18, 200)};
+    widget->loadParams(&lines);
+    table()->setItemText(1, Widget::COL_LAST_PRICE, QStringLiteral("untouched"));
+
+    CQuoteClient::instance()->publishQuote(quote("SH", "600000", 11.0, 0.0));
+    EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("10.00")) << "quotes wait for the tick";
+    widget->slotTimeout();
+
+    // Both accounts' rows of the quoted stock move; a previous close of 0 gives no change.
+    EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("11.00"));
+    EXPECT_EQ(cell(2, Widget::COL_COST), QStringLiteral("2200.00"));
+    EXPECT_EQ(cell(2, Widget::COL_CHANGE), QStringLiteral("0.00%"));
+    EXPECT_EQ(cell(1, Widget::COL_LAST_PRICE), QStringLiteral("untouched"));
+    EXPECT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("5300.00"));
+}
+
+TEST_F(ConfirmWidgetTest, ASellListKeepsItsFirstValues)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 0.0, {{"600000", 500}});
+    addStock("600000", 10.0);
+    widget->setOperationType(19);
+    lines = {line("a1", "600000", 19, 100)};
+    widget->loadParams(&lines);
+    CQuoteClient::instance()->publishQuote(quote("SH", "600000", 11.0));
+    widget->slotTimeout();
+    EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("10.00"));
+
+    // A quote without a last price refreshes the status only; the buy list does not move.
+    widget->setOperationType(18);
+    CQuoteClient::instance()->publishQuote(quote("SH", "600000", ttservice::NO_VALUE));
+    widget->slotTimeout();
+    EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("11.00")) << "the earlier quote was kept";
+}
+
+TEST_F(ConfirmWidgetTest, QuotesFromAnotherThreadWhileTheListLoads)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e12);
+    addAccount("a2", ttservice::BROKER_TYPE_STOCK, 1e12);
+    std::vector<std::string> codes;
+    for (int i = 0; i < 20; ++i) {
+        codes.push_back(std::to_string(600000 + i));
+        addStock(codes.back(), 10.0);
+        lines.push_back(line("a1", codes.back(), 18, 100));
+        lines.push_back(line("a2", codes.back(), 18, 100));
+    }
+    std::atomic<bool> stop{false};
+    std::thread feed([&codes, &stop]() {
+        for (int round = 0; !stop.load(); ++round) {
+            for (const std::string &code : codes)
+                CQuoteClient::instance()->publishQuote(quote("SH", code, 10.0 + (round % 10) * 0.01));
+        }
+    });
+    for (int load = 0; load < 30; ++load) {
+        widget->loadParams(&lines);
+        widget->slotTimeout();
+    }
+    stop.store(true);
+    feed.join();
+
+    std::thread([]() { CQuoteClient::instance()->publishQuote(quote("SH", "600007", 12.5)); }).join();
+    widget->slotTimeout();
+    const int row = 14; // a1's line of 600007
+    ASSERT_EQ(widget->getParamByRowIndex(row)->m_stockInfo.m_stockCode, "600007");
+    EXPECT_EQ(cell(row, Widget::COL_LAST_PRICE), QStringLiteral("12.50"));
+    EXPECT_EQ(cell(row, Widget::COL_COST), QStringLiteral("1250.00"));
+    EXPECT_EQ(cell(row + 1, Widget::COL_COST), QStringLiteral("1250.00"));
+    EXPECT_EQ(widget->quoteRequestCount(), 40);
+}
+
+TEST_F(ConfirmWidgetTest, QuotesStopAfterADeletionUntilTheNextLoad)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
+    addStock("600000", 10.0);
+    addStock("600001", 10.0);
+    widget->setOpConfirmType(1);
+    lines = {line("a1", "600000", 18, 100), line("a1", "600001", 18, 100)};
+    widget->loadParams(&lines);
+    table()->selectRow(1);
+    table()->deleteSelectedRows();
+
+    CQuoteClient::instance()->publishQuote(quote("SH", "600000", 11.0));
+    widget->slotTimeout();
+    EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("10.00"));
+}
+
+// ---- taking the ticked rows ----------------------------------------------------------------
+
+TEST_F(ConfirmWidgetTest, UpdateParamTakesTheTickedRowsAndLogsTheOthers)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
+    for (const char *code : {"600000", "600001", "600002", "600003", "600004"})
+        addStock(code, 10.0);
+    lines = {line("a1", "600000", 18, 100), line("a1", "600001", 18, 200), line("a1", "600002", 18, 300),
+             line("a1", "600003", 18, 400), line("a1", "600004", 18, 500)};
+    widget->loadParams(&lines);
+    table()->setItemChecked(1, Widget::COL_CHECK, false);
+    table()->setItemChecked(3, Widget::COL_CHECK, false);
+
+    utils::CLogCapture capture;
+    widget->updateParam();
+    std::vector<std::string> kept;
+    for (const CCodeOrderParam &l : lines)
+        kept.push_back(l.m_stockInfo.m_stockCode);
+    EXPECT_EQ(kept, (std::vector<std::string>{"600000", "600002", "600004"}));
+    EXPECT_EQ(widget->getParamByRowIndex(0), nullptr) << "the old addresses are gone";
+    ASSERT_EQ(capture.lines().size(), 1u);
+    EXPECT_EQ(capture.lines()[0], "[" + utils::CLogCenter::addressText(widget)
+                                      + "] [TC::COpBasketConfirmWidget::updateParam] [unCheckParam] = "
+                                        "[act = a1, stk = 600001.SH, num = 200, sts = 0] "
+                                        "[act = a1, stk = 600003.SH, num = 400, sts = 0]");
+
+    widget->resetParam();
+    ASSERT_EQ(lines.size(), 5u);
+    EXPECT_EQ(lines[3].m_stockInfo.m_stockCode, "600003");
+    EXPECT_EQ(widget->getParamByRowIndex(4), &lines[4]);
+}
+
+TEST_F(ConfirmWidgetTest, UpdateParamFollowsTheSortedScreen)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
+    addStock("600000", 10.0);
+    addStock("600001", 10.0);
+    lines = {line("a1", "600000", 18, 100), line("a1", "600001", 18, 200)};
+    widget->loadParams(&lines);
+    table()->sortByColumn(Widget::COL_VOLUME, Qt::DescendingOrder);
+    widget->updateParam();
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0].m_stockInfo.m_stockCode, "600001");
+    widget->resetParam();
+    EXPECT_EQ(lines[0].m_stockInfo.m_stockCode, "600000") << "put back in row order";
+}
+
+TEST_F(ConfirmWidgetTest, LayoutTextPutsTheTickFirstAndHidesAvailableForBuys)
+{
+    widget->setOperationType(18);
+    const QString saved = widget->param();
+    EXPECT_FALSE(saved.contains(QLatin1Char('|')) || saved.contains(QLatin1Char('/'))) << "a piece of the panel's text";
+    widget->setParam(saved);
+    EXPECT_EQ(table()->view()->horizontalHeader()->visualIndex(Widget::COL_CHECK), 0);
+    EXPECT_FALSE(table()->isColumnVisible(Widget::COL_AVAILABLE));
+    widget->setOperationType(19);
+    EXPECT_TRUE(table()->isColumnVisible(Widget::COL_AVAILABLE));
+    widget->setTradeType(2);
+    EXPECT_EQ(table()->columnTitle(Widget::COL_NAME), QStringLiteral("合约名称"));
+}
+
+} // namespace
