@@ -4,7 +4,13 @@
 #include "CSampleData.h"
 #include "CSimulatedMarket.h"
 
+#include "COpBasketParamsWidget.h"
+#include "COpBasketsComboBox.h"
+#include "COperationBasketWidget.h"
+
 #include "CMsgService.h"
+#include "COpAccountsWidget.h"
+#include "CUserConfig.h"
 #include "CTradeClient.h"
 #include "ToolkitRecords.h"
 
@@ -36,6 +42,23 @@ bool wantsScreenshot(int argc, char **argv)
     return false;
 }
 
+// What a user does first: tick the first account and pick a basket; the panel sizes it.
+void chooseBasket(TC::CBasketOperationPanel *panel, const QString &name)
+{
+    TC::COperationBasketWidget *basketWidget = panel ? panel->basketWidget() : nullptr;
+    TC::COpBasketParamsWidget *form = basketWidget ? basketWidget->paramsWidget() : nullptr;
+    if (!form || !form->accountsWidget() || !form->basketsCombo())
+        return;
+    const QStringList accounts = form->accountsWidget()->getDisplayedAccounts();
+    if (!accounts.isEmpty())
+        form->accountsWidget()->setSelectedAccount(accounts.first(), true);
+    if (!TC::getUserConfig()->baskets().contains(name)) {
+        std::fprintf(stderr, "basket-demo: no stored basket named \"%s\"\n", qPrintable(name));
+        return;
+    }
+    form->basketsCombo()->setBasket(name, false);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -54,8 +77,14 @@ int main(int argc, char **argv)
                                         QStringLiteral("N"), QString::number(kManagerRole));
     const QCommandLineOption screenshotOption(QStringLiteral("screenshot"), QStringLiteral("Render the window off screen into this PNG file and exit."),
                                               QStringLiteral("FILE"));
+    const QCommandLineOption basketOption(
+        QStringLiteral("basket"),
+        QStringLiteral("Start with this stored basket chosen for the first account, as a user would (a screenshot "
+                       "starts with \"大盘蓝筹\"; \"\" chooses none)."),
+        QStringLiteral("NAME"));
     parser.addOption(roleOption);
     parser.addOption(screenshotOption);
+    parser.addOption(basketOption);
     parser.process(app);
 
     bool roleOk = false;
@@ -92,6 +121,10 @@ int main(int argc, char **argv)
         window.appendLog(QStringLiteral("消息 ") + call.m_text);
     });
     window.show();
+    const QString basket = parser.isSet(basketOption) ? parser.value(basketOption)
+                                                      : (screenshot ? QStringLiteral("大盘蓝筹") : QString());
+    if (!basket.isEmpty())
+        chooseBasket(window.panel(), basket);
 
     if (screenshot) {
         const QString file = parser.value(screenshotOption);

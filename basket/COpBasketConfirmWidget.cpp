@@ -105,6 +105,14 @@ boost::shared_ptr<ttservice::CInstrumentDetail> instrumentOf(const std::string &
     return CExchangeClient::instance()->getCodeInfo(WK::sToQs(key));
 }
 
+// The value of one unit's price move: the contract multiple, 1 for instruments without one
+// (stocks carry the "none" marks 0 or 0x7fffffff).
+double valueMultiple(const ttservice::CInstrumentDetail &instrument)
+{
+    const int multiple = instrument.m_volumeMultiple;
+    return multiple == 0 || multiple == 0x7fffffff ? 1.0 : static_cast<double>(multiple);
+}
+
 // The latest market value of a line from its quote and instrument record; NO_VALUE when either
 // is missing or the quote has no last price.
 double costOf(const CCodeOrderParam &line, const boost::shared_ptr<CPriceData> &price,
@@ -118,7 +126,7 @@ double costOf(const CCodeOrderParam &line, const boost::shared_ptr<CPriceData> &
         return ttservice::NO_VALUE;
     if (ttservice::isEqual(price->m_lastPrice, ttservice::NO_VALUE))
         return price->m_lastPrice;
-    return static_cast<double>(line.m_volume) * price->m_lastPrice * instrument->m_volumeMultiple;
+    return static_cast<double>(line.m_volume) * price->m_lastPrice * valueMultiple(*instrument);
 }
 
 int marketIndex(const QString &market)
@@ -1115,7 +1123,7 @@ void COpBasketConfirmWidget::onLatestPrice(boost::shared_ptr<CPriceData> price)
         other->m_lastPrice = last;
         other->m_cost = isRepurchaseCode(price->m_stockCode)
                             ? static_cast<double>(line.m_volume) * kRepurchaseUnitValue
-                            : static_cast<double>(line.m_volume) * last * instrument->m_volumeMultiple;
+                            : static_cast<double>(line.m_volume) * last * valueMultiple(*instrument);
         other->m_changed = true;
         other->m_changeRatio = changeRatioOf(last, price->m_lastClose);
     }

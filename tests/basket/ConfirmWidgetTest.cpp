@@ -616,6 +616,7 @@ TEST_P(RecalcCost, ValuesALine)
 INSTANTIATE_TEST_SUITE_P(
     Lines, RecalcCost,
     ::testing::Values(CostCase{"volumeTimesPriceTimesMultiple", 18, false, true, true, 3, 75.0},
+                      CostCase{"stockWithoutMultipleCountsOnce", 18, false, true, true, 0x7fffffff, 25.0},
                       CostCase{"repurchaseIsWorthAHundredAUnit", 18, true, false, false, 1, 1000.0},
                       CostCase{"moneyLineIsItsMoney", 1024, false, false, false, 1, 777.0},
                       CostCase{"noInstrumentIsUnknown", 18, false, false, true, 1, ttservice::NO_VALUE},
