@@ -14,6 +14,7 @@
 #include "CQuoteClient.h"
 #include "CTradeClient.h"
 #include "CUserConfig.h"
+#include "TradeUnits.h"
 
 #include "DoubleCompare.h"
 #include "StockKey.h"
@@ -29,13 +30,6 @@ using ttservice::CCodeOrderParam;
 
 constexpr int kTraderRole = 200;
 
-bool isFuturesMarket(const QString &market)
-{
-    static const QSet<QString> markets = {QStringLiteral("DF"), QStringLiteral("DCE"), QStringLiteral("ZF"),
-                                          QStringLiteral("CZCE"), QStringLiteral("SF"), QStringLiteral("SHFE"),
-                                          QStringLiteral("IF"), QStringLiteral("CFFEX"), QStringLiteral("INE")};
-    return markets.contains(market);
-}
 
 // The price a line is valued at: the last price, the reference close before the first trade.
 double valuationPrice(const CCodeOrderParam &line, bool &hasQuote)
@@ -165,7 +159,7 @@ quint64 COpBasketParamsWidget::getCommandOperationType(const QList<CBasketStockD
     for (const CBasketStockData &row : rows) {
         sides.insert(row.m_entrustBs);
         operations.insert(row.m_operationType);
-        futures = futures || isFuturesMarket(row.m_market);
+        futures = futures || ttservice::isFutureMarket(row.m_market.toStdString());
     }
     auto holdsAny = [&operations](std::initializer_list<int> wanted) {
         for (int op : wanted) {

@@ -50,13 +50,6 @@ constexpr int kTypeShNotTradable = 126;
 constexpr int kTypeSzNotTradable = 100017;
 constexpr int kQuoteTypes[] = {100003, 100016, 100004};
 
-bool isFuturesExchange(const QString &market)
-{
-    static const QSet<QString> markets = {QStringLiteral("DF"), QStringLiteral("DCE"), QStringLiteral("ZF"),
-                                          QStringLiteral("CZCE"), QStringLiteral("SF"), QStringLiteral("SHFE"),
-                                          QStringLiteral("IF"), QStringLiteral("CFFEX"), QStringLiteral("INE")};
-    return markets.contains(market);
-}
 
 bool needsQuote(const CBasketStockData &row)
 {
@@ -64,7 +57,7 @@ bool needsQuote(const CBasketStockData &row)
         if (ttservice::StockTypeCenter::isTypedStock(type, row.m_market, row.m_stockCode))
             return true;
     }
-    return isFuturesExchange(row.m_market);
+    return ttservice::isFutureMarket(row.m_market.toStdString());
 }
 
 // A sum over accounts treats a missing value as nothing to add.

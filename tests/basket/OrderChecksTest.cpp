@@ -11,32 +11,17 @@
 #include "CTradeClient.h"
 #include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
 #include <memory>
 
 using namespace TC;
 using ttservice::CCodeOrderParam;
+using sample::addInstrument;
+using sample::setQuote;
 
 namespace {
-
-void addInstrument(const char *market, const char *code, const char *name = "")
-{
-    ttservice::CInstrumentDetail detail;
-    detail.m_market = market;
-    detail.m_stockCode = code;
-    detail.m_stockName = name;
-    CExchangeClient::instance()->addInstrument(detail);
-}
-
-void setQuote(const char *market, const char *code, double last)
-{
-    CPriceData quote;
-    quote.m_market = market;
-    quote.m_stockCode = code;
-    quote.m_lastPrice = last;
-    CQuoteClient::instance()->setStockPrice(quote);
-}
 
 class OrderChecks : public SubstituteTest
 {
@@ -250,9 +235,9 @@ protected:
     void SetUp() override
     {
         OrderChecks::SetUp();
-        addInstrument("SZ", "000001", "平安银行");
-        addInstrument("SH", "600000", "浦发银行");
-        addInstrument("CFFEX", "IF2412", "沪深300股指2412");
+        addInstrument("SZ", "000001", 0x7fffffff, "平安银行");
+        addInstrument("SH", "600000", 0x7fffffff, "浦发银行");
+        addInstrument("CFFEX", "IF2412", 300, "沪深300股指2412");
         setQuote("SZ", "000001", 12.5);
     }
 

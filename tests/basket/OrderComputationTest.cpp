@@ -17,6 +17,7 @@
 #include "CTradeClient.h"
 #include "CUserConfig.h"
 #include "StockTypeCenter.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
 #include <QComboBox>
@@ -29,6 +30,8 @@
 
 using namespace TC;
 using ttservice::CCodeOrderParam;
+using sample::addInstrument;
+using sample::setQuote;
 
 namespace {
 
@@ -67,16 +70,6 @@ CBasketStockData row(const char *market, const char *code, double weight, int64_
     return r;
 }
 
-void setQuote(const char *market, const char *code, double last, double close = ttservice::NO_VALUE)
-{
-    CPriceData quote;
-    quote.m_market = market;
-    quote.m_stockCode = code;
-    quote.m_lastPrice = last;
-    quote.m_lastClose = close;
-    CQuoteClient::instance()->setStockPrice(quote);
-}
-
 void publishQuote(const char *market, const char *code, double last)
 {
     CPriceData quote;
@@ -84,15 +77,6 @@ void publishQuote(const char *market, const char *code, double last)
     quote.m_stockCode = code;
     quote.m_lastPrice = last;
     CQuoteClient::instance()->publishQuote(quote);
-}
-
-void addInstrument(const char *market, const char *code, int multiple = 0x7fffffff)
-{
-    ttservice::CInstrumentDetail detail;
-    detail.m_market = market;
-    detail.m_stockCode = code;
-    detail.m_volumeMultiple = multiple;
-    CExchangeClient::instance()->addInstrument(detail);
 }
 
 class OrderComputation : public SubstituteTest
