@@ -1,0 +1,129 @@
+#include "CHpfOpConfirmWidget.h"
+#include "COpBasketParamsEditWidget.h"
+
+#include "CBaseDialog.h"
+#include "CMessageBox.h"
+#include "COrderParamTable.h"
+#include "CUserConfig.h"
+#include "SampleMarket.h"
+#include "SubstituteFixture.h"
+
+#include <QDialog>
+#include <QKeyEvent>
+#include <QSignalSpy>
+
+#include <memory>
+
+using namespace TC;
+using ttservice::CCodeOrderParam;
+
+namespace {
+
+// The form above the wrapper: keeps the events that reach it.
+class FormStub : public WK::CBaseWidget
+{
+public:
+    FormStub() : WK::CBaseWidget(QStringLiteral("form_stub"), false, nullptr) {}
+    bool handleEvent(int event, int, int, QString text, void *) override
+    {
+        events.push_back({event, text});
+        return true;
+    }
+    std::vector<std::pair<int, QString>> events;
+};
+
+class BasketSave : public SubstituteTest
+{
+protected:
+    void SetUp() override
+    {
+        SubstituteTest::SetUp();
+        ttservice::CAccountInfo info;
+        info.m_accountKey = "a1";
+        info.m_brokerType = ttservice::BROKER_TYPE_STOCK;
+        ttservice::CAccountDetail detail;
+        detail.m_available = 1e7;
+        getUserConfig()->addAccount(info, detail);
+        account = getUserConfig()->getAccountData(QStringLiteral("a1"));
+        for (const char *code : {"600000", "600001"}) {
+            sample::addInstrument("SH", code, 0x7fffffff, std::string("股票") + code);
+            sample::setQuote("SH", code, 12.5, 12.0);
+        }
+        wrapper = new COpBasketParamsEditWidget(&form);
+        lines = {line("600000", 100), line("600001", 300)};
+        wrapper->loadParams(&lines, TOT_BUY, true);
+    }
+
+    void TearDown() override { WK::CBaseDialog::clearScriptedAnswer(); }
+
+    CCodeOrderParam line(const char *code, int64_t volume) const
+    {
+        CCodeOrderParam l;
+        l.m_account = account;
+        l.m_stockInfo = ttservice::CStockInfo("SH", code, std::string("股票") + code);
+        l.m_operationType = ttservice::OT_BUY;
+        l.m_volume = volume;
+        return l;
+    }
+
+    void saveAs(const QString &name)
+    {
+        WK::CBaseDialog::setScriptedAnswer(QDialog::Accepted, name);
+        wrapper->confirmWidget()->slotSaveBasket();
+    }
+
+    boost::shared_ptr<CAccount> account;
+    std::vector<CCodeOrderParam> lines; // outlives the table that works on it
+    FormStub form;
+    COpBasketParamsEditWidget *wrapper = nullptr;
+};
+
+} // namespace
+
+TEST_F(BasketSave, SelectedRowsBecomeABasketWeightedByMoney)
+{
+    wrapper->confirmWidget()->table()->selectRow(1);
+    saveAs(QStringLiteral("我的篮子"));
+    ASSERT_TRUE(getUserConfig()->baskets().contains(QStringLiteral("我的篮子")));
+    const CBasketSetting basket = getUserConfig()->baskets().value(QStringLiteral("我的篮子"));
+    EXPECT_EQ(basket.m_name, QStringLiteral("我的篮子"));
+    ASSERT_EQ(basket.m_stocks.size(), 1);
+    const CBasketStockData &row = basket.m_stocks.front();
+    EXPECT_EQ(row.key(), QStringLiteral("600001.SH"));
+    EXPECT_EQ(row.m_stockName, QStringLiteral("股票600001"));
+    EXPECT_EQ(row.m_volume, 300);
+    EXPECT_DOUBLE_EQ(row.m_weight, 3750.0);
+    ASSERT_FALSE(form.events.empty());
+    EXPECT_EQ(form.events.back(), std::make_pair(1195, QStringLiteral("我的篮子")));
+}
+
+TEST_F(BasketSave, ANameInUseChangesNothing)
+{
+    CBasketSetting old;
+    old.m_name = QStringLiteral("旧篮子");
+    old.m_stocks << CBasketStockData();
+    getUserConfig()->baskets().insert(old.m_name, old);
+    wrapper->confirmWidget()->table()->selectRow(0);
+    saveAs(old.m_name);
+    EXPECT_EQ(getUserConfig()->baskets().value(old.m_name).m_stocks.size(), 1);
+    ASSERT_FALSE(WK::CMessageBox::records().isEmpty());
+    EXPECT_EQ(WK::CMessageBox::records().back().text, QStringLiteral("篮子重名"));
+    for (const auto &event : form.events)
+        EXPECT_NE(event.first, 1195) << "no basket was saved, nothing to store";
+}
+
+TEST_F(BasketSave, WrapperReportsTypingButNotControlKeysAndKnowsTheListsDirection)
+{
+    QSignalSpy typed(wrapper, &COpBasketParamsEditWidget::sig_bascketChange);
+    QKeyEvent letter(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
+    QKeyEvent paste(QEvent::KeyPress, Qt::Key_V, Qt::ControlModifier, QStringLiteral("v"));
+    QCoreApplication::sendEvent(wrapper, &letter);
+    QCoreApplication::sendEvent(wrapper, &paste);
+    EXPECT_EQ(typed.count(), 1);
+
+    for (const auto &c : {std::make_pair(TOT_BUY, 18), std::make_pair(TOT_SELL, 19), std::make_pair(TOT_ALL, -1)}) {
+        wrapper->setTradeOpType(c.first);
+        EXPECT_EQ(wrapper->confirmWidget()->operationType(), c.second) << c.first;
+    }
+    EXPECT_EQ(wrapper->getOrderParams().size(), 2u);
+}
