@@ -39,6 +39,7 @@ constexpr int kTraderRole = 200;
 constexpr int kCellWidth = 185;
 constexpr int kCellHeight = 24;
 constexpr int kPickerWidth = 133;
+constexpr int kSystemBasketFlag = 64;
 
 bool moduleOn(const char *group, const char *name)
 {
@@ -402,6 +403,11 @@ QString COpBasketParamsWidget::currentBasketName() const
 
 int COpBasketParamsWidget::currentBasketKind() const
 {
+    // A temporary list (pasted rows, positions, a custom group) is the user's own, sized like a
+    // basket of the user's own; without this a paste would offer no sizing mode and size to 0.
+    const int batch = m_basketsCombo ? static_cast<int>(m_basketsCombo->batchOp()) : BATCH_NONE;
+    if (batch != BATCH_NONE && batch != kSystemBasketFlag)
+        return 0;
     const QMap<QString, CBasketSetting> &baskets = getUserConfig()->baskets();
     const auto it = baskets.constFind(currentBasketName());
     return it == baskets.constEnd() ? -1 : it->m_basketKind;

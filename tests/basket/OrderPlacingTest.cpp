@@ -21,6 +21,9 @@
 
 #include <boost/make_shared.hpp>
 
+#include <QApplication>
+#include <QClipboard>
+
 #include <memory>
 
 using namespace TC;
@@ -328,4 +331,20 @@ TEST_F(OrderPlacing, ShortcutOnTheOtherTabOnlySwitches)
     EXPECT_EQ(form->getTradeOpType(), TOT_BUY);
     EXPECT_TRUE(placed().empty());
     EXPECT_TRUE(messages().isEmpty());
+}
+
+TEST_F(OrderPlacing, PastedRowsBecomeTheListAndCanBePlaced)
+{
+    makeWidget();
+    addAccount("a1", 1e9);
+    QApplication::clipboard()->setText(QStringLiteral("600000\t\t300\n600001\t\t500\t1\t0"));
+    widget->handlePaste();
+    EXPECT_EQ(form->basketsCombo()->batchOp(), ETempBatchOrderFlags(BATCH_CLIPBOARD));
+    const std::vector<CCodeOrderParam> shown = widget->editWidget()->getOrderParams();
+    ASSERT_EQ(shown.size(), 2u);
+    EXPECT_EQ(shown[0].m_volume, 300);
+    EXPECT_EQ(shown[1].m_volume, 500);
+    press();
+    ASSERT_EQ(placed().size(), 1u) << messages().join(QLatin1Char('|')).toStdString();
+    EXPECT_EQ(placed()[0].m_orders.size(), 2u);
 }
