@@ -536,3 +536,35 @@ TEST_F(OrderComputation, MoneyTipFollowsTheAmount)
     form->handleEvent(107, 58, 0, QString(), nullptr);
     EXPECT_FALSE(form->findChild<WK::CMessageTip *>()->isVisible());
 }
+
+TEST_F(OrderComputation, TabChangeRecalculatesAndLogsTheWord)
+{
+    luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_order", "mdl_order_compose_basket_buy_sell"}, true);
+    FormProbe tabs(&sink);
+    utils::CLogCapture capture;
+    sink.events.clear();
+    tabs.handleEvent(5, static_cast<int>(TOT_SELL), 0, QString(), nullptr);
+    EXPECT_EQ(tabs.getTradeOpType(), TOT_SELL);
+    EXPECT_EQ(tabs.getOperationType(), 19);
+    // The tab is announced before the list that was sized for it.
+    const auto tabEvent = std::find(sink.events.begin(), sink.events.end(), 1072);
+    const auto listEvent = std::find(sink.events.rbegin(), sink.events.rend(), 1070);
+    ASSERT_NE(tabEvent, sink.events.end());
+    ASSERT_NE(listEvent, sink.events.rend());
+    EXPECT_LT(tabEvent - sink.events.begin(), sink.events.rend() - listEvent);
+    ASSERT_FALSE(capture.lines().empty());
+    EXPECT_NE(capture.lines().back().find("User u1 Modify tradeOperType: 1024"), std::string::npos);
+}
+
+TEST_F(OrderComputation, LockFreezesTheSizingButNotTheRatio)
+{
+    form->handleEvent(5, 2, 0, QString(), nullptr);
+    EXPECT_FALSE(form->basketsCombo()->isEnabled());
+    EXPECT_FALSE(form->volumnCombobox()->isEnabled());
+    EXPECT_FALSE(form->cell(COpBasketParamsWidget::CellCopies)->isEnabled());
+    EXPECT_FALSE(form->cell(COpBasketParamsWidget::CellContract)->isEnabled());
+    EXPECT_TRUE(form->cell(COpBasketParamsWidget::CellRatio)->isEnabled());
+    form->handleEvent(5, 2, 0, QString(), nullptr);
+    EXPECT_TRUE(form->basketsCombo()->isEnabled());
+    EXPECT_TRUE(form->cell(COpBasketParamsWidget::CellCopies)->isEnabled());
+}
