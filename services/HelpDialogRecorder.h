@@ -7,32 +7,52 @@
 
 namespace TC {
 
-// What a help dialog substitute keeps of its calls (not part of the service interface).
-struct CHelpDialogRecorder
+// The behaviour shared by the help dialog substitutes: nothing is shown, every call is recorded,
+// and tryHelp answers true (go on placing). A demo host may show a dialog of its own through the
+// observer. Each dialog class derives from this with itself as Dialog, so that each keeps its
+// own record. User-interface thread only.
+template <typename Dialog>
+class CHelpDialogRecorder
 {
-    std::vector<std::vector<ttservice::CCodeOrderParam>> m_triedHelps;
-    int m_helpCount = 0;
-    // Set by a demo host that shows a real dialog; called after each recorded call.
-    std::function<void(const std::vector<ttservice::CCodeOrderParam> *orders)> m_observer;
+public:
+    using Observer = std::function<void(const std::vector<ttservice::CCodeOrderParam> *)>;
 
-    bool tryHelp(const std::vector<ttservice::CCodeOrderParam> &orders)
+    // Shows the help for these lines if the user wants it; true lets the placing go on.
+    static bool tryHelp(const std::vector<ttservice::CCodeOrderParam> &orders)
     {
-        m_triedHelps.push_back(orders);
-        if (m_observer)
-            m_observer(&orders);
+        state().m_triedHelps.push_back(orders);
+        if (state().m_observer)
+            state().m_observer(&orders);
         return true;
     }
-    void doHelp()
+    static void doHelp()
     {
-        ++m_helpCount;
-        if (m_observer)
-            m_observer(nullptr);
+        ++state().m_helpCount;
+        if (state().m_observer)
+            state().m_observer(nullptr);
     }
-    void reset()
+
+    // --- control surface (tests and the demo host) ---
+    // The line lists of the tryHelp calls, in order.
+    static const std::vector<std::vector<ttservice::CCodeOrderParam>> &triedHelps() { return state().m_triedHelps; }
+    static int helpCount() { return state().m_helpCount; }
+    // Called after each call, with the lines of a tryHelp or null for a doHelp.
+    static void setObserver(Observer observer) { state().m_observer = std::move(observer); }
+    // No recorded calls, no observer.
+    static void reset() { state() = State(); }
+
+private:
+    struct State
     {
-        m_triedHelps.clear();
-        m_helpCount = 0;
-        m_observer = nullptr;
+        std::vector<std::vector<ttservice::CCodeOrderParam>> m_triedHelps;
+        int m_helpCount = 0;
+        Observer m_observer;
+    };
+
+    static State &state()
+    {
+        static State s;
+        return s;
     }
 };
 
