@@ -2,7 +2,6 @@
 
 #include "CUiResource.h"
 
-#include <QVBoxLayout>
 
 namespace WK {
 
@@ -30,22 +29,7 @@ void CCommonDialog::setInnerWidget(QWidget *widget)
 
 void CCommonDialog::setInnerStretchWidget(QWidget *widget, int left, int top, int right, int bottom)
 {
-    if (!m_layout) {
-        if (layout())
-            return;
-        m_layout = new QVBoxLayout(this);
-        m_layout->setSpacing(0);
-    }
-    m_layout->setContentsMargins(left, top, right, bottom);
-    if (m_inner && m_inner != widget) {
-        m_layout->removeWidget(m_inner);
-        m_inner->hide();
-    }
-    m_inner = widget;
-    if (widget && m_layout->indexOf(widget) < 0) {
-        m_layout->addWidget(widget, 1);
-        widget->show();
-    }
+    m_inner.place(this, widget, left, top, right, bottom);
 }
 
 } // namespace WK

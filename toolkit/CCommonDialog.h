@@ -1,10 +1,7 @@
 #pragma once
 
 #include "CBaseDialog.h"
-
-#include <QPointer>
-
-class QVBoxLayout;
+#include "CInnerWidgetSlot.h"
 
 namespace WK {
 
@@ -23,12 +20,11 @@ public:
     // The content, filling the dialog. A later call replaces it (the old one stays a child,
     // hidden).
     void setInnerWidget(QWidget *widget);
-    QWidget *innerWidget() const { return m_inner; }
+    QWidget *innerWidget() const { return m_inner.widget(); }
     void setInnerStretchWidget(QWidget *widget, int left, int top, int right, int bottom) override;
 
 private:
-    QVBoxLayout *m_layout = nullptr;
-    QPointer<QWidget> m_inner;
+    CInnerWidgetSlot m_inner;
 };
 
 } // namespace WK

@@ -6,7 +6,6 @@
 #include <QHideEvent>
 #include <QPainter>
 #include <QScreen>
-#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -42,22 +41,7 @@ void CFloatWidget::setInnerWidget(QWidget *widget)
 
 void CFloatWidget::setInnerStretchWidget(QWidget *widget, int left, int top, int right, int bottom)
 {
-    if (!m_layout) {
-        if (layout())
-            return;
-        m_layout = new QVBoxLayout(this);
-        m_layout->setSpacing(0);
-    }
-    m_layout->setContentsMargins(left, top, right, bottom);
-    if (m_inner && m_inner != widget) {
-        m_layout->removeWidget(m_inner);
-        m_inner->hide();
-    }
-    m_inner = widget;
-    if (widget && m_layout->indexOf(widget) < 0) {
-        m_layout->addWidget(widget, 1);
-        widget->show();
-    }
+    m_inner.place(this, widget, left, top, right, bottom);
 }
 
 void CFloatWidget::showAt(const QPoint &globalPos)

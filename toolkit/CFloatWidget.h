@@ -1,11 +1,9 @@
 #pragma once
 
 #include "CBaseDialog.h"
+#include "CInnerWidgetSlot.h"
 
-#include <QPointer>
 #include <QString>
-
-class QVBoxLayout;
 
 namespace WK {
 
@@ -32,7 +30,7 @@ public:
     // stays a child, hidden). A subclass may instead give the box a layout of its own, which
     // also sits below the title strip; then setInnerWidget does nothing.
     void setInnerWidget(QWidget *widget);
-    QWidget *innerWidget() const { return m_inner; }
+    QWidget *innerWidget() const { return m_inner.widget(); }
     void setInnerStretchWidget(QWidget *widget, int left, int top, int right, int bottom) override;
 
     // Shows the box with its top left corner at this global point, moved back inside the
@@ -51,8 +49,7 @@ protected:
 private:
     bool m_hasTitleBar = false;
     QString m_title;
-    QVBoxLayout *m_layout = nullptr;
-    QPointer<QWidget> m_inner;
+    CInnerWidgetSlot m_inner;
 };
 
 } // namespace WK
