@@ -7,6 +7,7 @@
 #include "CMessageBox.h"
 #include "CSimpleInputDialog.h"
 #include "CTableCellEvent.h"
+#include "CTableModel.h"
 #include "CWidgetList.h"
 #include "TextHelpers.h"
 
@@ -255,6 +256,19 @@ QString columnTitle(int column, int tradeType)
     }
 }
 
+// The status texts as the display records keep them, made once: a quote writes one per line.
+const std::string &statusText(COpBasketConfirmWidget::EOpConfirmFilterStatus status)
+{
+    static const std::string texts[] = {
+        COpBasketConfirmWidget::getStatusString(COpBasketConfirmWidget::OCFS_NORMAL).toStdString(),
+        COpBasketConfirmWidget::getStatusString(COpBasketConfirmWidget::OCFS_RISE_LIMIT).toStdString(),
+        COpBasketConfirmWidget::getStatusString(COpBasketConfirmWidget::OCFS_FALL_LIMIT).toStdString(),
+        COpBasketConfirmWidget::getStatusString(COpBasketConfirmWidget::OCFS_SUSPENDED).toStdString(),
+    };
+    const int index = static_cast<int>(status);
+    return texts[index >= 0 && index <= 3 ? index : 0];
+}
+
 } // namespace
 
 COpBasketConfirmWidget::COpBasketConfirmWidget(QWidget *parent)
@@ -279,7 +293,7 @@ COpBasketConfirmWidget::~COpBasketConfirmWidget()
         requests.swap(m_quoteRequests);
     }
     requests.clear();
-    clearOtherParams();
+    clearSlots();
 }
 
 // ---- settings ------------------------------------------------------------------------------
@@ -415,11 +429,21 @@ void COpBasketConfirmWidget::resetTable()
     }
 }
 
-void COpBasketConfirmWidget::clearOtherParams()
+void COpBasketConfirmWidget::clearSlots()
 {
     for (OtherOrderParam *other : m_otherParams)
         delete other;
     m_otherParams.clear();
+    m_backupParams.clear();
+    m_slotIndex.clear();
+    m_slotRows.clear();
+    m_rowSlots.clear();
+    m_slotInstrument.clear();
+    m_slotVolumes.clear();
+    m_slotMoney.clear();
+    m_instruments.clear();
+    m_instrumentIndex.clear();
+    m_changedSlots.clear();
 }
 
 QSet<QString> COpBasketConfirmWidget::replacementCodes(const QString &basketName) const
@@ -433,6 +457,96 @@ QSet<QString> COpBasketConfirmWidget::replacementCodes(const QString &basketName
         codes.insert(row.m_market + row.m_stockCode);
     return codes;
 }
+
+// ---- slots ---------------------------------------------------------------------------------
+
+bool COpBasketConfirmWidget::isLiveSlot(int slot) const
+{
+    return slot >= 0 && static_cast<size_t>(slot) < m_slotIndex.size() && m_slotIndex[static_cast<size_t>(slot)] != NO_SLOT
+           && m_otherParams[static_cast<size_t>(slot)];
+}
+
+int COpBasketConfirmWidget::slotOfRow(int row) const
+{
+    if (row < 0 || static_cast<size_t>(row) >= m_rowSlots.size())
+        return NO_SLOT;
+    return m_rowSlots[static_cast<size_t>(row)];
+}
+
+CCodeOrderParam *COpBasketConfirmWidget::lineOfSlot(int slot) const
+{
+    if (!m_params || !isLiveSlot(slot))
+        return nullptr;
+    const int index = m_slotIndex[static_cast<size_t>(slot)];
+    if (index == IN_BACKUP) {
+        const auto it = m_backupParams.find(slot);
+        return it == m_backupParams.end() ? nullptr : const_cast<CCodeOrderParam *>(&it->second);
+    }
+    // The caller owns the vector; an index it no longer holds finds nothing rather than memory
+    // that is gone.
+    return static_cast<size_t>(index) < m_params->size() ? &(*m_params)[static_cast<size_t>(index)] : nullptr;
+}
+
+CCodeOrderParam *COpBasketConfirmWidget::lineOfRow(int row) const
+{
+    return lineOfSlot(slotOfRow(row));
+}
+
+OtherOrderParam *COpBasketConfirmWidget::otherOfRow(int row) const
+{
+    const int slot = slotOfRow(row);
+    return isLiveSlot(slot) ? m_otherParams[static_cast<size_t>(slot)] : nullptr;
+}
+
+void COpBasketConfirmWidget::bindRow(int row, int slot)
+{
+    if (row < 0)
+        return;
+    if (static_cast<size_t>(row) >= m_rowSlots.size())
+        m_rowSlots.resize(static_cast<size_t>(row) + 1, NO_SLOT);
+    m_rowSlots[static_cast<size_t>(row)] = slot;
+    if (slot >= 0 && static_cast<size_t>(slot) < m_slotRows.size())
+        m_slotRows[static_cast<size_t>(slot)] = row;
+}
+
+void COpBasketConfirmWidget::unbindRows()
+{
+    m_rowSlots.clear();
+    std::fill(m_slotRows.begin(), m_slotRows.end(), -1);
+}
+
+void COpBasketConfirmWidget::arrangeList(const std::vector<int> &listed)
+{
+    if (!m_params)
+        return;
+    std::map<int, CCodeOrderParam> lines;
+    for (size_t slot = 0; slot < m_slotIndex.size(); ++slot) {
+        if (const CCodeOrderParam *line = lineOfSlot(static_cast<int>(slot)))
+            lines.emplace(static_cast<int>(slot), *line);
+    }
+    std::vector<CCodeOrderParam> list;
+    list.reserve(listed.size());
+    for (int slot : listed) {
+        auto it = lines.find(slot);
+        if (it == lines.end())
+            continue;
+        m_slotIndex[static_cast<size_t>(slot)] = static_cast<int>(list.size());
+        list.push_back(std::move(it->second));
+        lines.erase(it);
+    }
+    for (auto &entry : lines)
+        m_slotIndex[static_cast<size_t>(entry.first)] = IN_BACKUP;
+    m_backupParams.swap(lines);
+    m_params->swap(list);
+}
+
+void COpBasketConfirmWidget::setSlotVolume(int slot, const CCodeOrderParam &line)
+{
+    if (slot >= 0 && static_cast<size_t>(slot) < m_slotVolumes.size())
+        m_slotVolumes[static_cast<size_t>(slot)] = line.m_volume;
+}
+
+// ---- loading -------------------------------------------------------------------------------
 
 void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
 {
@@ -449,18 +563,16 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
     std::lock_guard<std::recursive_mutex> lock(m_mutex);
     m_waitTest = false;
     m_params = params;
-    clearOtherParams();
-    m_rowParams.clear();
-    m_rowOtherParams.clear();
-    m_backupParams.clear();
+    clearSlots();
     if (!m_params || !m_table)
         return;
 
     std::vector<CCodeOrderParam> &lines = *m_params;
+    const size_t count = lines.size();
     m_table->beginUpdate();
     m_table->clear();
     m_table->clearFilter();
-    m_table->setRowCount(static_cast<int>(lines.size()));
+    m_table->setRowCount(static_cast<int>(count));
 
     // The first line alone decides what column 5 holds for the whole list.
     m_table->setColumnValidator(COL_VOLUME, nullptr);
@@ -479,15 +591,49 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
 
     sortParam();
 
-    // The same instrument stands on every account of the list: one lookup each.
-    QHash<QString, boost::shared_ptr<ttservice::CInstrumentDetail>> instruments;
-    m_otherParams.reserve(lines.size());
-    for (size_t i = 0; i < lines.size(); ++i) {
+    m_otherParams.assign(count, nullptr);
+    m_slotIndex.resize(count);
+    m_slotRows.assign(count, -1);
+    m_rowSlots.assign(count, NO_SLOT);
+    m_slotInstrument.assign(count, -1);
+    m_slotVolumes.assign(count, 0);
+    m_slotMoney.assign(count, 0);
+    for (size_t i = 0; i < count; ++i) {
         CCodeOrderParam &line = lines[i];
-        const int row = static_cast<int>(i);
-        if (!line.m_account)
-            continue;
+        const int slot = static_cast<int>(i);
+        const int row = slot;
+        m_slotIndex[i] = slot;
         const bool money = isMoneyLine(line);
+        m_slotMoney[i] = money ? 1 : 0;
+        // Lines without an account keep a record, so that nothing is lost, but get no row.
+        if (!line.m_account) {
+            m_otherParams[i] = new OtherOrderParam(0, 0.0, ttservice::NO_VALUE, 0.0, 0.0, std::string());
+            m_slotVolumes[i] = line.m_volume;
+            continue;
+        }
+
+        // The same instrument stands on every account of the list: one record, one lookup and
+        // one subscription each.
+        const std::string instrumentKey = line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode;
+        auto found = m_instrumentIndex.find(instrumentKey);
+        if (found == m_instrumentIndex.end()) {
+            InstrumentLines entry;
+            entry.m_market = line.m_stockInfo.m_market;
+            entry.m_code = line.m_stockInfo.m_stockCode;
+            entry.m_instrument = instrumentOf(entry.m_market, entry.m_code);
+            entry.m_repurchase = isRepurchaseCode(entry.m_code);
+            entry.m_priceDecimals = lastPriceDecimals(WK::sToQs(entry.m_market), WK::sToQs(entry.m_code));
+            found = m_instrumentIndex.emplace(instrumentKey, static_cast<int>(m_instruments.size())).first;
+            m_instruments.push_back(std::move(entry));
+            // Money lines subscribe too, under their real market and code.
+            m_quoteRequests.append(CQuoteRequest::makeRequest(
+                stockKeyOf(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode),
+                [this](boost::shared_ptr<CPriceData> quote) { onLatestPrice(std::move(quote)); }));
+        }
+        InstrumentLines &instrument = m_instruments[static_cast<size_t>(found->second)];
+        instrument.m_slots.push_back(slot);
+        m_slotInstrument[i] = found->second;
+
         const int64_t available = availableVolumeOf(line, line.m_operationType);
         const std::string market = shownMarket(line);
         const std::string code = shownCode(line);
@@ -513,17 +659,16 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
                 line.m_volume = available;
             m_table->setItemInt(row, COL_VOLUME, line.m_volume);
         }
+        m_slotVolumes[i] = line.m_volume;
 
-        const QString realKey = stockKeyOf(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode);
-        auto instrument = instruments.constFind(realKey);
-        if (instrument == instruments.constEnd())
-            instrument = instruments.insert(realKey, instrumentOf(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode));
         // On a money line the shown key has no quote; the value is the line's money anyway.
-        const double cost = costOf(line, price, *instrument);
+        const double cost = costOf(line, price, instrument.m_instrument);
         double changeRatio = 0.0;
         if (hasCost(cost) && !money) {
             changeRatio = price ? changeRatioOf(lastPrice, price->m_lastClose) : 0.0;
-            showLineValues(row, line, cost, lastPrice, changeRatio);
+            m_table->setItemDouble(row, COL_COST, cost, 2);
+            m_table->setItemDouble(row, COL_LAST_PRICE, lastPrice, instrument.m_priceDecimals);
+            m_table->setItemDouble(row, COL_CHANGE, changeRatio, 2, WK::NF_PERCENT);
         } else {
             m_table->setItemText(row, COL_COST, QStringLiteral("-"));
             m_table->setItemText(row, COL_LAST_PRICE, QStringLiteral("-"));
@@ -540,14 +685,8 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
                 m_table->setRowColorKey(row, QStringLiteral("clr_global_rise"));
         }
 
-        // Money lines subscribe too, under their real market and code.
-        m_quoteRequests.append(CQuoteRequest::makeRequest(
-            realKey, [this](boost::shared_ptr<CPriceData> quote) { onLatestPrice(std::move(quote)); }));
-
-        m_rowParams.insert(row, &line);
-        auto *other = new OtherOrderParam(available, 0.0, cost, lastPrice, changeRatio, std::string());
-        m_otherParams.push_back(other);
-        m_rowOtherParams.insert(row, other);
+        m_otherParams[i] = new OtherOrderParam(available, 0.0, cost, lastPrice, changeRatio, std::string());
+        bindRow(row, slot);
     }
     m_table->endUpdate();
 
@@ -569,35 +708,53 @@ void COpBasketConfirmWidget::showLineValues(int row, const CCodeOrderParam &line
     m_table->setItemDouble(row, COL_CHANGE, changeRatio, 2, WK::NF_PERCENT);
 }
 
-void COpBasketConfirmWidget::addTableRow(CCodeOrderParam *line, OtherOrderParam *other)
+// Columns 9, 7 and 8 from a display record: "-" while the value is not known.
+void COpBasketConfirmWidget::showValueCells(int row, const OtherOrderParam &other, int decimals)
+{
+    if (!hasCost(other.m_cost)) {
+        m_table->setItemText(row, COL_COST, QStringLiteral("-"));
+        m_table->setItemText(row, COL_LAST_PRICE, QStringLiteral("-"));
+        m_table->setItemText(row, COL_CHANGE, QStringLiteral("-"));
+        return;
+    }
+    m_table->setItemDouble(row, COL_LAST_PRICE, other.m_lastPrice, decimals);
+    m_table->setItemDouble(row, COL_COST, other.m_cost, 2);
+    m_table->setItemDouble(row, COL_CHANGE, other.m_changeRatio, 2, WK::NF_PERCENT);
+}
+
+int COpBasketConfirmWidget::addTableRow(CCodeOrderParam *line, OtherOrderParam *other)
 {
     if (!m_table || !line || !other)
-        return;
+        return -1;
+    // The row shows what the load showed for the same line: a money line's quantity is its
+    // money, and it has no instrument to show.
+    const bool money = isMoneyLine(*line);
     const int row = m_table->addRowBegin();
     m_table->setItemText(row, COL_ACCOUNT, line->m_account ? accountDisplayIDQs(line->m_account) : QString());
-    m_table->setItemText(row, COL_MARKET, WK::sToQs(line->m_stockInfo.m_market));
-    m_table->setItemText(row, COL_CODE, WK::sToQs(line->m_stockInfo.m_stockCode));
-    m_table->setItemText(row, COL_NAME, WK::sToQs(line->m_stockInfo.m_stockName));
+    m_table->setItemText(row, COL_MARKET, WK::sToQs(shownMarket(*line)));
+    m_table->setItemText(row, COL_CODE, WK::sToQs(shownCode(*line)));
+    m_table->setItemText(row, COL_NAME, money ? QStringLiteral("-") : WK::sToQs(line->m_stockInfo.m_stockName));
     m_table->setItemText(row, COL_OPERATION, operationToString(line->m_operationType));
     m_table->setItemInt(row, COL_AVAILABLE, other->m_availableVolume);
-    m_table->setItemInt(row, COL_VOLUME, line->m_volume);
+    if (money)
+        m_table->setItemDouble(row, COL_VOLUME, line->m_money, 2);
+    else
+        m_table->setItemInt(row, COL_VOLUME, line->m_volume);
 
     EOpConfirmFilterStatus status = OCFS_NORMAL;
     m_table->setItemChecked(row, COL_CHECK, !isParamFilter(*line, status));
     m_table->setItemText(row, COL_STATUS, getStatusString(status));
     m_table->setItemColorKey(row, COL_STATUS, QLatin1String(getStatusColor(status)));
 
-    if (!hasCost(other->m_cost)) {
-        m_table->setItemText(row, COL_COST, QStringLiteral("-"));
-        m_table->setItemText(row, COL_LAST_PRICE, QStringLiteral("-"));
-        m_table->setItemText(row, COL_CHANGE, QStringLiteral("-"));
+    if (money) {
+        OtherOrderParam unknown;
+        showValueCells(row, unknown, 2);
     } else {
-        showLineValues(row, *line, other->m_cost, other->m_lastPrice, other->m_changeRatio);
+        showValueCells(row, *other,
+                       lastPriceDecimals(WK::sToQs(line->m_stockInfo.m_market), WK::sToQs(line->m_stockInfo.m_stockCode)));
     }
-
-    m_rowParams.insert(row, line);
-    m_rowOtherParams.insert(row, other);
     m_table->addRowEnd(true);
+    return row;
 }
 
 int COpBasketConfirmWidget::getHeightHint() const
@@ -657,7 +814,7 @@ CCodeOrderParam *COpBasketConfirmWidget::getParamByRowIndex(int rowIndex) const
 {
     if (!m_params || !m_table)
         return nullptr;
-    return m_rowParams.value(m_table->rowID(rowIndex), nullptr);
+    return lineOfRow(m_table->rowID(rowIndex));
 }
 
 // ---- cell events ---------------------------------------------------------------------------
@@ -706,13 +863,15 @@ void COpBasketConfirmWidget::validateVolume(WK::CTableCellEvent &cell)
         cell.m_accept = false;
         return;
     }
-    const CCodeOrderParam *line = m_rowParams.value(row, nullptr);
+    const CCodeOrderParam *line = lineOfRow(row);
     if (line) {
         // A buy may ask for more than the money covers today; what is sold or closed must exist.
         const ttservice::EOperationType operation = line->m_operationType;
         if (volume > available && (operation == ttservice::OT_SELL || isClose(operation))) {
-            cell.m_text = QString::number(available);
-            cell.m_accept = false;
+            // The cell shows the most that can be sold, so the line takes it too: a refused
+            // edit would leave the cell showing a quantity the order does not carry.
+            cell.m_text = WK::formatNumberString(QString::number(available));
+            cell.m_accept = true;
             return;
         }
         const int brokerType = line->m_account ? line->m_account->m_brokerType : ttservice::BROKER_TYPE_NONE;
@@ -731,17 +890,18 @@ void COpBasketConfirmWidget::validateVolume(WK::CTableCellEvent &cell)
 
 void COpBasketConfirmWidget::volumeEdited(int row, const QString &text)
 {
-    CCodeOrderParam *line = m_rowParams.value(row, nullptr);
-    OtherOrderParam *other = m_rowOtherParams.value(row, nullptr);
+    CCodeOrderParam *line = lineOfRow(row);
+    OtherOrderParam *other = otherOfRow(row);
     if (!line || !m_table)
         return;
     double cost = ttservice::NO_VALUE;
     {
         std::lock_guard<std::recursive_mutex> lock(m_mutex);
         if (isMoneyLine(*line))
-            line->m_money = text.toDouble();
+            line->m_money = WK::unformatNumberString(text).toDouble();
         else
-            line->m_volume = text.toLongLong();
+            line->m_volume = WK::unformatNumberString(text).toLongLong();
+        setSlotVolume(slotOfRow(row), *line);
         cost = recalcCost(line);
         if (other)
             other->m_cost = cost;
@@ -757,7 +917,7 @@ void COpBasketConfirmWidget::switchDirection(int row)
 {
     if (m_opConfirmType != 1 || m_operationType != ttservice::OT_NONE || !m_table)
         return;
-    CCodeOrderParam *line = m_rowParams.value(row, nullptr);
+    CCodeOrderParam *line = lineOfRow(row);
     if (!line)
         return;
 
@@ -795,15 +955,19 @@ void COpBasketConfirmWidget::switchDirection(int row)
     double cost = ttservice::NO_VALUE;
     double changeRatio = 0.0;
     int64_t available = 0;
+    bool cut = false;
     {
         std::lock_guard<std::recursive_mutex> lock(m_mutex);
         line->m_operationType = next;
         available = availableVolumeOf(*line, next);
-        if (line->m_volume > available)
+        if (line->m_volume > available) {
             line->m_volume = available;
+            cut = true;
+            setSlotVolume(slotOfRow(row), *line);
+        }
         cost = recalcCost(line);
         changeRatio = price ? changeRatioOf(lastPrice, price->m_lastClose) : 0.0;
-        if (OtherOrderParam *other = m_rowOtherParams.value(row, nullptr)) {
+        if (OtherOrderParam *other = otherOfRow(row)) {
             other->m_availableVolume = available;
             other->m_cost = cost;
             other->m_lastPrice = lastPrice;
@@ -811,7 +975,9 @@ void COpBasketConfirmWidget::switchDirection(int row)
         }
     }
     m_table->setItemInt(row, COL_AVAILABLE, available);
-    m_table->setItemInt(row, COL_VOLUME, line->m_volume);
+    // Only a cut changes the quantity; a money line keeps its money in the cell.
+    if (cut && !isMoneyLine(*line))
+        m_table->setItemInt(row, COL_VOLUME, line->m_volume);
     if (hasCost(cost) && !isMoneyLine(*line)) {
         showLineValues(row, *line, cost, lastPrice, changeRatio);
     } else {
@@ -827,42 +993,55 @@ void COpBasketConfirmWidget::deleteRows(const std::set<int> &rows)
 {
     {
         std::lock_guard<std::recursive_mutex> lock(m_mutex);
-        QMap<std::string, int> rowOfKey;
-        for (auto it = m_rowParams.cbegin(); it != m_rowParams.cend(); ++it) {
-            if (it.value())
-                rowOfKey.insert(it.value()->getKey(), it.key());
-        }
-        std::set<std::string> removedKeys;
+        bool listChanged = false;
         for (int row : rows) {
-            m_rowOtherParams.remove(row);
-            if (const CCodeOrderParam *line = m_rowParams.value(row, nullptr))
-                removedKeys.insert(line->getKey());
+            const int slot = slotOfRow(row);
+            if (static_cast<size_t>(row) < m_rowSlots.size())
+                m_rowSlots[static_cast<size_t>(row)] = NO_SLOT;
+            if (!isLiveSlot(slot))
+                continue;
+            // The line goes for good: out of the vector or the backup, its record with it, so
+            // that neither a quote nor a later filter brings it back.
+            const size_t s = static_cast<size_t>(slot);
+            if (m_slotIndex[s] == IN_BACKUP)
+                m_backupParams.erase(slot);
+            else
+                listChanged = true;
+            m_slotIndex[s] = NO_SLOT;
+            m_slotRows[s] = -1;
+            delete m_otherParams[s];
+            m_otherParams[s] = nullptr;
         }
-        m_rowParams.clear();
-        // m_otherParams keeps its entries: it no longer pairs with the list, which stops the quote
-        // handling of this list until the next load.
-        if (m_params) {
+        if (listChanged && m_params) {
+            // The lines that remain keep their order in the vector.
+            std::vector<std::pair<int, int>> listed; // index in the vector, slot
+            for (size_t slot = 0; slot < m_slotIndex.size(); ++slot) {
+                if (m_slotIndex[slot] >= 0)
+                    listed.emplace_back(m_slotIndex[slot], static_cast<int>(slot));
+            }
+            std::sort(listed.begin(), listed.end());
             std::vector<CCodeOrderParam> &lines = *m_params;
+            std::vector<bool> keep(lines.size(), false);
+            for (const auto &entry : listed) {
+                if (static_cast<size_t>(entry.first) < lines.size())
+                    keep[static_cast<size_t>(entry.first)] = true;
+            }
             size_t kept = 0;
             for (size_t i = 0; i < lines.size(); ++i) {
-                if (removedKeys.count(lines[i].getKey()) > 0)
+                if (!keep[i])
                     continue;
                 if (kept != i)
-                    lines[kept] = lines[i];
+                    lines[kept] = std::move(lines[i]);
                 ++kept;
             }
             lines.resize(kept);
-            for (CCodeOrderParam &line : lines) {
-                const int row = rowOfKey.value(line.getKey(), -1);
-                if (row >= 0)
-                    m_rowParams.insert(row, &line);
-            }
+            int index = 0;
+            for (const auto &entry : listed)
+                m_slotIndex[static_cast<size_t>(entry.second)] = index++;
         }
     }
     updateStatData();
 }
-
-// ---- filters, status and totals ------------------------------------------------------------
 
 COpBasketConfirmWidget::FilterSwitches COpBasketConfirmWidget::filterSwitches() const
 {
@@ -882,35 +1061,36 @@ COpBasketConfirmWidget::FilterSwitches COpBasketConfirmWidget::filterSwitches() 
 
 bool COpBasketConfirmWidget::isParamFilter(const CCodeOrderParam &line, EOpConfirmFilterStatus &status) const
 {
-    status = OCFS_NORMAL;
+    status = filterStatusOf(shownMarket(line), shownCode(line));
+    return status != OCFS_NORMAL;
+}
+
+// The status of an instrument under the toolbar's switches; a money line asks with "-" and "-".
+COpBasketConfirmWidget::EOpConfirmFilterStatus COpBasketConfirmWidget::filterStatusOf(const std::string &marketText,
+                                                                                      const std::string &codeText) const
+{
+    EOpConfirmFilterStatus status = OCFS_NORMAL;
     const FilterSwitches switches = filterSwitches();
     if (!switches.m_suspended && !switches.m_riseLimit && !switches.m_fallLimit)
-        return false;
-    const QString market = WK::sToQs(shownMarket(line));
-    const QString code = WK::sToQs(shownCode(line));
-    bool filtered = false;
+        return status;
+    const QString market = WK::sToQs(marketText);
+    const QString code = WK::sToQs(codeText);
     // Later tests win: a fall limit over a rise limit, either over a suspension.
-    if (switches.m_suspended && isStoppedStock(market, code)) {
+    if (switches.m_suspended && isStoppedStock(market, code))
         status = OCFS_SUSPENDED;
-        filtered = true;
-    }
     if (!switches.m_riseLimit && !switches.m_fallLimit)
-        return filtered;
+        return status;
     const boost::shared_ptr<CPriceData> price = CQuoteClient::instance()->getStockPrice(WK::vqStockKey(market, code));
     if (!price || !ttservice::hasValue(price->m_lastPrice))
-        return filtered;
+        return status;
     const double last = price->m_lastPrice;
     if (switches.m_riseLimit && ttservice::hasValue(price->m_upStopPrice)
-        && !ttservice::isLess(last, price->m_upStopPrice)) {
+        && !ttservice::isLess(last, price->m_upStopPrice))
         status = OCFS_RISE_LIMIT;
-        filtered = true;
-    }
     if (switches.m_fallLimit && ttservice::hasValue(price->m_downStopPrice)
-        && !ttservice::isGreater(last, price->m_downStopPrice)) {
+        && !ttservice::isGreater(last, price->m_downStopPrice))
         status = OCFS_FALL_LIMIT;
-        filtered = true;
-    }
-    return filtered;
+    return status;
 }
 
 QString COpBasketConfirmWidget::getStatusString(EOpConfirmFilterStatus status)
@@ -962,11 +1142,8 @@ void COpBasketConfirmWidget::sortParam()
     lines.insert(lines.end(), filtered.begin(), filtered.end());
 }
 
-QString COpBasketConfirmWidget::columnValue(int index, int column) const
+QString COpBasketConfirmWidget::columnValue(const CCodeOrderParam &line, const OtherOrderParam *other, int column) const
 {
-    const CCodeOrderParam &line = (*m_params)[static_cast<size_t>(index)];
-    const OtherOrderParam *other =
-        static_cast<size_t>(index) < m_otherParams.size() ? m_otherParams[static_cast<size_t>(index)] : nullptr;
     switch (column) {
     case COL_ACCOUNT:
         return line.m_account ? accountDisplayIDQs(line.m_account) : QString();
@@ -1007,11 +1184,13 @@ QSet<QString> COpBasketConfirmWidget::getTableItems(int column)
     std::lock_guard<std::recursive_mutex> lock(m_mutex);
     if (!m_params || column < 0 || column > kLastFilterColumn)
         return items;
-    for (size_t i = 0; i < m_params->size(); ++i) {
-        // Lines without a display record (no account at load) offer only what the line holds.
-        if (column >= COL_AVAILABLE && i >= m_otherParams.size())
+    // Every line the filter can bring back offers its values, those waiting beside the vector
+    // after an order included.
+    for (size_t slot = 0; slot < m_slotIndex.size(); ++slot) {
+        const CCodeOrderParam *line = lineOfSlot(static_cast<int>(slot));
+        if (!line || !line->m_account)
             continue;
-        items.insert(columnValue(static_cast<int>(i), column));
+        items.insert(columnValue(*line, m_otherParams[slot], column));
     }
     return items;
 }
@@ -1036,21 +1215,24 @@ void COpBasketConfirmWidget::filterData(const COrderParamTable::FilterMap &filte
     std::lock_guard<std::recursive_mutex> lock(m_mutex);
     m_table->beginUpdate();
     m_table->clear();
-    m_rowOtherParams.clear();
-    m_rowParams.clear();
+    unbindRows();
     if (m_params) {
-        for (size_t i = 0; i < m_params->size(); ++i) {
-            if (i >= m_otherParams.size())
-                break;
+        // Rows come back in the order of the load, each with its own record.
+        for (size_t s = 0; s < m_slotIndex.size(); ++s) {
+            const int slot = static_cast<int>(s);
+            CCodeOrderParam *line = lineOfSlot(slot);
+            if (!line || !line->m_account)
+                continue;
+            OtherOrderParam *other = m_otherParams[s];
             bool pass = true;
             // The last column with chosen values decides alone: each test overwrites the one before.
             for (auto it = filters.cbegin(); it != filters.cend(); ++it) {
                 if (it.value().second.isEmpty() || it.key() < 0 || it.key() > kLastFilterColumn)
                     continue;
-                pass = testFilter(it.value().first, it.value().second, columnValue(static_cast<int>(i), it.key()));
+                pass = testFilter(it.value().first, it.value().second, columnValue(*line, other, it.key()));
             }
             if (pass)
-                addTableRow(&(*m_params)[i], m_otherParams[i]);
+                bindRow(addTableRow(line, other), slot);
         }
     }
     m_table->endUpdate();
@@ -1096,36 +1278,52 @@ double COpBasketConfirmWidget::recalcCost(const CCodeOrderParam *line) const
 
 void COpBasketConfirmWidget::onLatestPrice(boost::shared_ptr<CPriceData> price)
 {
-    std::lock_guard<std::recursive_mutex> lock(m_mutex);
-    if (!price || !m_params || m_params->size() != m_otherParams.size() || m_params->empty())
+    if (!price)
         return;
+    std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    const auto found = m_instrumentIndex.find(price->m_market + '.' + price->m_stockCode);
+    if (found == m_instrumentIndex.end())
+        return;
+    InstrumentLines &instrument = m_instruments[static_cast<size_t>(found->second)];
+    if (!instrument.m_instrument) {
+        // Looked up again: the instrument may have become known since the load.
+        instrument.m_instrument = instrumentOf(instrument.m_market, instrument.m_code);
+        if (!instrument.m_instrument)
+            return;
+    }
     const double last = price->m_lastPrice;
     const bool lastKnown = !ttservice::isEqual(last, ttservice::NO_VALUE);
-    boost::shared_ptr<ttservice::CInstrumentDetail> instrument;
-    bool instrumentLooked = false;
-    // The same instrument can stand on several accounts: every line of it is updated.
-    for (size_t i = 0; i < m_params->size(); ++i) {
-        const CCodeOrderParam &line = (*m_params)[i];
-        if (line.m_stockInfo.m_market != price->m_market || line.m_stockInfo.m_stockCode != price->m_stockCode)
+    const double multiple = valueMultiple(*instrument.m_instrument);
+    const double changeRatio = changeRatioOf(last, price->m_lastClose);
+    // The status depends on the instrument alone (a money line asks with "-").
+    const std::string &stockStatus = statusText(filterStatusOf(instrument.m_market, instrument.m_code));
+    const std::string *moneyStatus = nullptr;
+
+    // Every line of the instrument, on every account, and nothing else.
+    for (int slot : instrument.m_slots) {
+        const size_t s = static_cast<size_t>(slot);
+        OtherOrderParam *other = m_otherParams[s];
+        if (!other || m_slotIndex[s] == NO_SLOT)
             continue;
-        if (!instrumentLooked) {
-            instrument = instrumentOf(price->m_market, price->m_stockCode);
-            instrumentLooked = true;
+        const bool money = m_slotMoney[s] != 0;
+        if (money) {
+            if (!moneyStatus)
+                moneyStatus = &statusText(filterStatusOf("-", "-"));
+            other->m_statusText = *moneyStatus;
+            // A money line is worth its money: a quote of its code changes nothing it shows.
+            continue;
         }
-        if (!instrument)
-            continue;
-        OtherOrderParam *other = m_otherParams[i];
-        EOpConfirmFilterStatus status = OCFS_NORMAL;
-        isParamFilter(line, status);
-        other->m_statusText = getStatusString(status).toStdString();
+        other->m_statusText = stockStatus;
         if (!lastKnown)
             continue;
+        const double volume = static_cast<double>(m_slotVolumes[s]);
         other->m_lastPrice = last;
-        other->m_cost = isRepurchaseCode(price->m_stockCode)
-                            ? static_cast<double>(line.m_volume) * kRepurchaseUnitValue
-                            : static_cast<double>(line.m_volume) * last * valueMultiple(*instrument);
-        other->m_changed = true;
-        other->m_changeRatio = changeRatioOf(last, price->m_lastClose);
+        other->m_cost = instrument.m_repurchase ? volume * kRepurchaseUnitValue : volume * last * multiple;
+        other->m_changeRatio = changeRatio;
+        if (!other->m_changed) {
+            other->m_changed = true;
+            m_changedSlots.push_back(slot);
+        }
     }
 }
 
@@ -1134,39 +1332,30 @@ void COpBasketConfirmWidget::slotTimeout()
     std::lock_guard<std::recursive_mutex> lock(m_mutex);
     // A sell or mixed list keeps the values it was loaded with: its quantities were cut to the
     // positions of that moment, and moving values would suggest otherwise.
-    if (m_operationType != ttservice::OT_BUY || !m_table)
+    if (m_operationType != ttservice::OT_BUY || !m_table || m_changedSlots.empty())
         return;
-    bool anyChanged = false;
+    bool anyShown = false;
     m_table->beginUpdate();
-    for (auto it = m_rowOtherParams.cbegin(); it != m_rowOtherParams.cend(); ++it) {
-        OtherOrderParam *other = it.value();
+    // Only the lines a quote touched: a quiet market costs nothing here.
+    for (int slot : m_changedSlots) {
+        const size_t s = static_cast<size_t>(slot);
+        OtherOrderParam *other = m_otherParams[s];
         if (!other || !other->m_changed)
             continue;
-        const int row = it.key();
-        if (!hasCost(other->m_cost)) {
-            m_table->setItemText(row, COL_COST, QStringLiteral("-"));
-            m_table->setItemText(row, COL_LAST_PRICE, QStringLiteral("-"));
-            m_table->setItemText(row, COL_CHANGE, QStringLiteral("-"));
-        } else {
-            showLastPrice(row, m_table->itemText(row, COL_MARKET), m_table->itemText(row, COL_CODE),
-                          other->m_lastPrice);
-            m_table->setItemDouble(row, COL_COST, other->m_cost, 2);
-            m_table->setItemDouble(row, COL_CHANGE, other->m_changeRatio, 2, WK::NF_PERCENT);
-        }
         other->m_changed = false;
-        anyChanged = true;
+        const int row = m_slotRows[s];
+        if (row < 0)
+            continue; // out of the table now; a row made later shows the record as it stands
+        const int instrument = m_slotInstrument[s];
+        showValueCells(row, *other, instrument >= 0 ? m_instruments[static_cast<size_t>(instrument)].m_priceDecimals : 2);
+        anyShown = true;
     }
+    m_changedSlots.clear();
     m_table->endUpdate();
-    if (!anyChanged)
+    if (!anyShown)
         return;
-    double sumCost = 0.0;
-    const int rows = m_table->rowCount();
-    for (int visual = 0; visual < rows; ++visual) {
-        const double cost = m_table->itemDouble(m_table->rowID(visual), COL_COST);
-        if (hasCost(cost))
-            sumCost += cost;
-    }
-    m_table->setStatText(COL_COST, QString::number(sumCost, 'f', 2));
+    // The rows in the table, values that are not known ("-") left out.
+    m_table->setStatText(COL_COST, QString::number(m_table->model()->columnSum(COL_COST), 'f', 2));
 }
 
 // ---- taking the ticked rows ----------------------------------------------------------------
@@ -1178,37 +1367,32 @@ void COpBasketConfirmWidget::updateParam()
     QStringList unticked;
     {
         std::lock_guard<std::recursive_mutex> lock(m_mutex);
-        // Taken a second time before a reload, the rows are still those of the backup: the
-        // same list can be placed again at once.
-        if (!m_rowParams.isEmpty() || m_backupParams.isEmpty()) {
-            m_backupParams.clear();
-            for (auto it = m_rowParams.cbegin(); it != m_rowParams.cend(); ++it) {
-                if (it.value())
-                    m_backupParams.insert(it.key(), *it.value());
-            }
-        }
-        m_params->clear();
-        m_rowParams.clear();
-
+        // The list becomes the ticked rows in the order of the screen; every other line waits
+        // beside it, still shown and editable, so that the next take or a reset finds the
+        // user's latest edits.
+        std::vector<int> listed;
         const int rows = m_table->rowCount();
+        listed.reserve(static_cast<size_t>(rows));
         for (int visual = 0; visual < rows; ++visual) {
             const int row = m_table->rowID(visual);
-            const auto backup = m_backupParams.constFind(row);
+            const int slot = slotOfRow(row);
+            const CCodeOrderParam *line = lineOfSlot(slot);
             // A row without a line never had a box to tick.
-            if (backup == m_backupParams.constEnd())
+            if (!line)
                 continue;
             if (m_table->isItemChecked(row, COL_CHECK)) {
-                m_params->push_back(*backup);
+                listed.push_back(slot);
                 continue;
             }
             EOpConfirmFilterStatus status = OCFS_NORMAL;
-            isParamFilter(*backup, status);
+            isParamFilter(*line, status);
             unticked.append(WK::sToQs(
-                (boost::format("[act = %1%, stk = %2%, num = %3%, sts = %4%]") % ttservice::accountDisplayID(backup->m_account)
-                 % utils::vqStockKey(backup->m_stockInfo.m_market, backup->m_stockInfo.m_stockCode)
-                 % backup->m_volume % static_cast<int>(status))
+                (boost::format("[act = %1%, stk = %2%, num = %3%, sts = %4%]") % ttservice::accountDisplayID(line->m_account)
+                 % utils::vqStockKey(line->m_stockInfo.m_market, line->m_stockInfo.m_stockCode) % line->m_volume
+                 % static_cast<int>(status))
                     .str()));
         }
+        arrangeList(listed);
     }
     if (unticked.isEmpty())
         return;
@@ -1221,14 +1405,14 @@ void COpBasketConfirmWidget::resetParam()
     if (!m_params)
         return;
     std::lock_guard<std::recursive_mutex> lock(m_mutex);
-    m_params->clear();
-    m_rowParams.clear();
-    m_params->resize(static_cast<size_t>(m_backupParams.size()));
-    size_t i = 0;
-    for (auto it = m_backupParams.cbegin(); it != m_backupParams.cend(); ++it, ++i) {
-        (*m_params)[i] = it.value();
-        m_rowParams.insert(it.key(), &(*m_params)[i]);
+    // Every line the user has not deleted, in the order of the load.
+    std::vector<int> all;
+    all.reserve(m_slotIndex.size());
+    for (size_t slot = 0; slot < m_slotIndex.size(); ++slot) {
+        if (isLiveSlot(static_cast<int>(slot)))
+            all.push_back(static_cast<int>(slot));
     }
+    arrangeList(all);
 }
 
 } // namespace TC

@@ -7,6 +7,7 @@
 #include "OtherOrderParam.h"
 
 #include "CCodeOrderParam.h"
+#include "CInstrumentDetail.h"
 #include "COrderParamTable.h"
 #include "CPriceData.h"
 
@@ -18,8 +19,11 @@
 #include <QString>
 #include <QVector>
 
+#include <map>
 #include <mutex>
 #include <set>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 class QTimer;
@@ -37,12 +41,20 @@ class CQuoteRequest;
 //
 // The widget works in place on the caller's vector given to loadParams: it cuts sells to what
 // can be delivered, takes the user's edits, deletions and direction switches into the lines,
-// and updateParam reduces the vector to the ticked rows. Row ids are the table's; after a load
-// row id i is line i.
+// and updateParam reduces the vector to the ticked rows shown. Row ids are the table's; after a
+// load row id i is line i.
 //
-// Threads. Quote callbacks may run on any thread; they only write the rows' display records
-// under m_mutex, and the 500 ms timer brings what changed to the screen. Everything else runs
-// on the widget's thread.
+// Identity. Every loaded line is a slot (its place at the load) that keeps its own display
+// record and, while it is shown, its own row, whatever the table's sort, the column filters,
+// deletions or the take of the ticked rows do to the vector: the row and the record of a line
+// are found through its slot, never by pairing positions in two lists. A line left out of the
+// vector by updateParam (unticked, or hidden by a column filter) waits in m_backupParams, so it
+// is still shown, edited and brought back by resetParam or by clearing the filter.
+//
+// Threads. Quote callbacks may run on any thread. There is one subscription per instrument; a
+// quote touches only the slots of its instrument, and only their display records, under
+// m_mutex; it never reads the caller's vector, which the form writes on its own thread. The
+// 500 ms timer brings what changed to the screen. Everything else runs on the widget's thread.
 class BASKETPANEL_EXPORT COpBasketConfirmWidget : public WK::CBaseWidget
 {
     Q_OBJECT
@@ -133,7 +145,7 @@ public:
 
     COrderParamTable *table() const { return m_table; }
     int filterFlags() const { return m_filterFlags; }
-    // Live quote subscriptions, one per loaded row.
+    // Live quote subscriptions, one per instrument of the loaded list.
     int quoteRequestCount() const;
 
 public Q_SLOTS:
@@ -155,8 +167,9 @@ protected:
     void saveBasketCallBack(QString name);
     void createUi();
     void resetTable();
-    // A row written from the line and its display record as they stand, after a column filter.
-    void addTableRow(ttservice::CCodeOrderParam *line, OtherOrderParam *other);
+    // A row written from the line and its display record as they stand, after a column filter;
+    // answers its row id, -1 without a table.
+    int addTableRow(ttservice::CCodeOrderParam *line, OtherOrderParam *other);
     QSet<QString> getTableItems(int column);
     void filterData(const COrderParamTable::FilterMap &filters);
     // Moves the lines that the switches leave out to the end of the list, keeping the order on
@@ -173,34 +186,75 @@ private:
         bool m_fallLimit = false;
     };
 
+    // The loaded lines of one instrument, which share one subscription.
+    struct InstrumentLines
+    {
+        std::string m_market;
+        std::string m_code;
+        std::vector<int> m_slots;
+        boost::shared_ptr<ttservice::CInstrumentDetail> m_instrument;
+        bool m_repurchase = false;
+        int m_priceDecimals = 2;
+    };
+
+    static constexpr int NO_SLOT = -1;
+    static constexpr int IN_BACKUP = -2;
+
     FilterSwitches filterSwitches() const;
-    void clearOtherParams();
+    EOpConfirmFilterStatus filterStatusOf(const std::string &market, const std::string &code) const;
+    void clearSlots();
     QSet<QString> replacementCodes(const QString &basketName) const;
     void showLineValues(int row, const ttservice::CCodeOrderParam &line, double cost, double lastPrice,
                         double changeRatio);
     void showLastPrice(int row, const QString &market, const QString &code, double lastPrice);
-    QString columnValue(int index, int column) const;
+    void showValueCells(int row, const OtherOrderParam &other, int decimals);
+    QString columnValue(const ttservice::CCodeOrderParam &line, const OtherOrderParam *other, int column) const;
     void validateVolume(WK::CTableCellEvent &cell);
     void volumeEdited(int row, const QString &text);
     void switchDirection(int row);
     void deleteRows(const std::set<int> &rows);
+
+    // Slots: the loaded lines by their place at the load.
+    bool isLiveSlot(int slot) const;
+    int slotOfRow(int row) const;
+    ttservice::CCodeOrderParam *lineOfSlot(int slot) const;
+    ttservice::CCodeOrderParam *lineOfRow(int row) const;
+    OtherOrderParam *otherOfRow(int row) const;
+    void bindRow(int row, int slot);
+    void unbindRows();
+    // Rewrites the caller's vector with these slots' lines in this order; every other live slot
+    // waits in m_backupParams.
+    void arrangeList(const std::vector<int> &listed);
+    void setSlotVolume(int slot, const ttservice::CCodeOrderParam &line);
 
     OpConfirmType m_opConfirmType = 0;
     int m_tradeType = 1;
     int m_operationType = 18;
     COrderParamTable *m_table = nullptr;
     std::vector<ttservice::CCodeOrderParam> *m_params = nullptr;
+    // Slot -> display record, owned here; null once the user deleted the line.
     std::vector<OtherOrderParam *> m_otherParams;
-    QMap<int, ttservice::CCodeOrderParam *> m_rowParams;
-    QMap<int, OtherOrderParam *> m_rowOtherParams;
     COpBasketReplaceStockToolBar *m_replaceToolBar = nullptr;
-    QMap<int, ttservice::CCodeOrderParam> m_backupParams;
+    // Slot -> its line while the line is out of the vector (IN_BACKUP in m_slotIndex).
+    std::map<int, ttservice::CCodeOrderParam> m_backupParams;
     QTimer *m_timer = nullptr;
     QVector<boost::shared_ptr<CQuoteRequest>> m_quoteRequests;
     // A std mutex rather than a QMutex: ThreadSanitizer sees through it, and it guards data
     // that quote threads write.
     mutable std::recursive_mutex m_mutex;
     bool m_waitTest = false;
+
+    std::vector<int> m_slotIndex;      // slot -> index in *m_params, IN_BACKUP, or NO_SLOT when deleted
+    std::vector<int> m_slotRows;       // slot -> row id, -1 while the line has no row
+    std::vector<int> m_rowSlots;       // row id -> slot, NO_SLOT for a blank row
+    std::vector<int> m_slotInstrument; // slot -> index in m_instruments
+    // What a quote needs of a line, kept apart so that a quote thread never reads the vector;
+    // guarded by m_mutex.
+    std::vector<qint64> m_slotVolumes;
+    std::vector<char> m_slotMoney;
+    std::vector<InstrumentLines> m_instruments;
+    std::unordered_map<std::string, int> m_instrumentIndex; // market + '.' + code -> instrument
+    std::vector<int> m_changedSlots; // slots whose record a quote marked since the last tick
 
     quint64 m_tradeOpType = 512;
     int m_filterFlags = 0;

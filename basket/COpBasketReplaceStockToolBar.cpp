@@ -334,7 +334,7 @@ void COpBasketReplaceStockToolBar::setStopPercentText(const QString &basketName)
     m_stopPercentText->setText(QStringLiteral("停盘股权重占比:%1").arg(percent), 100000);
 }
 
-void COpBasketReplaceStockToolBar::setPortfolioEnabled(std::vector<ttservice::CCodeOrderParam> lines)
+void COpBasketReplaceStockToolBar::setPortfolioEnabled(const std::vector<ttservice::CCodeOrderParam> &lines)
 {
     bool enabled = false;
     for (const ttservice::CCodeOrderParam &line : lines) {

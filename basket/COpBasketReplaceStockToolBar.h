@@ -81,7 +81,7 @@ public:
     void setStopPercentText(const QString &basketName);
     // The portfolio keyboard is enabled only for lines that can open or close a portfolio; the
     // tick stays as it is.
-    void setPortfolioEnabled(std::vector<ttservice::CCodeOrderParam> lines);
+    void setPortfolioEnabled(const std::vector<ttservice::CCodeOrderParam> &lines);
 
     // The first three boxes of the first row (suspended, rise limit, fall limit), which the
     // panel's parameter text keeps; ticks without telling anyone.

@@ -336,8 +336,8 @@ void COperationBasketWidget::onListGenerated(quint64 word, const QString &basket
     m_editWidget->loadParams(m_paramsWidget->getCodeOrderParams(), word, canCustom);
     // An unknown name counts as a basket of the user's own, as the configuration's map enters it.
     m_editWidget->setLineEditable(getUserConfig()->baskets()[basketName].m_basketKind == 0);
-    if (m_replaceToolBar)
-        m_replaceToolBar->setPortfolioEnabled(m_editWidget->getOrderParams());
+    if (m_replaceToolBar && m_paramsWidget->getCodeOrderParams())
+        m_replaceToolBar->setPortfolioEnabled(*m_paramsWidget->getCodeOrderParams());
 }
 
 bool COperationBasketWidget::handleEvent(int event, int id, int value, QString text, void *data)

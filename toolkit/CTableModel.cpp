@@ -1269,6 +1269,12 @@ void CTableModel::onFlashTimer()
 {
     const qint64 now = m_clock.elapsed();
     const bool quiet = m_updateDepth > 0 || m_resetStarted;
+    // The cells whose flash ended are repainted together: a market that moved every row would
+    // otherwise cost one announcement per cell.
+    int top = -1;
+    int bottom = -1;
+    int left = -1;
+    int right = -1;
     for (auto it = m_flashes.begin(); it != m_flashes.end();) {
         if (now - it->m_start < m_flashDuration) {
             ++it;
@@ -1278,11 +1284,15 @@ void CTableModel::onFlashTimer()
         const int column = static_cast<int>(it.key() & 0xffffffffu);
         it = m_flashes.erase(it);
         const int visualRow = visualRowOf(rowId);
-        if (!quiet && visualRow >= 0 && column < columnCount()) {
-            const QModelIndex at = index(visualRow, column);
-            Q_EMIT dataChanged(at, at, {Qt::BackgroundRole});
-        }
+        if (quiet || visualRow < 0 || column >= columnCount())
+            continue;
+        top = top < 0 ? visualRow : std::min(top, visualRow);
+        bottom = std::max(bottom, visualRow);
+        left = left < 0 ? column : std::min(left, column);
+        right = std::max(right, column);
     }
+    if (top >= 0)
+        Q_EMIT dataChanged(index(top, left), index(bottom, right), {Qt::BackgroundRole});
     if (m_flashes.isEmpty())
         m_flashTimer.stop();
 }

@@ -16,6 +16,7 @@
 #include "StockTypeCacheCenter.h"
 #include "StockTypeCenter.h"
 
+#include "ConfirmTestSupport.h"
 #include "SubstituteFixture.h"
 
 #include <gtest/gtest.h>
@@ -34,106 +35,9 @@ using ttservice::CCodeOrderParam;
 using ttservice::EOperationType;
 using ttservice::EVQBrokerType;
 using Widget = COpBasketConfirmWidget;
+using namespace confirmtest;
 
 namespace {
-
-// The form above the table: keeps the events that reach it.
-class FormStub : public WK::CBaseWidget
-{
-public:
-    struct Seen
-    {
-        int event;
-        int id;
-        int value;
-        void *data;
-    };
-
-    FormStub()
-        : WK::CBaseWidget(QStringLiteral("form_stub"), false, nullptr)
-    {
-    }
-    bool handleEvent(int event, int id, int value, QString, void *data) override
-    {
-        seen.push_back({event, id, value, data});
-        return true;
-    }
-
-    std::vector<Seen> seen;
-};
-
-struct Held
-{
-    std::string code;
-    double canUse;
-};
-
-// A stock account with money and positions in SH.
-void addAccount(const std::string &key, EVQBrokerType type, double money, const std::vector<Held> &held = {})
-{
-    ttservice::CAccountInfo info;
-    info.m_accountKey = key;
-    info.m_accountId = key;
-    info.m_brokerType = type;
-    ttservice::CAccountDetail detail;
-    detail.m_accountKey = key;
-    detail.m_available = money;
-    std::vector<ttservice::CPositionStatics> positions;
-    for (const Held &h : held) {
-        ttservice::CPositionStatics position;
-        position.m_market = "SH";
-        position.m_stockCode = h.code;
-        position.m_volume = h.canUse;
-        position.m_canUseVolume = h.canUse;
-        positions.push_back(position);
-    }
-    getUserConfig()->addAccount(info, detail, positions);
-}
-
-void addInstrument(const std::string &market, const std::string &code, int multiple = 1)
-{
-    ttservice::CInstrumentDetail detail;
-    detail.m_market = market;
-    detail.m_stockCode = code;
-    detail.m_stockName = code + "name";
-    detail.m_volumeMultiple = multiple;
-    detail.m_tradeUnit = 100;
-    CExchangeClient::instance()->addInstrument(detail);
-}
-
-CPriceData quote(const std::string &market, const std::string &code, double last, double lastClose = 10.0,
-                 double up = 100.0, double down = 1.0)
-{
-    CPriceData price;
-    price.m_market = market;
-    price.m_stockCode = code;
-    price.m_lastPrice = last;
-    price.m_lastClose = lastClose;
-    price.m_upStopPrice = up;
-    price.m_downStopPrice = down;
-    return price;
-}
-
-CCodeOrderParam line(const std::string &accountKey, const std::string &code, int operation, int64_t volume,
-                     EVQBrokerType type = ttservice::BROKER_TYPE_STOCK, const std::string &market = "SH")
-{
-    CCodeOrderParam param;
-    param.m_account.reset(new ttservice::CAccountInfo);
-    param.m_account->m_accountKey = accountKey;
-    param.m_account->m_accountId = accountKey;
-    param.m_account->m_brokerType = type;
-    param.m_operationType = static_cast<EOperationType>(operation);
-    param.m_stockInfo = ttservice::CStockInfo(market, code, code + "name");
-    param.m_volume = volume;
-    return param;
-}
-
-// A quoted stock of SH with an instrument record.
-void addStock(const std::string &code, double last, double lastClose = 10.0)
-{
-    addInstrument("SH", code);
-    CQuoteClient::instance()->setStockPrice(quote("SH", code, last, lastClose));
-}
 
 class ConfirmWidgetTest : public SubstituteTest
 {
@@ -305,8 +209,9 @@ INSTANTIATE_TEST_SUITE_P(
                       EditCase{"futuresAccountKeepsWhatWasTyped", ttservice::BROKER_TYPE_FUTURE, 18, "1350", true, 1350},
                       EditCase{"aSellMayEndInAnOddLot", ttservice::BROKER_TYPE_STOCK, 19, "550", true, 550},
                       EditCase{"aBuyMayExceedTheAvailable", ttservice::BROKER_TYPE_STOCK, 18, "5000", true, 5000},
-                      EditCase{"aSellAboveTheAvailableShowsTheAvailable", ttservice::BROKER_TYPE_STOCK, 19, "700",
-                               false, 600}),
+                      // The cell and the line agree: the most that can be sold.
+                      EditCase{"aSellAboveTheAvailableTakesTheAvailable", ttservice::BROKER_TYPE_STOCK, 19, "700",
+                               true, 600}),
     [](const ::testing::TestParamInfo<EditCase> &info) { return std::string(info.param.name); });
 
 TEST_F(ConfirmWidgetTest, AnEditRecomputesTheValueAndTheTotals)
@@ -536,7 +441,7 @@ TEST_F(ConfirmWidgetTest, TheLastFilteredColumnDecidesAlone)
     EXPECT_EQ(lines.size(), 3u) << "a filter leaves the list alone";
 }
 
-TEST_F(ConfirmWidgetTest, FilterMenuListsRawValuesAndRowsComeBackRaw)
+TEST_F(ConfirmWidgetTest, FilterMenuListsRawValuesAndRowsComeBackAsLoaded)
 {
     addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
     addStock("600000", 10.0);
@@ -558,9 +463,10 @@ TEST_F(ConfirmWidgetTest, FilterMenuListsRawValuesAndRowsComeBackRaw)
 
     table()->setColumnFilter(Widget::COL_VOLUME, WK::FT_EQUAL, {QStringLiteral("5000.5")});
     ASSERT_EQ(table()->rowCount(), 1);
-    // Rebuilt rows show what the line holds: the money line's instrument and volume.
-    EXPECT_EQ(cell(0, Widget::COL_MARKET), QStringLiteral("SH"));
-    EXPECT_EQ(cell(0, Widget::COL_VOLUME), QStringLiteral("42"));
+    // A rebuilt row shows what the load showed: the money line's quantity is its money, which
+    // is what the order carries, and it has no instrument of its own.
+    EXPECT_EQ(cell(0, Widget::COL_MARKET), QStringLiteral("-"));
+    EXPECT_EQ(cell(0, Widget::COL_VOLUME), QStringLiteral("5000.50"));
 }
 
 TEST_F(ConfirmWidgetTest, TotalsOfAMoneyListAddDoublesAndSkipUnknownValues)
@@ -695,23 +601,27 @@ TEST_F(ConfirmWidgetTest, QuotesFromAnotherThreadWhileTheListLoads)
     EXPECT_EQ(cell(row, Widget::COL_LAST_PRICE), QStringLiteral("12.50"));
     EXPECT_EQ(cell(row, Widget::COL_COST), QStringLiteral("1250.00"));
     EXPECT_EQ(cell(row + 1, Widget::COL_COST), QStringLiteral("1250.00"));
-    EXPECT_EQ(widget->quoteRequestCount(), 40);
+    EXPECT_EQ(widget->quoteRequestCount(), 20) << "one subscription per instrument, not per account";
 }
 
-TEST_F(ConfirmWidgetTest, QuotesStopAfterADeletionUntilTheNextLoad)
+TEST_F(ConfirmWidgetTest, QuotesStillReachTheRowsLeftAfterADeletion)
 {
     addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
     addStock("600000", 10.0);
     addStock("600001", 10.0);
     widget->setOpConfirmType(1);
-    lines = {line("a1", "600000", 18, 100), line("a1", "600001", 18, 100)};
+    lines = {line("a1", "600000", 18, 100), line("a1", "600001", 18, 100), line("a1", "600000", 18, 300)};
     widget->loadParams(&lines);
-    table()->selectRow(1);
+    table()->selectRow(0);
     table()->deleteSelectedRows();
+    ASSERT_EQ(lines.size(), 2u);
 
     CQuoteClient::instance()->publishQuote(quote("SH", "600000", 11.0));
     widget->slotTimeout();
-    EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("10.00"));
+    EXPECT_EQ(cell(2, Widget::COL_LAST_PRICE), QStringLiteral("11.00"));
+    EXPECT_EQ(cell(2, Widget::COL_COST), QStringLiteral("3300.00"));
+    EXPECT_EQ(cell(1, Widget::COL_LAST_PRICE), QStringLiteral("10.00")) << "another stock's row stays";
+    EXPECT_EQ(CQuoteClient::instance()->subscriptionCount(), 2);
 }
 
 // ---- taking the ticked rows ----------------------------------------------------------------
@@ -733,7 +643,10 @@ TEST_F(ConfirmWidgetTest, UpdateParamTakesTheTickedRowsAndLogsTheOthers)
     for (const CCodeOrderParam &l : lines)
         kept.push_back(l.m_stockInfo.m_stockCode);
     EXPECT_EQ(kept, (std::vector<std::string>{"600000", "600002", "600004"}));
-    EXPECT_EQ(widget->getParamByRowIndex(0), nullptr) << "the old addresses are gone";
+    // Every row still leads to its own line: a ticked one in the list, an unticked one aside.
+    EXPECT_EQ(widget->getParamByRowIndex(2), &lines[1]);
+    ASSERT_NE(widget->getParamByRowIndex(1), nullptr);
+    EXPECT_EQ(widget->getParamByRowIndex(1)->m_stockInfo.m_stockCode, "600001");
     ASSERT_EQ(capture.lines().size(), 1u);
     EXPECT_EQ(capture.lines()[0], "[" + utils::CLogCenter::addressText(widget)
                                       + "] [TC::COpBasketConfirmWidget::updateParam] [unCheckParam] = "

@@ -1,0 +1,124 @@
+#pragma once
+
+// Shared pieces of the confirmation table's tests: a form that records events, accounts,
+// instruments, quotes and order lines of SH stocks.
+#include "CBaseWidget.h"
+
+#include "CExchangeClient.h"
+#include "CQuoteClient.h"
+#include "CUserConfig.h"
+
+#include "CCodeOrderParam.h"
+
+#include <string>
+#include <vector>
+
+namespace confirmtest {
+
+using TC::CPriceData;
+using TC::CQuoteClient;
+using TC::CExchangeClient;
+using TC::getUserConfig;
+using ttservice::CCodeOrderParam;
+using ttservice::EOperationType;
+using ttservice::EVQBrokerType;
+
+// The form above the table: keeps the events that reach it.
+class FormStub : public WK::CBaseWidget
+{
+public:
+    struct Seen
+    {
+        int event;
+        int id;
+        int value;
+        void *data;
+    };
+
+    FormStub()
+        : WK::CBaseWidget(QStringLiteral("form_stub"), false, nullptr)
+    {
+    }
+    bool handleEvent(int event, int id, int value, QString, void *data) override
+    {
+        seen.push_back({event, id, value, data});
+        return true;
+    }
+
+    std::vector<Seen> seen;
+};
+
+struct Held
+{
+    std::string code;
+    double canUse;
+};
+
+// A stock account with money and positions in SH.
+inline void addAccount(const std::string &key, EVQBrokerType type, double money, const std::vector<Held> &held = {})
+{
+    ttservice::CAccountInfo info;
+    info.m_accountKey = key;
+    info.m_accountId = key;
+    info.m_brokerType = type;
+    ttservice::CAccountDetail detail;
+    detail.m_accountKey = key;
+    detail.m_available = money;
+    std::vector<ttservice::CPositionStatics> positions;
+    for (const Held &h : held) {
+        ttservice::CPositionStatics position;
+        position.m_market = "SH";
+        position.m_stockCode = h.code;
+        position.m_volume = h.canUse;
+        position.m_canUseVolume = h.canUse;
+        positions.push_back(position);
+    }
+    getUserConfig()->addAccount(info, detail, positions);
+}
+
+inline void addInstrument(const std::string &market, const std::string &code, int multiple = 1)
+{
+    ttservice::CInstrumentDetail detail;
+    detail.m_market = market;
+    detail.m_stockCode = code;
+    detail.m_stockName = code + "name";
+    detail.m_volumeMultiple = multiple;
+    detail.m_tradeUnit = 100;
+    CExchangeClient::instance()->addInstrument(detail);
+}
+
+inline CPriceData quote(const std::string &market, const std::string &code, double last, double lastClose = 10.0,
+                 double up = 100.0, double down = 1.0)
+{
+    CPriceData price;
+    price.m_market = market;
+    price.m_stockCode = code;
+    price.m_lastPrice = last;
+    price.m_lastClose = lastClose;
+    price.m_upStopPrice = up;
+    price.m_downStopPrice = down;
+    return price;
+}
+
+inline CCodeOrderParam line(const std::string &accountKey, const std::string &code, int operation, int64_t volume,
+                     EVQBrokerType type = ttservice::BROKER_TYPE_STOCK, const std::string &market = "SH")
+{
+    CCodeOrderParam param;
+    param.m_account.reset(new ttservice::CAccountInfo);
+    param.m_account->m_accountKey = accountKey;
+    param.m_account->m_accountId = accountKey;
+    param.m_account->m_brokerType = type;
+    param.m_operationType = static_cast<EOperationType>(operation);
+    param.m_stockInfo = ttservice::CStockInfo(market, code, code + "name");
+    param.m_volume = volume;
+    return param;
+}
+
+// A quoted stock of SH with an instrument record.
+inline void addStock(const std::string &code, double last, double lastClose = 10.0)
+{
+    addInstrument("SH", code);
+    CQuoteClient::instance()->setStockPrice(quote("SH", code, last, lastClose));
+}
+
+} // namespace confirmtest
