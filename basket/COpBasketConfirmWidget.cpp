@@ -431,9 +431,8 @@ void COpBasketConfirmWidget::resetTable()
 
 void COpBasketConfirmWidget::clearSlots()
 {
-    for (OtherOrderParam *other : m_otherParams)
-        delete other;
     m_otherParams.clear();
+    m_otherRecords.clear();
     m_backupParams.clear();
     m_slotIndex.clear();
     m_slotRows.clear();
@@ -592,12 +591,15 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
     sortParam();
 
     m_otherParams.assign(count, nullptr);
+    m_otherRecords.assign(count, OtherOrderParam());
     m_slotIndex.resize(count);
     m_slotRows.assign(count, -1);
     m_rowSlots.assign(count, NO_SLOT);
     m_slotInstrument.assign(count, -1);
     m_slotVolumes.assign(count, 0);
     m_slotMoney.assign(count, 0);
+    QHash<const ttservice::CAccountInfo *, QString> accountIds;
+    std::unordered_map<int, boost::shared_ptr<CPriceData>> instrumentPrice;
     for (size_t i = 0; i < count; ++i) {
         CCodeOrderParam &line = lines[i];
         const int slot = static_cast<int>(i);
@@ -607,7 +609,8 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
         m_slotMoney[i] = money ? 1 : 0;
         // Lines without an account keep a record, so that nothing is lost, but get no row.
         if (!line.m_account) {
-            m_otherParams[i] = new OtherOrderParam(0, 0.0, ttservice::NO_VALUE, 0.0, 0.0, std::string());
+            m_otherRecords[i] = OtherOrderParam(0, 0.0, ttservice::NO_VALUE, 0.0, 0.0, std::string());
+            m_otherParams[i] = &m_otherRecords[i];
             m_slotVolumes[i] = line.m_volume;
             continue;
         }
@@ -637,10 +640,17 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
         const int64_t available = availableVolumeOf(line, line.m_operationType);
         const std::string market = shownMarket(line);
         const std::string code = shownCode(line);
-        const boost::shared_ptr<CPriceData> price = CQuoteClient::instance()->getStockPrice(stockKeyOf(market, code));
+        // One quote of the instrument for all its lines; a money line asks under its shown key.
+        if (!money && !instrumentPrice.count(found->second))
+            instrumentPrice[found->second] = CQuoteClient::instance()->getStockPrice(stockKeyOf(market, code));
+        const boost::shared_ptr<CPriceData> price = money ? CQuoteClient::instance()->getStockPrice(stockKeyOf(market, code))
+                                                          : instrumentPrice[found->second];
         const double lastPrice = price ? price->m_lastPrice : 0.0;
 
-        m_table->setItemText(row, COL_ACCOUNT, accountDisplayIDQs(line.m_account));
+        auto shownAccount = accountIds.constFind(line.m_account.get());
+        if (shownAccount == accountIds.constEnd())
+            shownAccount = accountIds.insert(line.m_account.get(), accountDisplayIDQs(line.m_account));
+        m_table->setItemText(row, COL_ACCOUNT, *shownAccount);
         m_table->setItemText(row, COL_MARKET, WK::sToQs(market));
         m_table->setItemText(row, COL_CODE, WK::sToQs(code));
         m_table->setItemText(row, COL_NAME, money ? QStringLiteral("-") : WK::sToQs(line.m_stockInfo.m_stockName));
@@ -685,7 +695,8 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
                 m_table->setRowColorKey(row, QStringLiteral("clr_global_rise"));
         }
 
-        m_otherParams[i] = new OtherOrderParam(available, 0.0, cost, lastPrice, changeRatio, std::string());
+        m_otherRecords[i] = OtherOrderParam(available, 0.0, cost, lastPrice, changeRatio, std::string());
+        m_otherParams[i] = &m_otherRecords[i];
         bindRow(row, slot);
     }
     m_table->endUpdate();
@@ -1009,7 +1020,6 @@ void COpBasketConfirmWidget::deleteRows(const std::set<int> &rows)
                 listChanged = true;
             m_slotIndex[s] = NO_SLOT;
             m_slotRows[s] = -1;
-            delete m_otherParams[s];
             m_otherParams[s] = nullptr;
         }
         if (listChanged && m_params) {

@@ -232,8 +232,11 @@ private:
     int m_operationType = 18;
     COrderParamTable *m_table = nullptr;
     std::vector<ttservice::CCodeOrderParam> *m_params = nullptr;
-    // Slot -> display record, owned here; null once the user deleted the line.
+    // Slot -> display record; null once the user deleted the line. The records stand side by
+    // side in m_otherRecords, made once per load, so that a tick over many rows reads memory
+    // in order.
     std::vector<OtherOrderParam *> m_otherParams;
+    std::vector<OtherOrderParam> m_otherRecords;
     COpBasketReplaceStockToolBar *m_replaceToolBar = nullptr;
     // Slot -> its line while the line is out of the vector (IN_BACKUP in m_slotIndex).
     std::map<int, ttservice::CCodeOrderParam> m_backupParams;

@@ -333,11 +333,13 @@ void COperationBasketWidget::onListGenerated(quint64 word, const QString &basket
         return;
     m_editWidget->setBasketName(basketName);
     const bool canCustom = m_paramsWidget->basketsCombo() && m_paramsWidget->basketsCombo()->canCustom();
-    m_editWidget->loadParams(m_paramsWidget->getCodeOrderParams(), word, canCustom);
+    std::vector<ttservice::CCodeOrderParam> *list = m_paramsWidget->getCodeOrderParams();
+    m_editWidget->loadParams(list, word, canCustom);
     // An unknown name counts as a basket of the user's own, as the configuration's map enters it.
     m_editWidget->setLineEditable(getUserConfig()->baskets()[basketName].m_basketKind == 0);
-    if (m_replaceToolBar && m_paramsWidget->getCodeOrderParams())
-        m_replaceToolBar->setPortfolioEnabled(*m_paramsWidget->getCodeOrderParams());
+    // The lines as the table holds them now (sells cut to what can be delivered).
+    if (m_replaceToolBar && list)
+        m_replaceToolBar->setPortfolioEnabled(*list);
 }
 
 bool COperationBasketWidget::handleEvent(int event, int id, int value, QString text, void *data)

@@ -22,14 +22,11 @@ const ttservice::CInstrumentDetail *CExchangeClient::find(const QString &text) c
     if (exact != m_instruments.end())
         return &exact->second;
 
-    // "SH600000": a known market in front of a known code of that market.
-    for (const auto &entry : m_instruments) {
-        const ttservice::CInstrumentDetail &detail = entry.second;
-        if (key.size() == detail.m_market.size() + detail.m_stockCode.size()
-            && key.compare(0, detail.m_market.size(), detail.m_market) == 0
-            && key.compare(detail.m_market.size(), std::string::npos, detail.m_stockCode) == 0)
-            return &detail;
-    }
+    // "SH600000": a known market in front of a known code of that market; of several, the
+    // first in key order.
+    const auto joined = m_keysByJoined.find(key);
+    if (joined != m_keysByJoined.end() && !joined->second.empty())
+        return &m_instruments.at(*std::min_element(joined->second.begin(), joined->second.end()));
 
     // The code alone: futures first, then in the order of adding.
     const auto byCode = m_keysByCode.find(key);
@@ -74,6 +71,13 @@ boost::shared_ptr<ttservice::CInstrumentDetail> CExchangeClient::getCodeInfo(QSt
                   : boost::shared_ptr<ttservice::CInstrumentDetail>();
 }
 
+int CExchangeClient::getCodeTradeUnit(QString code) const
+{
+    std::lock_guard<std::mutex> lock(m_mutex);
+    const ttservice::CInstrumentDetail *detail = find(code);
+    return detail ? detail->m_tradeUnit : -1;
+}
+
 std::string CExchangeClient::getMarketByStockCode(std::string code, std::string hint) const
 {
     std::lock_guard<std::mutex> lock(m_mutex);
@@ -97,8 +101,10 @@ void CExchangeClient::addInstrument(const ttservice::CInstrumentDetail &detail)
 {
     std::lock_guard<std::mutex> lock(m_mutex);
     const std::string key = utils::vqStockKey(detail.m_market, detail.m_stockCode);
-    if (m_instruments.find(key) == m_instruments.end())
+    if (m_instruments.find(key) == m_instruments.end()) {
         m_keysByCode[detail.m_stockCode].push_back(key);
+        m_keysByJoined[detail.m_market + detail.m_stockCode].push_back(key);
+    }
     m_instruments[key] = detail;
 }
 
@@ -112,6 +118,10 @@ void CExchangeClient::removeInstrument(const std::string &market, const std::str
     keys.erase(std::remove(keys.begin(), keys.end(), key), keys.end());
     if (keys.empty())
         m_keysByCode.erase(code);
+    std::vector<std::string> &joined = m_keysByJoined[market + code];
+    joined.erase(std::remove(joined.begin(), joined.end(), key), joined.end());
+    if (joined.empty())
+        m_keysByJoined.erase(market + code);
 }
 
 int CExchangeClient::instrumentCount() const
@@ -125,6 +135,7 @@ void CExchangeClient::reset()
     std::lock_guard<std::mutex> lock(m_mutex);
     m_instruments.clear();
     m_keysByCode.clear();
+    m_keysByJoined.clear();
 }
 
 } // namespace TC

@@ -34,6 +34,9 @@ public:
     double getCodePriceTick(QString code) const;
     // A copy of the instrument's record, null if it is unknown.
     boost::shared_ptr<ttservice::CInstrumentDetail> getCodeInfo(QString code) const;
+    // The trading unit of the instrument written as getCodeInfo takes it; -1 when unknown.
+    // Reads the unit alone, without a copy of the record: sizing asks it for every line.
+    int getCodeTradeUnit(QString code) const;
     // The stock market ("SH", "SZ" ...) of a known instrument with this code, not on a futures
     // exchange; the instrument in market hint wins when there are several. Empty when there is
     // none: a futures code or an unknown code.
@@ -58,6 +61,8 @@ private:
     std::map<std::string, ttservice::CInstrumentDetail> m_instruments;
     // Stock keys by code, in the order of adding.
     std::map<std::string, std::vector<std::string>> m_keysByCode;
+    // Market and code joined plainly ("SH600000") to the keys of the instruments written so.
+    std::map<std::string, std::vector<std::string>> m_keysByJoined;
 };
 
 } // namespace TC

@@ -15,10 +15,10 @@ bool isFutureMarket(const std::string &market)
 
 int getTradeMinUnit(std::string market, std::string code)
 {
-    const boost::shared_ptr<CInstrumentDetail> detail =
-        TC::CExchangeClient::instance()->getCodeInfo(QString::fromStdString(utils::vqStockKey(market, code)));
-    if (detail)
-        return detail->m_tradeUnit;
+    const int unit =
+        TC::CExchangeClient::instance()->getCodeTradeUnit(QString::fromStdString(utils::vqStockKey(market, code)));
+    if (unit != -1)
+        return unit;
     return isFutureMarket(market) ? 1 : 100;
 }
 

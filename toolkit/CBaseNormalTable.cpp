@@ -7,6 +7,7 @@
 #include "CTableColumnFilterPopup.h"
 #include "CTableItemDelegate.h"
 #include "CTableModel.h"
+#include "CTableView.h"
 #include "CUiResource.h"
 #include "TextHelpers.h"
 
@@ -16,6 +17,8 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QStyle>
+#include <QStyleOptionViewItem>
 #include <QTableView>
 
 #include <algorithm>
@@ -26,7 +29,7 @@ namespace WK {
 CBaseNormalTable::CBaseNormalTable(const QString &name, int selectType, QWidget *parent)
     : CBaseWidget(name, false, parent)
     , m_model(new CTableModel(this))
-    , m_view(new QTableView(this))
+    , m_view(new CTableView(this))
     , m_delegate(new CTableItemDelegate(this))
     , m_selectType(selectType)
 {
@@ -103,7 +106,9 @@ void CBaseNormalTable::setFlag(int flag)
 void CBaseNormalTable::applyFlags()
 {
     QHeaderView *header = m_view->horizontalHeader();
-    m_view->setShowGrid(m_flag & TF_GRID_LINES);
+    // The delegate draws the grid; the view's own would cost more than the cells it frames.
+    m_view->setShowGrid(false);
+    applyGridLines();
     header->setSectionsMovable(m_flag & TF_COLUMN_MOVABLE);
     header->setSectionResizeMode((m_flag & TF_COLUMN_RESIZABLE) ? QHeaderView::Interactive : QHeaderView::Fixed);
     m_model->setTotalsVisible(m_flag & TF_TOTALS_LINE);
@@ -118,6 +123,17 @@ void CBaseNormalTable::applyLook()
     palette.setColor(QPalette::Highlight, resources->getColor(QStringLiteral("clr_table_selection_hover")));
     palette.setColor(QPalette::HighlightedText, resources->getColor(QStringLiteral("clr_text_default")));
     m_view->setPalette(palette);
+    applyGridLines();
+}
+
+void CBaseNormalTable::applyGridLines()
+{
+    // The colour the view would give its own grid.
+    QStyleOptionViewItem option;
+    option.initFrom(m_view);
+    const int hint = m_view->style()->styleHint(QStyle::SH_Table_GridLineColor, &option, m_view);
+    m_delegate->setGridLines(m_flag & TF_GRID_LINES, QColor::fromRgba(static_cast<QRgb>(hint)));
+    m_view->viewport()->update();
 }
 
 void CBaseNormalTable::themeChanged()

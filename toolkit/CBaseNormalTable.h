@@ -233,6 +233,7 @@ private:
     template <typename Change>
     void changeColumn(int column, Change change);
     void applyFlags();
+    void applyGridLines();
     void applyColumnFilter(int column, const QSet<QString> &accepted);
     void onHeaderClicked(int column);
     void onHeaderMenu(const QPoint &pos);

@@ -94,7 +94,28 @@ bool CTableItemDelegate::isLoneCheckBox(const QModelIndex &index)
     return (index.flags() & Qt::ItemIsUserCheckable) && index.data(Qt::DisplayRole).toString().isEmpty();
 }
 
+void CTableItemDelegate::setGridLines(bool on, const QColor &color)
+{
+    m_gridLines = on;
+    m_gridColor = color;
+}
+
 void CTableItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    if (!m_gridLines) {
+        paintCell(painter, option, index);
+        return;
+    }
+    // The last column and row of pixels of the cell are its grid lines, as in the view's grid.
+    const QRect whole = option.rect;
+    QStyleOptionViewItem inner(option);
+    inner.rect.adjust(0, 0, -1, -1);
+    paintCell(painter, inner, index);
+    painter->fillRect(QRect(whole.right(), whole.top(), 1, whole.height()), m_gridColor);
+    painter->fillRect(QRect(whole.left(), whole.bottom(), whole.width() - 1, 1), m_gridColor);
+}
+
+void CTableItemDelegate::paintCell(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     if (!isLoneCheckBox(index)) {
         QStyledItemDelegate::paint(painter, option, index);

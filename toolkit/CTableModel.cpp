@@ -171,7 +171,7 @@ QVariant CTableModel::data(const QModelIndex &index, int role) const
     case BoldRole:
         return description.m_bold;
     case NumberRole:
-        return c.m_number;
+        return c.m_number.toVariant();
     default:
         return QVariant();
     }
@@ -372,10 +372,10 @@ int CTableModel::rowIdAt(int visualRow) const
 
 int CTableModel::visualRowOf(int rowId) const
 {
-    const auto it = m_indexById.constFind(rowId);
-    if (it == m_indexById.constEnd() || *it >= static_cast<int>(m_visualPos.size()))
+    const int index = storageIndexOf(rowId);
+    if (index < 0 || index >= static_cast<int>(m_visualPos.size()))
         return -1;
-    return m_visualPos[static_cast<size_t>(*it)];
+    return m_visualPos[static_cast<size_t>(index)];
 }
 
 QVector<int> CTableModel::rowIds() const
@@ -401,7 +401,7 @@ int CTableModel::createRow()
     Row row;
     row.m_id = m_nextId++;
     row.m_cells.resize(m_columns.size());
-    m_indexById.insert(row.m_id, dataRowCount());
+    m_indexById.push_back(dataRowCount());
     m_rows.push_back(std::move(row));
     m_visualPos.push_back(-1);
     return m_rows.back().m_id;
@@ -449,10 +449,9 @@ void CTableModel::resizeRows(int count)
 
 bool CTableModel::removeRowById(int rowId)
 {
-    const auto it = m_indexById.constFind(rowId);
-    if (it == m_indexById.constEnd())
+    const int index = storageIndexOf(rowId);
+    if (index < 0)
         return false;
-    const int index = *it;
     if (m_updateDepth > 0 || m_resetStarted) {
         ensureReset();
         eraseRowsAt({index});
@@ -472,9 +471,9 @@ int CTableModel::removeRowsById(const std::set<int> &rowIds)
 {
     std::vector<int> indexes;
     for (int rowId : rowIds) {
-        const auto it = m_indexById.constFind(rowId);
-        if (it != m_indexById.constEnd())
-            indexes.push_back(*it);
+        const int index = storageIndexOf(rowId);
+        if (index >= 0)
+            indexes.push_back(index);
     }
     if (indexes.size() == 1)
         return removeRowById(m_rows[static_cast<size_t>(indexes.front())].m_id) ? 1 : 0;
@@ -515,7 +514,7 @@ void CTableModel::eraseRowsAt(const std::vector<int> &storageIndexes)
     for (size_t i = 0; i < m_rows.size(); ++i) {
         if (next < storageIndexes.size() && storageIndexes[next] == static_cast<int>(i)) {
             newIndex[i] = -1;
-            m_indexById.remove(m_rows[i].m_id);
+            m_indexById[static_cast<size_t>(m_rows[i].m_id)] = -1;
             for (int column = 0; column < columnCount() && !m_flashes.isEmpty(); ++column)
                 m_flashes.remove(flashKey(m_rows[i].m_id, column));
             ++next;
@@ -545,7 +544,7 @@ void CTableModel::eraseRowsAt(const std::vector<int> &storageIndexes)
 void CTableModel::rebuildIndex(int from)
 {
     for (int i = std::max(0, from); i < dataRowCount(); ++i)
-        m_indexById.insert(m_rows[static_cast<size_t>(i)].m_id, i);
+        m_indexById[static_cast<size_t>(m_rows[static_cast<size_t>(i)].m_id)] = i;
 }
 
 void CTableModel::rebuildVisualPos()
@@ -676,10 +675,11 @@ void CTableModel::rebuildVisible()
 
 namespace {
 
-SortKey sortKeyOf(const QVariant &number, const QString &text)
+template <typename Number>
+SortKey sortKeyOf(const Number &number, const QString &text)
 {
     SortKey key;
-    if (number.userType() == QMetaType::Double) {
+    if (number.isDouble()) {
         const double value = number.toDouble();
         if (usableDouble(value)) {
             key.m_kind = 0;
@@ -689,7 +689,7 @@ SortKey sortKeyOf(const QVariant &number, const QString &text)
     }
     if (number.isValid()) {
         key.m_kind = 0;
-        key.m_number = static_cast<double>(number.toLongLong());
+        key.m_number = number.toDouble();
         return key;
     }
     if (text.isEmpty())
@@ -772,60 +772,53 @@ void CTableModel::relayout()
 
 CTableModel::Cell *CTableModel::cell(int rowId, int column)
 {
-    const auto it = m_indexById.constFind(rowId);
-    if (it == m_indexById.constEnd() || column < 0 || column >= columnCount())
+    const int index = storageIndexOf(rowId);
+    if (index < 0 || column < 0 || column >= columnCount())
         return nullptr;
-    return &m_rows[static_cast<size_t>(*it)].m_cells[static_cast<size_t>(column)];
+    return &m_rows[static_cast<size_t>(index)].m_cells[static_cast<size_t>(column)];
 }
 
 const CTableModel::Cell *CTableModel::cell(int rowId, int column) const
 {
-    const auto it = m_indexById.constFind(rowId);
-    if (it == m_indexById.constEnd() || column < 0 || column >= columnCount())
+    const int index = storageIndexOf(rowId);
+    if (index < 0 || column < 0 || column >= columnCount())
         return nullptr;
-    return &m_rows[static_cast<size_t>(*it)].m_cells[static_cast<size_t>(column)];
+    return &m_rows[static_cast<size_t>(index)].m_cells[static_cast<size_t>(column)];
 }
 
 QString CTableModel::cellText(const Cell &c, int column) const
 {
     if (!c.m_number.isValid())
         return c.m_text;
-    return m_columns[static_cast<size_t>(column)].formatNumber(c.m_number, c.m_precision, c.m_numberFlags);
+    return m_columns[static_cast<size_t>(column)].formatNumber(c.m_number.toVariant(), c.m_precision, c.m_numberFlags);
 }
 
 QString CTableModel::editText(const Cell &c, int column) const
 {
-    if (c.m_number.userType() == QMetaType::Double) {
+    if (c.m_number.isDouble()) {
         const double value = c.m_number.toDouble();
         if (!usableDouble(value))
             return QString();
         return QString::number(value, 'f', c.m_precision >= 0 ? c.m_precision : m_columns[static_cast<size_t>(column)].m_precision);
     }
     if (c.m_number.isValid())
-        return QString::number(c.m_number.toLongLong());
+        return QString::number(c.m_number.m_int);
     return c.m_text;
 }
 
-bool CTableModel::storeCell(int rowId, int column, Cell &target, const QVariant &number, const QString &text,
+bool CTableModel::storeCell(int rowId, int column, Cell &target, const CellNumber &number, const QString &text,
                             int precision, int numberFlags)
 {
-    const bool same = target.m_number.userType() == number.userType() && target.m_number == number
-                      && target.m_text == text && target.m_precision == precision
-                      && target.m_numberFlags == numberFlags;
-    if (same)
+    // A number cell holds no text: its text needs no comparing.
+    const bool sameText = number.isValid() ? target.m_text.isNull() : target.m_text == text;
+    if (target.m_number == number && sameText && target.m_precision == qBound(-1, precision, 15)
+        && target.m_numberFlags == numberFlags)
         return false;
-    const CTableColumn &description = m_columns[static_cast<size_t>(column)];
-    if (description.m_flashChange) {
-        Cell before;
-        before.m_number = target.m_number;
-        before.m_text = target.m_text;
-        target.m_number = number;
+    if (m_columns[static_cast<size_t>(column)].m_flashChange)
+        noteFlash(rowId, column, target, number, text);
+    target.m_number = number;
+    if (!sameText)
         target.m_text = text;
-        noteFlash(rowId, column, before, target);
-    } else {
-        target.m_number = number;
-        target.m_text = text;
-    }
     target.m_precision = static_cast<qint8>(qBound(-1, precision, 15));
     target.m_numberFlags = numberFlags;
     return true;
@@ -859,7 +852,7 @@ bool CTableModel::setItemText(int rowId, int column, const QString &text)
     Cell *c = cell(rowId, column);
     if (!c)
         return false;
-    if (storeCell(rowId, column, *c, QVariant(), text, -1, -1))
+    if (storeCell(rowId, column, *c, CellNumber(), text, -1, -1))
         cellChanged(rowId, column);
     return true;
 }
@@ -869,7 +862,7 @@ bool CTableModel::setItemInt(int rowId, int column, qint64 value)
     Cell *c = cell(rowId, column);
     if (!c)
         return false;
-    if (storeCell(rowId, column, *c, QVariant(value), QString(), -1, -1))
+    if (storeCell(rowId, column, *c, CellNumber::ofInt(value), QString(), -1, -1))
         cellChanged(rowId, column);
     return true;
 }
@@ -879,7 +872,7 @@ bool CTableModel::setItemDouble(int rowId, int column, double value, int precisi
     Cell *c = cell(rowId, column);
     if (!c)
         return false;
-    if (storeCell(rowId, column, *c, QVariant(value), QString(), precision, numberFlags))
+    if (storeCell(rowId, column, *c, CellNumber::ofDouble(value), QString(), precision, numberFlags))
         cellChanged(rowId, column);
     return true;
 }
@@ -903,7 +896,7 @@ bool CTableModel::setItemFromText(int rowId, int column, const QString &text)
         return false;
     EColumnFormat kind = m_columns[static_cast<size_t>(column)].m_format;
     if (kind == CF_TEXT && c->m_number.isValid())
-        kind = c->m_number.userType() == QMetaType::Double ? CF_DOUBLE : CF_INT;
+        kind = c->m_number.isDouble() ? CF_DOUBLE : CF_INT;
     const QString plain = unformatNumberString(text.trimmed());
     bool ok = false;
     if (kind == CF_INT) {
@@ -934,11 +927,12 @@ bool CTableModel::updateRow(int rowId, const QVector<QVariant> &values)
         bool changed = false;
         const int type = value.userType();
         if (type == QMetaType::Double || type == QMetaType::Float)
-            changed = storeCell(rowId, column, c, QVariant(value.toDouble()), QString(), c.m_precision, c.m_numberFlags);
+            changed = storeCell(rowId, column, c, CellNumber::ofDouble(value.toDouble()), QString(), c.m_precision,
+                                c.m_numberFlags);
         else if (isIntegralType(type))
-            changed = storeCell(rowId, column, c, QVariant(value.toLongLong()), QString(), -1, c.m_numberFlags);
+            changed = storeCell(rowId, column, c, CellNumber::ofInt(value.toLongLong()), QString(), -1, c.m_numberFlags);
         else
-            changed = storeCell(rowId, column, c, QVariant(), value.toString(), -1, -1);
+            changed = storeCell(rowId, column, c, CellNumber(), value.toString(), -1, -1);
         if (changed) {
             left = left < 0 ? column : left;
             right = column;
@@ -965,7 +959,7 @@ QVariant CTableModel::itemValue(int rowId, int column) const
     const Cell *c = cell(rowId, column);
     if (!c)
         return QVariant();
-    return c->m_number.isValid() ? c->m_number : QVariant(c->m_text);
+    return c->m_number.isValid() ? c->m_number.toVariant() : QVariant(c->m_text);
 }
 
 QString CTableModel::itemEditText(int rowId, int column) const
@@ -979,10 +973,10 @@ qint64 CTableModel::itemInt(int rowId, int column) const
     const Cell *c = cell(rowId, column);
     if (!c)
         return 0;
-    if (c->m_number.userType() == QMetaType::Double)
+    if (c->m_number.isDouble())
         return doubleToInt(c->m_number.toDouble());
     if (c->m_number.isValid())
-        return c->m_number.toLongLong();
+        return c->m_number.m_int;
     const QString plain = unformatNumberString(c->m_text.trimmed());
     bool ok = false;
     const qint64 value = plain.toLongLong(&ok);
@@ -1066,15 +1060,15 @@ void CTableModel::setAllChecked(int column, bool checked)
 
 void CTableModel::setRowUserData(int rowId, const QVariant &data)
 {
-    const auto it = m_indexById.constFind(rowId);
-    if (it != m_indexById.constEnd())
-        m_rows[static_cast<size_t>(*it)].m_userData = data;
+    const int index = storageIndexOf(rowId);
+    if (index >= 0)
+        m_rows[static_cast<size_t>(index)].m_userData = data;
 }
 
 QVariant CTableModel::rowUserData(int rowId) const
 {
-    const auto it = m_indexById.constFind(rowId);
-    return it == m_indexById.constEnd() ? QVariant() : m_rows[static_cast<size_t>(*it)].m_userData;
+    const int index = storageIndexOf(rowId);
+    return index < 0 ? QVariant() : m_rows[static_cast<size_t>(index)].m_userData;
 }
 
 // ---- sort and filters ----------------------------------------------------------------------
@@ -1187,6 +1181,12 @@ double CTableModel::columnSum(int column) const
         return sum;
     for (int index : m_visible) {
         const Cell &c = m_rows[static_cast<size_t>(index)].m_cells[static_cast<size_t>(column)];
+        if (c.m_number.isValid()) {
+            const double value = c.m_number.toDouble();
+            if (usableDouble(value))
+                sum += value;
+            continue;
+        }
         const SortKey key = sortKeyOf(c.m_number, c.m_text);
         if (key.m_kind == 0)
             sum += key.m_number;
@@ -1222,9 +1222,9 @@ void CTableModel::recomputeTotals() const
         bool integral = description.m_format != CF_DOUBLE;
         for (int index : m_visible) {
             const Cell &c = m_rows[static_cast<size_t>(index)].m_cells[static_cast<size_t>(column)];
-            if (c.m_number.isValid() && c.m_number.userType() != QMetaType::Double) {
-                intSum += c.m_number.toLongLong();
-                sum += static_cast<double>(c.m_number.toLongLong());
+            if (c.m_number.isValid() && !c.m_number.isDouble()) {
+                intSum += c.m_number.m_int;
+                sum += static_cast<double>(c.m_number.m_int);
                 continue;
             }
             const SortKey key = sortKeyOf(c.m_number, c.m_text);
@@ -1243,17 +1243,24 @@ void CTableModel::recomputeTotals() const
 
 // ---- flashing ------------------------------------------------------------------------------
 
-void CTableModel::noteFlash(int rowId, int column, const Cell &before, const Cell &after)
+void CTableModel::noteFlash(int rowId, int column, const Cell &before, const CellNumber &number, const QString &text)
 {
     // A cell that gets its first value is being filled, not changed.
     const bool hadValue = before.m_number.isValid() || !before.m_text.isEmpty();
     if (!hadValue)
         return;
     int direction = 0;
-    const SortKey old = sortKeyOf(before.m_number, before.m_text);
-    const SortKey now = sortKeyOf(after.m_number, after.m_text);
-    if (old.m_kind == 0 && now.m_kind == 0)
-        direction = now.m_number > old.m_number ? 1 : (now.m_number < old.m_number ? -1 : 0);
+    if (before.m_number.isValid() && number.isValid() && usableDouble(before.m_number.toDouble())
+        && usableDouble(number.toDouble())) {
+        const double old = before.m_number.toDouble();
+        const double now = number.toDouble();
+        direction = now > old ? 1 : (now < old ? -1 : 0);
+    } else {
+        const SortKey old = sortKeyOf(before.m_number, before.m_text);
+        const SortKey now = sortKeyOf(number, text);
+        if (old.m_kind == 0 && now.m_kind == 0)
+            direction = now.m_number > old.m_number ? 1 : (now.m_number < old.m_number ? -1 : 0);
+    }
     m_flashes.insert(flashKey(rowId, column), Flash{m_clock.elapsed(), direction});
     if (!m_flashTimer.isActive())
         m_flashTimer.start();

@@ -12,6 +12,7 @@
 #include <QVariant>
 #include <QVector>
 
+#include <cstring>
 #include <functional>
 #include <set>
 #include <vector>
@@ -78,7 +79,7 @@ public:
     // Rows.
     int dataRowCount() const { return static_cast<int>(m_rows.size()); }
     int visibleRowCount() const { return static_cast<int>(m_visible.size()); }
-    bool hasRow(int rowId) const { return m_indexById.contains(rowId); }
+    bool hasRow(int rowId) const { return storageIndexOf(rowId) >= 0; }
     int rowIdAt(int visualRow) const; // -1 for the totals line and outside the table
     int visualRowOf(int rowId) const; // -1 for an unknown, hidden or not yet published row
     QVector<int> rowIds() const;      // in the order the rows were added
@@ -175,9 +176,52 @@ public:
     void setCheckHandler(CheckHandler handler) { m_checkHandler = std::move(handler); }
 
 private:
+    // A cell's number: a whole number, a double, or none for a text cell. Plain data rather
+    // than a QVariant: a market tick compares and stores tens of thousands of them.
+    struct CellNumber
+    {
+        enum Kind : qint8 { None, Int, Double };
+        Kind m_kind = None;
+        union {
+            qint64 m_int = 0;
+            double m_double;
+        };
+
+        static CellNumber ofInt(qint64 value)
+        {
+            CellNumber number;
+            number.m_kind = Int;
+            number.m_int = value;
+            return number;
+        }
+        static CellNumber ofDouble(double value)
+        {
+            CellNumber number;
+            number.m_kind = Double;
+            number.m_double = value;
+            return number;
+        }
+        bool isValid() const { return m_kind != None; }
+        bool isDouble() const { return m_kind == Double; }
+        double toDouble() const { return m_kind == Double ? m_double : static_cast<double>(m_int); }
+        QVariant toVariant() const
+        {
+            return m_kind == None ? QVariant() : (m_kind == Double ? QVariant(m_double) : QVariant(m_int));
+        }
+        bool operator==(const CellNumber &other) const
+        {
+            // The same bits are the same value, a NaN or the no-value mark included.
+            if (m_kind != other.m_kind)
+                return false;
+            if (m_kind == Double)
+                return std::memcmp(&m_double, &other.m_double, sizeof(double)) == 0;
+            return m_kind == None || m_int == other.m_int;
+        }
+    };
+
     struct Cell
     {
-        QVariant m_number; // qint64 or double; invalid for a text cell
+        CellNumber m_number; // invalid for a text cell
         QString m_text;
         QString m_colorKey;
         qint32 m_numberFlags = -1; // -1: the column's
@@ -197,15 +241,19 @@ private:
         int m_direction = 0; // 1 rose, -1 fell, 0 changed
     };
 
+    int storageIndexOf(int rowId) const
+    {
+        return rowId >= 0 && static_cast<size_t>(rowId) < m_indexById.size() ? m_indexById[static_cast<size_t>(rowId)] : -1;
+    }
     Cell *cell(int rowId, int column);
     const Cell *cell(int rowId, int column) const;
     QString cellText(const Cell &cell, int column) const;
     QString editText(const Cell &cell, int column) const;
-    bool storeCell(int rowId, int column, Cell &target, const QVariant &number, const QString &text,
+    bool storeCell(int rowId, int column, Cell &target, const CellNumber &number, const QString &text,
                    int precision, int numberFlags);
     void cellChanged(int rowId, int column);
     void announce(int top, int bottom, int left, int right, const QVector<int> &roles = QVector<int>());
-    void noteFlash(int rowId, int column, const Cell &before, const Cell &after);
+    void noteFlash(int rowId, int column, const Cell &before, const CellNumber &number, const QString &text);
     void onFlashTimer();
 
     int createRow();
@@ -224,7 +272,9 @@ private:
 
     std::vector<CTableColumn> m_columns;
     std::vector<Row> m_rows;
-    QHash<int, int> m_indexById;  // row id -> index in m_rows
+    // Row id -> index in m_rows, -1 once removed. Ids are handed out densely from 0, so a
+    // vector finds a cell without hashing: a load of many rows reads and writes cells by id.
+    std::vector<int> m_indexById;
     std::vector<int> m_visible;   // visual row -> index in m_rows
     std::vector<int> m_visualPos; // index in m_rows -> visual row, -1 hidden
     int m_nextId = 0;

@@ -283,6 +283,24 @@ INSTANTIATE_TEST_SUITE_P(
                       SwitchCase{"plainTableMixedList", 0, -1, false}),
     [](const ::testing::TestParamInfo<SwitchCase> &info) { return std::string(info.param.name); });
 
+TEST_F(ConfirmWidgetTest, ClickingTheDirectionOfAMoneyLineKeepsItsMoneyShown)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6);
+    addStock("600000", 10.0);
+    widget->setOpConfirmType(1);
+    widget->setOperationType(-1);
+    CCodeOrderParam money = line("a1", "600000", 25, 0);
+    money.m_money = 8000.0;
+    lines = {money};
+    widget->loadParams(&lines);
+    ASSERT_EQ(cell(0, Widget::COL_VOLUME), QStringLiteral("8000.00"));
+
+    click(0, Widget::COL_OPERATION);
+    EXPECT_EQ(cell(0, Widget::COL_VOLUME), QStringLiteral("8000.00")) << "nothing was cut, so nothing is rewritten";
+    EXPECT_EQ(lines[0].m_money, 8000.0);
+    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("8000.00"));
+}
+
 TEST_F(ConfirmWidgetTest, DeletingRowsKeepsTheOtherRowIdsAndTheirEdits)
 {
     addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6);
