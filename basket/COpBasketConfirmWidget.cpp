@@ -599,7 +599,11 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
     m_slotVolumes.assign(count, 0);
     m_slotMoney.assign(count, 0);
     QHash<const ttservice::CAccountInfo *, QString> accountIds;
+    QHash<int, QString> operationTexts;
     std::unordered_map<int, boost::shared_ptr<CPriceData>> instrumentPrice;
+    std::unordered_map<int, EOpConfirmFilterStatus> instrumentStatus;
+    const FilterSwitches switches = filterSwitches();
+    m_quoteRequests.reserve(static_cast<int>(count));
     for (size_t i = 0; i < count; ++i) {
         CCodeOrderParam &line = lines[i];
         const int slot = static_cast<int>(i);
@@ -626,6 +630,10 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
             entry.m_instrument = instrumentOf(entry.m_market, entry.m_code);
             entry.m_repurchase = isRepurchaseCode(entry.m_code);
             entry.m_priceDecimals = lastPriceDecimals(WK::sToQs(entry.m_market), WK::sToQs(entry.m_code));
+            entry.m_marketText = WK::sToQs(entry.m_market);
+            entry.m_codeText = WK::sToQs(entry.m_code);
+            entry.m_name = line.m_stockInfo.m_stockName;
+            entry.m_nameText = WK::sToQs(entry.m_name);
             found = m_instrumentIndex.emplace(instrumentKey, static_cast<int>(m_instruments.size())).first;
             m_instruments.push_back(std::move(entry));
             // Money lines subscribe too, under their real market and code.
@@ -651,14 +659,34 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
         if (shownAccount == accountIds.constEnd())
             shownAccount = accountIds.insert(line.m_account.get(), accountDisplayIDQs(line.m_account));
         m_table->setItemText(row, COL_ACCOUNT, *shownAccount);
-        m_table->setItemText(row, COL_MARKET, WK::sToQs(market));
-        m_table->setItemText(row, COL_CODE, WK::sToQs(code));
-        m_table->setItemText(row, COL_NAME, money ? QStringLiteral("-") : WK::sToQs(line.m_stockInfo.m_stockName));
-        m_table->setItemText(row, COL_OPERATION, operationToString(line.m_operationType));
+        if (money) {
+            m_table->setItemText(row, COL_MARKET, QStringLiteral("-"));
+            m_table->setItemText(row, COL_CODE, QStringLiteral("-"));
+            m_table->setItemText(row, COL_NAME, QStringLiteral("-"));
+        } else {
+            m_table->setItemText(row, COL_MARKET, instrument.m_marketText);
+            m_table->setItemText(row, COL_CODE, instrument.m_codeText);
+            m_table->setItemText(row, COL_NAME, line.m_stockInfo.m_stockName == instrument.m_name
+                                                    ? instrument.m_nameText
+                                                    : WK::sToQs(line.m_stockInfo.m_stockName));
+        }
+        auto operationText = operationTexts.constFind(line.m_operationType);
+        if (operationText == operationTexts.constEnd())
+            operationText = operationTexts.insert(line.m_operationType, operationToString(line.m_operationType));
+        m_table->setItemText(row, COL_OPERATION, *operationText);
         m_table->setItemInt(row, COL_AVAILABLE, available);
 
+        // The status depends on the instrument alone: one test for the lines of all accounts.
         EOpConfirmFilterStatus status = OCFS_NORMAL;
-        m_table->setItemChecked(row, COL_CHECK, !isParamFilter(line, status));
+        if (money) {
+            status = filterStatusOf(market, code, switches);
+        } else {
+            auto known = instrumentStatus.find(found->second);
+            if (known == instrumentStatus.end())
+                known = instrumentStatus.emplace(found->second, filterStatusOf(market, code, switches)).first;
+            status = known->second;
+        }
+        m_table->setItemChecked(row, COL_CHECK, status == OCFS_NORMAL);
         m_table->setItemText(row, COL_STATUS, getStatusString(status));
         m_table->setItemColorKey(row, COL_STATUS, QLatin1String(getStatusColor(status)));
 
@@ -728,9 +756,9 @@ void COpBasketConfirmWidget::showValueCells(int row, const OtherOrderParam &othe
         m_table->setItemText(row, COL_CHANGE, QStringLiteral("-"));
         return;
     }
-    m_table->setItemDouble(row, COL_LAST_PRICE, other.m_lastPrice, decimals);
-    m_table->setItemDouble(row, COL_COST, other.m_cost, 2);
-    m_table->setItemDouble(row, COL_CHANGE, other.m_changeRatio, 2, WK::NF_PERCENT);
+    m_table->model()->setItemDoubles(row, {{COL_LAST_PRICE, other.m_lastPrice, decimals, -1},
+                                           {COL_CHANGE, other.m_changeRatio, 2, WK::NF_PERCENT},
+                                           {COL_COST, other.m_cost, 2, -1}});
 }
 
 int COpBasketConfirmWidget::addTableRow(CCodeOrderParam *line, OtherOrderParam *other)
@@ -1079,8 +1107,13 @@ bool COpBasketConfirmWidget::isParamFilter(const CCodeOrderParam &line, EOpConfi
 COpBasketConfirmWidget::EOpConfirmFilterStatus COpBasketConfirmWidget::filterStatusOf(const std::string &marketText,
                                                                                       const std::string &codeText) const
 {
+    return filterStatusOf(marketText, codeText, filterSwitches());
+}
+
+COpBasketConfirmWidget::EOpConfirmFilterStatus COpBasketConfirmWidget::filterStatusOf(
+    const std::string &marketText, const std::string &codeText, const FilterSwitches &switches) const
+{
     EOpConfirmFilterStatus status = OCFS_NORMAL;
-    const FilterSwitches switches = filterSwitches();
     if (!switches.m_suspended && !switches.m_riseLimit && !switches.m_fallLimit)
         return status;
     const QString market = WK::sToQs(marketText);
@@ -1134,6 +1167,10 @@ const char *COpBasketConfirmWidget::getStatusColor(EOpConfirmFilterStatus status
 void COpBasketConfirmWidget::sortParam()
 {
     if (!m_params)
+        return;
+    const FilterSwitches switches = filterSwitches();
+    // No switch on: nothing is left out, and the order stands.
+    if (!switches.m_suspended && !switches.m_riseLimit && !switches.m_fallLimit)
         return;
     std::vector<CCodeOrderParam> &lines = *m_params;
     std::vector<CCodeOrderParam> filtered;
@@ -1253,27 +1290,15 @@ void COpBasketConfirmWidget::updateStatData()
 {
     if (!m_table)
         return;
-    qint64 sumVolume = 0;
-    double sumMoney = 0.0;
-    double sumCost = 0.0;
-    qint64 sumAvailable = 0;
-    const int rows = m_table->rowCount();
-    for (int visual = 0; visual < rows; ++visual) {
-        const int row = m_table->rowID(visual);
-        sumVolume += m_table->itemLonglong(row, COL_VOLUME);
-        sumMoney += m_table->itemDouble(row, COL_VOLUME);
-        const double cost = m_table->itemDouble(row, COL_COST);
-        if (hasCost(cost))
-            sumCost += cost;
-        sumAvailable += m_table->itemLonglong(row, COL_AVAILABLE);
-    }
+    // Over the rows in the table: volumes as whole numbers, money with its decimals, values
+    // that are not known ("-") left out.
+    const WK::CTableModel *model = m_table->model();
     const bool moneyList = m_params && !m_params->empty() && isMoneyLine(m_params->front());
-    m_table->setStatText(COL_VOLUME, moneyList ? QString::number(sumMoney, 'f', 2) : QString::number(sumVolume));
-    m_table->setStatText(COL_AVAILABLE, QString::number(sumAvailable));
-    m_table->setStatText(COL_COST, QString::number(sumCost, 'f', 2));
+    m_table->setStatText(COL_VOLUME, moneyList ? QString::number(model->columnSum(COL_VOLUME), 'f', 2)
+                                               : QString::number(model->columnIntSum(COL_VOLUME)));
+    m_table->setStatText(COL_AVAILABLE, QString::number(model->columnIntSum(COL_AVAILABLE)));
+    m_table->setStatText(COL_COST, QString::number(model->columnSum(COL_COST), 'f', 2));
 }
-
-// ---- live values ---------------------------------------------------------------------------
 
 double COpBasketConfirmWidget::recalcCost(const CCodeOrderParam *line) const
 {

@@ -195,6 +195,11 @@ private:
         boost::shared_ptr<ttservice::CInstrumentDetail> m_instrument;
         bool m_repurchase = false;
         int m_priceDecimals = 2;
+        // As the rows show them, made once for the lines of every account.
+        QString m_marketText;
+        QString m_codeText;
+        QString m_nameText;
+        std::string m_name;
     };
 
     static constexpr int NO_SLOT = -1;
@@ -202,6 +207,8 @@ private:
 
     FilterSwitches filterSwitches() const;
     EOpConfirmFilterStatus filterStatusOf(const std::string &market, const std::string &code) const;
+    EOpConfirmFilterStatus filterStatusOf(const std::string &market, const std::string &code,
+                                          const FilterSwitches &switches) const;
     void clearSlots();
     QSet<QString> replacementCodes(const QString &basketName) const;
     void showLineValues(int row, const ttservice::CCodeOrderParam &line, double cost, double lastPrice,

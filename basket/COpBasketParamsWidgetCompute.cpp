@@ -519,6 +519,9 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
     auto orderType = ttservice::ORDER_TYPE_NORMAL;
     QStringList rowsLog;
     double stoppedMoney = 0.0;
+    // One line per row and account: grown once, not copied at every doubling.
+    params.reserve(params.size() + rows.size() * static_cast<int>(accounts.size()));
+    rowsLog.reserve(rows.size() * static_cast<int>(accounts.size()));
 
     for (const CBasketStockData &source : qAsConst(rows)) {
         CBasketStockData row = source;

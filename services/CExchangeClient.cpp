@@ -15,7 +15,11 @@ CExchangeClient *CExchangeClient::instance()
 
 const ttservice::CInstrumentDetail *CExchangeClient::find(const QString &text) const
 {
-    const std::string key = text.toStdString();
+    return find(text.toStdString());
+}
+
+const ttservice::CInstrumentDetail *CExchangeClient::find(const std::string &key) const
+{
     if (key.empty())
         return nullptr;
     const auto exact = m_instruments.find(key);
@@ -72,6 +76,11 @@ boost::shared_ptr<ttservice::CInstrumentDetail> CExchangeClient::getCodeInfo(QSt
 }
 
 int CExchangeClient::getCodeTradeUnit(QString code) const
+{
+    return getCodeTradeUnit(code.toStdString());
+}
+
+int CExchangeClient::getCodeTradeUnit(const std::string &code) const
 {
     std::lock_guard<std::mutex> lock(m_mutex);
     const ttservice::CInstrumentDetail *detail = find(code);

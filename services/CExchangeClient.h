@@ -37,6 +37,7 @@ public:
     // The trading unit of the instrument written as getCodeInfo takes it; -1 when unknown.
     // Reads the unit alone, without a copy of the record: sizing asks it for every line.
     int getCodeTradeUnit(QString code) const;
+    int getCodeTradeUnit(const std::string &code) const;
     // The stock market ("SH", "SZ" ...) of a known instrument with this code, not on a futures
     // exchange; the instrument in market hint wins when there are several. Empty when there is
     // none: a futures code or an unknown code.
@@ -54,6 +55,7 @@ private:
     CExchangeClient() = default;
     // Called with m_mutex held.
     const ttservice::CInstrumentDetail *find(const QString &text) const;
+    const ttservice::CInstrumentDetail *find(const std::string &key) const;
 
     mutable std::mutex m_mutex;
 

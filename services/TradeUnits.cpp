@@ -15,8 +15,7 @@ bool isFutureMarket(const std::string &market)
 
 int getTradeMinUnit(std::string market, std::string code)
 {
-    const int unit =
-        TC::CExchangeClient::instance()->getCodeTradeUnit(QString::fromStdString(utils::vqStockKey(market, code)));
+    const int unit = TC::CExchangeClient::instance()->getCodeTradeUnit(utils::vqStockKey(market, code));
     if (unit != -1)
         return unit;
     return isFutureMarket(market) ? 1 : 100;

@@ -7,6 +7,8 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyle>
+#include <QStyleOptionFocusRect>
 #include <QValidator>
 
 namespace WK {
@@ -118,7 +120,14 @@ void CTableItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &op
 void CTableItemDelegate::paintCell(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     if (!isLoneCheckBox(index)) {
-        QStyledItemDelegate::paint(painter, option, index);
+        QStyleOptionViewItem opt(option);
+        initStyleOption(&opt, index);
+        if (opt.features & (QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDecoration)
+            || opt.features & QStyleOptionViewItem::WrapText) {
+            QStyledItemDelegate::paint(painter, option, index);
+            return;
+        }
+        paintText(painter, opt);
         return;
     }
     QStyleOptionViewItem opt(option);
@@ -137,6 +146,38 @@ void CTableItemDelegate::paintCell(QPainter *painter, const QStyleOptionViewItem
     box.state &= ~(QStyle::State_HasFocus | QStyle::State_On | QStyle::State_Off);
     box.state |= checked ? QStyle::State_On : QStyle::State_Off;
     style->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter, widget);
+}
+
+// A cell of one line of text, drawn as the style's item view item draws it, with the text laid
+// out once instead of three times (size, elision, drawing): a table's paint is mostly text.
+void CTableItemDelegate::paintText(QPainter *painter, const QStyleOptionViewItem &opt) const
+{
+    const QWidget *widget = opt.widget;
+    QStyle *style = widget ? widget->style() : QApplication::style();
+    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &opt, painter, widget);
+    if (!opt.text.isEmpty()) {
+        const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &opt, widget) + 1;
+        const QRect textRect = opt.rect.adjusted(margin, 0, -margin, 0);
+        QPalette::ColorGroup group = (opt.state & QStyle::State_Enabled) ? QPalette::Normal : QPalette::Disabled;
+        if (group == QPalette::Normal && !(opt.state & QStyle::State_Active))
+            group = QPalette::Inactive;
+        const QPalette::ColorRole role = (opt.state & QStyle::State_Selected) ? QPalette::HighlightedText : QPalette::Text;
+        painter->save();
+        painter->setFont(opt.font);
+        painter->setPen(opt.palette.color(group, role));
+        const QString shown = opt.fontMetrics.horizontalAdvance(opt.text) > textRect.width()
+                                  ? opt.fontMetrics.elidedText(opt.text, opt.textElideMode, textRect.width())
+                                  : opt.text;
+        painter->drawText(textRect, static_cast<int>(opt.displayAlignment | Qt::TextSingleLine), shown);
+        painter->restore();
+    }
+    if (opt.state & QStyle::State_HasFocus) {
+        QStyleOptionFocusRect focus;
+        focus.QStyleOption::operator=(opt);
+        focus.rect = opt.rect;
+        focus.state |= QStyle::State_KeyboardFocusChange | QStyle::State_Item;
+        style->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, widget);
+    }
 }
 
 bool CTableItemDelegate::editorEvent(QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option,

@@ -45,6 +45,7 @@ protected:
 private:
     static bool isLoneCheckBox(const QModelIndex &index);
     void paintCell(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
+    void paintText(QPainter *painter, const QStyleOptionViewItem &opt) const;
 
     QHash<int, QPointer<QValidator>> m_validators;
     bool m_gridLines = false;

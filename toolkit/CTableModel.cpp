@@ -442,6 +442,9 @@ void CTableModel::resizeRows(int count)
             tail.push_back(i);
         eraseRowsAt(tail);
     }
+    m_rows.reserve(static_cast<size_t>(count));
+    m_visualPos.reserve(static_cast<size_t>(count));
+    m_indexById.reserve(static_cast<size_t>(m_nextId + count));
     while (dataRowCount() < count)
         createRow();
     endUpdate();
@@ -877,6 +880,35 @@ bool CTableModel::setItemDouble(int rowId, int column, double value, int precisi
     return true;
 }
 
+bool CTableModel::setItemDoubles(int rowId, std::initializer_list<DoubleCell> cells)
+{
+    const int index = storageIndexOf(rowId);
+    if (index < 0)
+        return false;
+    Row &row = m_rows[static_cast<size_t>(index)];
+    int left = -1;
+    int right = -1;
+    bool summed = false;
+    for (const DoubleCell &cell : cells) {
+        if (cell.m_column < 0 || cell.m_column >= columnCount())
+            continue;
+        Cell &target = row.m_cells[static_cast<size_t>(cell.m_column)];
+        if (!storeCell(rowId, cell.m_column, target, CellNumber::ofDouble(cell.m_value), QString(), cell.m_precision,
+                       cell.m_numberFlags))
+            continue;
+        left = left < 0 ? cell.m_column : std::min(left, cell.m_column);
+        right = std::max(right, cell.m_column);
+        summed = summed || m_columns[static_cast<size_t>(cell.m_column)].m_summed;
+    }
+    if (left < 0)
+        return true;
+    const int visualRow = visualRowOf(rowId);
+    announce(visualRow, visualRow, left, right);
+    if (summed)
+        markTotalsDirty();
+    return true;
+}
+
 bool CTableModel::setItemValue(int rowId, int column, const QVariant &value)
 {
     const int type = value.userType();
@@ -1190,6 +1222,23 @@ double CTableModel::columnSum(int column) const
         const SortKey key = sortKeyOf(c.m_number, c.m_text);
         if (key.m_kind == 0)
             sum += key.m_number;
+    }
+    return sum;
+}
+
+qint64 CTableModel::columnIntSum(int column) const
+{
+    qint64 sum = 0;
+    if (column < 0 || column >= columnCount())
+        return sum;
+    for (int index : m_visible) {
+        const Cell &c = m_rows[static_cast<size_t>(index)].m_cells[static_cast<size_t>(column)];
+        if (c.m_number.isDouble())
+            sum += doubleToInt(c.m_number.m_double);
+        else if (c.m_number.isValid())
+            sum += c.m_number.m_int;
+        else if (!c.m_text.isEmpty())
+            sum += itemInt(m_rows[static_cast<size_t>(index)].m_id, column);
     }
     return sum;
 }

@@ -14,6 +14,7 @@
 
 #include <cstring>
 #include <functional>
+#include <initializer_list>
 #include <set>
 #include <vector>
 
@@ -109,6 +110,16 @@ public:
     bool setItemText(int rowId, int column, const QString &text);
     bool setItemInt(int rowId, int column, qint64 value);
     bool setItemDouble(int rowId, int column, double value, int precision = -1, int numberFlags = -1);
+    // Several doubles of one row at once, as setItemDouble would set them one by one; the row
+    // is found and announced once.
+    struct DoubleCell
+    {
+        int m_column;
+        double m_value;
+        int m_precision;
+        int m_numberFlags;
+    };
+    bool setItemDoubles(int rowId, std::initializer_list<DoubleCell> cells);
     // A QString sets a text, an integral type an integer, a floating type a double; an invalid
     // QVariant leaves the cell as it is.
     bool setItemValue(int rowId, int column, const QVariant &value);
@@ -165,6 +176,7 @@ public:
     void clearStatTexts();
     QString statText(int column) const; // what the totals line shows
     double columnSum(int column) const;  // over the visible rows; texts that are no number add 0
+    qint64 columnIntSum(int column) const; // the same, each cell read as itemInt reads it
 
     // Flashing of changed values in flashing columns.
     void setFlashDuration(int msec) { m_flashDuration = msec; }
