@@ -429,7 +429,8 @@ ttservice::COrderSetting COrderParamBaseTable::currentSetting() const
     setting.m_stepRate = m_stepRateCell->value() / 100.0;
     setting.m_keepValidTime = m_keepValidCheck->isChecked();
     setting.m_validSeconds = m_validCell->value();
-    setting.m_stepFlag = m_guardOption->isChecked() ? 1 : 0;
+    setting.m_stepFlag = m_stepFlag;
+    setting.m_priceType = priceType();
     const long long day = dayStart(getTimeService()->currentTime());
     setting.m_startTime = static_cast<time_t>(day + startSeconds());
     setting.m_endTime = static_cast<time_t>(day + endSeconds());
@@ -454,7 +455,9 @@ void COrderParamBaseTable::loadOpParam(const ttservice::COrderSetting &setting, 
     m_stepKindCombo->setCurrentIndex(setting.m_stepIsAbsolute ? 0 : 1);
     m_keepValidCheck->setChecked(setting.m_keepValidTime);
     m_validCell->setValue(setting.m_validSeconds);
-    m_guardOption->setChecked(setting.m_stepFlag != 0);
+    m_stepFlag = setting.m_stepFlag;
+    if (setting.m_priceType != ttservice::PRICE_TYPE_NONE)
+        setPriceType(setting.m_priceType);
     // A setting without times (a damaged or very old text) keeps the trading day's hours.
     const int start = setting.m_startTime > 0 ? secondsOfDay(setting.m_startTime) : kDefaultStart;
     const int end = setting.m_endTime > 0 ? secondsOfDay(setting.m_endTime) : kDefaultEnd;
@@ -475,8 +478,9 @@ void COrderParamBaseTable::fillOrderParam(const QString &, int, ttservice::CCode
     line.m_cancelInterval = table ? table->value(CTrdAlgoBaseTable::ItemCancelInterval) : NO_VALUE;
     const ttservice::COrderSetting setting = currentSetting();
     line.m_stepFlag = setting.m_stepFlag;
-    line.m_priceStep = setting.m_stepIsAbsolute && setting.m_stepValue > ttservice::DOUBLE_EPSILON ? setting.m_stepValue
-                                                                                                    : NO_VALUE;
+    const bool stepped = m_guardOption->isChecked() && setting.m_stepIsAbsolute
+        && setting.m_stepValue > ttservice::DOUBLE_EPSILON;
+    line.m_priceStep = stepped ? setting.m_stepValue : NO_VALUE;
     transferTimePeriod(&line);
 }
 
@@ -507,7 +511,7 @@ void COrderParamBaseTable::loadFromOrderParam(const ttservice::CCodeOrderParam &
         m_stepKindCombo->setCurrentIndex(0);
         m_stepValueCell->setValue(line.m_priceStep);
     }
-    m_guardOption->setChecked(line.m_stepFlag != 0);
+    m_stepFlag = line.m_stepFlag;
     if (CTrdAlgoBaseTable *table = getTrdAlgoBaseTable(line.m_orderType)) {
         if (hasValue(line.m_orderInterval))
             table->setValue(CTrdAlgoBaseTable::ItemOrderInterval, line.m_orderInterval);

@@ -43,7 +43,8 @@ class CTrdAlgoBaseTable;
 // while the flag holds FLAG_ALGORITHMS.
 //
 // Options (check ids): 0 "限时执行" applies the start and end time to the lines of an algorithm,
-// 1 "价格保护" marks the lines' price step as a bound (m_stepFlag 1).
+// 1 "价格保护" gives the lines the price step as a value (without it fillOrderParam leaves none).
+// The setting's step flag is kept as it comes, for the order service.
 //
 // Events delivered to the parent: 114 (id 0) when the user changed anything, 220 (id 0) when the
 // user asks for help on the order type. Changes made by calls deliver nothing.
@@ -105,7 +106,7 @@ public:
     // Chooses the strategy the algorithm of orderType offers first; empty for its first one.
     void resetStrategyType(int orderType, const QString &strategy);
 
-    // Price step, validity and time period. key names the setting for the order service and is
+    // Price type, price step, validity and time period. key names the setting for the order service and is
     // not read here.
     void saveOpParam(const QString &key, ttservice::COrderSetting &setting) const;
     // precision: the price tick the step value is shown to (0.01, 0.001).
@@ -185,6 +186,7 @@ private:
     ttservice::EVqTraderType m_traderType;
     int m_flag = 0;
     int m_operationType = -1;
+    int m_stepFlag = 0;
     bool m_algTableHidden = false;
     bool m_expandHidden = true;
     bool m_savedVisibleFlag = false;

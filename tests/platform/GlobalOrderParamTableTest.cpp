@@ -62,6 +62,9 @@ TEST_F(GlobalOrderParamTable, fillOrderParamWritesTheTableButNeverTheVolume)
     table->setFixedPrice(10.5);
     table->setOrderType(4);
     table->getTrdAlgoBaseTable(4)->setValue(TC::CTrdAlgoBaseTable::ItemOrderInterval, 45);
+    COrderSetting stepped;
+    stepped.m_stepValue = 0.02;
+    table->loadOpParam(stepped, 0.01);
 
     CCodeOrderParam line = lineOf("SH", "600000", 1200);
     table->fillOrderParam(QStringLiteral("600000.SH"), 300, line, ttservice::NO_VALUE);
@@ -70,7 +73,7 @@ TEST_F(GlobalOrderParamTable, fillOrderParamWritesTheTableButNeverTheVolume)
     EXPECT_DOUBLE_EQ(line.m_price, 10.5);
     EXPECT_EQ(line.m_orderType, 4);
     EXPECT_DOUBLE_EQ(line.m_orderInterval, 45);
-    EXPECT_EQ(line.m_stepFlag, 1); // "价格保护" is on by default
+    EXPECT_DOUBLE_EQ(line.m_priceStep, 0.02) << "price protection is on by default";
     // Option 0 puts the algorithm's hours on the line.
     EXPECT_EQ(line.m_validFrom, kDefaultDay + 9 * 3600 + 30 * 60);
     EXPECT_EQ(line.m_validTo, kDefaultDay + 15 * 3600);
@@ -82,6 +85,9 @@ TEST_F(GlobalOrderParamTable, fillOrderParamWritesTheTableButNeverTheVolume)
     EXPECT_DOUBLE_EQ(plain.m_price, 9.87);
     EXPECT_TRUE(ttservice::isNoValue(plain.m_orderInterval));
     EXPECT_EQ(plain.m_validFrom, 0);
+    table->setCheckParam(QStringLiteral("0"));
+    table->fillOrderParam(QString(), 0, plain, 9.87);
+    EXPECT_TRUE(ttservice::isNoValue(plain.m_priceStep));
 }
 
 TEST_F(GlobalOrderParamTable, settingRoundTripRoundsTheStepToThePrecision)
@@ -93,7 +99,8 @@ TEST_F(GlobalOrderParamTable, settingRoundTripRoundsTheStepToThePrecision)
     setting.m_stepRate = 0.005;
     setting.m_keepValidTime = true;
     setting.m_validSeconds = 120;
-    setting.m_stepFlag = 0;
+    setting.m_stepFlag = 2;
+    setting.m_priceType = 4;
     setting.m_startTime = kDefaultDay + 10 * 3600;
     setting.m_endTime = kDefaultDay + 14 * 3600 + 30 * 60;
     table->loadOpParam(setting, 0.01);
@@ -105,7 +112,9 @@ TEST_F(GlobalOrderParamTable, settingRoundTripRoundsTheStepToThePrecision)
     EXPECT_NEAR(back.m_stepRate, 0.005, 1e-9);
     EXPECT_TRUE(back.m_keepValidTime);
     EXPECT_EQ(back.m_validSeconds, 120);
-    EXPECT_EQ(back.m_stepFlag, 0);
+    EXPECT_EQ(back.m_stepFlag, 2);
+    EXPECT_EQ(back.m_priceType, 4);
+    EXPECT_EQ(table->priceType(), 4);
     EXPECT_EQ(back.m_startTime, setting.m_startTime);
     EXPECT_EQ(back.m_endTime, setting.m_endTime);
 }
