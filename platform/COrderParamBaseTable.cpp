@@ -623,7 +623,8 @@ void COrderParamBaseTable::handleScaleChanged()
 
 void COrderParamBaseTable::clear()
 {
-    m_priceCombo->setCurrentIndex(0);
+    // A basket is meant to trade at once: the opposite side's best price is the default.
+    m_priceCombo->setCurrentIndex(m_priceCombo->findData(PRICE_TYPE_OPPOSITE));
     m_fixedPriceCell->setValue(0);
     m_orderTypeCombo->setEnabled(true);
     m_orderTypeCombo->setCurrentIndex(0);

@@ -159,7 +159,7 @@ public:
     void handleWheel(QWheelEvent *event);
     void handleScaleChanged();
 
-    // Back to the defaults: latest price, plain order, default algorithms and setting, options
+    // Back to the defaults: the opposite side's best price, plain order, default algorithms and setting, options
     // "0*1", nothing locked by an instruction.
     virtual void clear();
 

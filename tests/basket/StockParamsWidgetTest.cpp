@@ -73,7 +73,7 @@ TEST_F(StockParamsWidget, eachOperationGetsBackWhatWasLastSetForIt)
     block->setOperationType(18);
     EXPECT_EQ(block->settings().keys(), (QList<int>{-2, 19}));
     EXPECT_DOUBLE_EQ(step(block), 0.05);
-    EXPECT_EQ(block->getPriceType(), 0);
+    EXPECT_EQ(block->getPriceType(), TC::COrderParamBaseTable::PRICE_TYPE_OPPOSITE);
     EXPECT_DOUBLE_EQ(twapInterval(block), 45);
 
     block->setOperationType(19);

@@ -251,7 +251,7 @@ TEST_F(GlobalOrderParamTable, instructionLocksTheOrderTypeUntilCleared)
     table->clear();
     EXPECT_TRUE(orderCombo->isEnabled());
     EXPECT_EQ(table->orderType(), 0);
-    EXPECT_EQ(table->priceType(), 0);
+    EXPECT_EQ(table->priceType(), TC::COrderParamBaseTable::PRICE_TYPE_OPPOSITE);
     EXPECT_EQ(table->loadCheckParam(), QStringLiteral("0*1"));
 }
 
