@@ -47,14 +47,17 @@ WK::CPushButton *COpBasketBuySellWidget::addModeButton(WK::CPushButtonGroup *gro
     auto key = [&](const char *state) {
         return res->getColorSheetByKey(QStringLiteral("clr_basket_param_%1_btn_%2").arg(side, QLatin1String(state)));
     };
-    button->setStyleSheet(QStringLiteral("QPushButton{background:%1;color:%6;border:none}"
-                                         "QPushButton:hover{background:%2}"
-                                         "QPushButton:checked{background:%3;color:white}"
-                                         "QPushButton:pressed{background:%4}"
-                                         "QPushButton:disabled{background:%5}")
-                              .arg(res->getColorSheetByKey(QStringLiteral("clr_param_table_order_mode_inactive")),
-                                   key("hover"), key("nomal"), key("press"), key("disable"),
-                                   res->getColorSheetByKey(QStringLiteral("clr_text_default"))));
+    // Unchecked buttons are outlined in their side's colour, the checked one is filled with it.
+    button->setStyleSheet(QStringLiteral("QPushButton{background:%1;color:%2;border:1px solid %4;border-radius:0}"
+                                         "QPushButton:hover{background:%3}"
+                                         "QPushButton:checked,QPushButton:pressed{background:%4;color:%5}"
+                                         "QPushButton:disabled{background:%6}"
+                                         "QPushButton:checked:disabled{background:%4;color:%5}")
+                              .arg(key("nomal"), res->getColorSheetByKey(QStringLiteral("clr_param_table_order_mode_inactive")),
+                                   key("hover"), key("press"),
+                                   res->getColorSheetByKey(QStringLiteral("clr_param_table_order_mode_active")),
+                                   key("disable")));
+    group->setFixedSize(group->buttons().size() * 80, 23);
     return button;
 }
 
