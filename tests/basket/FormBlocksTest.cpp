@@ -13,7 +13,11 @@
 #include "CMsgService.h"
 #include "COpAccountsWidget.h"
 #include "COpBasketFutureParamsWidget.h"
+#include "CComboBox.h"
 #include "CParameterCell.h"
+#include "CPushButton.h"
+#include "CPushButtonGroup.h"
+#include "CWidgetList.h"
 #include "CQuoteClient.h"
 #include "CTimeService.h"
 #include "CUserConfig.h"
@@ -118,6 +122,27 @@ TEST_F(FormBlocks, typesComeFromTheSideOfTheOperation)
     onTab(TOT_ONEKEY_FUTURE);
     EXPECT_EQ(form->getParamWidget(0), form->ftrOneKeyWidget()->getBuyParam());
     EXPECT_EQ(form->getParamWidget(3), form->ftrOneKeyWidget()->getSellParam());
+}
+
+TEST_F(FormBlocks, creditOperationComesFromItsButtonsAndTheContractKind)
+{
+    luawrapper::LuaModuleCtrl::instance()->setModule("mdl_order_credit_has_special_opt", true);
+    make();
+    onTab(TOT_CREDIT);
+    EXPECT_EQ(form->getOperationType(), 20);
+    EXPECT_TRUE(form->contractRow()->isHidden());
+
+    auto *buttons = form->crdWidget()->buttonGroup();
+    buttons->button(109)->click(); // the widget tells the form, which takes the new operation
+    EXPECT_EQ(form->getOperationType(), 21);
+    EXPECT_FALSE(form->contractRow()->isHidden());
+    form->contractCombo()->setCurrentIndex(form->contractCombo()->findData(49));
+    EXPECT_EQ(form->getOptTypeByCompact(), 1010);
+    buttons->button(52)->click();
+    EXPECT_EQ(form->getOptTypeByCompact(), 1011);
+    buttons->button(53)->click();
+    EXPECT_EQ(form->getOperationType(), 24);
+    EXPECT_TRUE(form->contractRow()->isHidden());
 }
 
 TEST_F(FormBlocks, withoutTheOneKeyBlockTypesAreUnknown)
