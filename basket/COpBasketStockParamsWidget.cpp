@@ -15,7 +15,8 @@
 
 #include "StockKey.h"
 
-#include <QResizeEvent>
+#include <QFrame>
+#include <QScrollArea>
 #include <QStringList>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -66,12 +67,19 @@ COpBasketStockParamsWidget::COpBasketStockParamsWidget(ttservice::EVQBrokerType 
     , m_traderType(traderType)
 {
     const bool ordinary = luawrapper::LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_batch_ordinary"});
-    m_table = new CGlobalOrderParamTable(brokerType, ordinary, this, 1, traderType, 0);
+    auto *scroll = new QScrollArea(this);
+    m_table = new CGlobalOrderParamTable(brokerType, ordinary, scroll, 1, traderType, 0);
 
+    // The form gives a block a fixed height; an algorithm with its times unfolded is taller, and
+    // the user scrolls to the rest rather than seeing every row squeezed.
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setWidget(m_table);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
-    layout->addWidget(m_table);
+    layout->addWidget(scroll);
 
     m_table->setFlag(kTableFlag);
     setMinimumHeight(100);
@@ -381,13 +389,6 @@ void COpBasketStockParamsWidget::scaleChanged()
     WK::CBaseWidget::scaleChanged();
     if (m_table)
         m_table->handleScaleChanged();
-}
-
-void COpBasketStockParamsWidget::resizeEvent(QResizeEvent *event)
-{
-    WK::CBaseWidget::resizeEvent(event);
-    if (m_table)
-        m_table->resize(event->size().width(), m_table->height());
 }
 
 void COpBasketStockParamsWidget::wheelEvent(QWheelEvent *event)

@@ -13,7 +13,6 @@
 #include <string>
 #include <vector>
 
-class QResizeEvent;
 class QWheelEvent;
 
 namespace TC {
@@ -76,7 +75,6 @@ public:
     void scaleChanged() override;
 
 protected:
-    void resizeEvent(QResizeEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:

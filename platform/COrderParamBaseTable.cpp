@@ -32,6 +32,7 @@ constexpr int kDaySeconds = 86400;
 constexpr int kDefaultStart = 9 * 3600 + 30 * 60;
 constexpr int kDefaultEnd = 15 * 3600;
 constexpr int kHelpButtonId = 220;
+constexpr int kRowHeight = 24;
 
 struct NamedType
 {
@@ -231,6 +232,8 @@ void COrderParamBaseTable::createUi()
 
 void COrderParamBaseTable::addRow(int item, const QString &label, QWidget *field)
 {
+    // Rows as high as the form's own cells, so that a block shows most of them without scrolling.
+    field->setMaximumHeight(kRowHeight);
     m_layout->addRow(label, field);
     m_rows.insert(item, field);
 }

@@ -4,7 +4,8 @@
 
 #include <QComboBox>
 #include <QDoubleSpinBox>
-#include <QFormLayout>
+#include <QGridLayout>
+#include <QLabel>
 
 #include <iterator>
 
@@ -28,10 +29,12 @@ CTrdAlgoBaseTable::CTrdAlgoBaseTable(ttservice::EOrderType orderType, const QStr
         m_strategyCombo = new QComboBox(this);
         m_strategyCombo->setObjectName(QStringLiteral("algo_strategy_combo"));
     }
-    m_layout = new QFormLayout(this);
+    m_layout = new QGridLayout(this);
     for (const Item &item : kItems) {
+        m_labels.insert(item.id, new QLabel(QString::fromUtf8(item.label), this));
         auto *cell = new QDoubleSpinBox(this);
         cell->setObjectName(QString::number(item.id));
+        cell->setMaximumHeight(24);
         cell->setRange(0, item.maximum);
         cell->setDecimals(item.id == ItemMoneyLimit ? 2 : 0);
         m_cells.insert(item.id, cell);
@@ -43,8 +46,13 @@ CTrdAlgoBaseTable::CTrdAlgoBaseTable(ttservice::EOrderType orderType, const QStr
     }
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->setSpacing(2);
-    for (const Item &item : kItems)
-        m_layout->addRow(QString::fromUtf8(item.label), m_cells.value(item.id));
+    // Two numbers a row: the block above the table is only some two hundred pixels high.
+    int index = 0;
+    for (const Item &item : kItems) {
+        m_layout->addWidget(m_labels.value(item.id), index / 2, index % 2 * 2);
+        m_layout->addWidget(m_cells.value(item.id), index / 2, index % 2 * 2 + 1);
+        ++index;
+    }
 
     if (m_strategyCombo)
         connect(m_strategyCombo, QOverload<int>::of(&QComboBox::activated), this, &CTrdAlgoBaseTable::sigChanged);
@@ -101,7 +109,7 @@ void CTrdAlgoBaseTable::setItemHidden(int item, bool hidden)
     else
         m_hiddenItems.remove(item);
     cell->setHidden(hidden);
-    if (QWidget *label = m_layout->labelForField(cell))
+    if (QLabel *label = m_labels.value(item))
         label->setHidden(hidden);
 }
 

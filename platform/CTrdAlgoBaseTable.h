@@ -12,7 +12,8 @@
 
 class QComboBox;
 class QDoubleSpinBox;
-class QFormLayout;
+class QGridLayout;
+class QLabel;
 
 namespace TC {
 
@@ -86,7 +87,8 @@ private:
     ttservice::EOrderType m_orderType;
     QStringList m_strategies;
     QComboBox *m_strategyCombo = nullptr;
-    QFormLayout *m_layout = nullptr;
+    QGridLayout *m_layout = nullptr;
+    QMap<int, QLabel *> m_labels;
     QMap<int, QDoubleSpinBox *> m_cells;
     QSet<int> m_hiddenItems;
 };
