@@ -145,6 +145,19 @@ TEST_F(FormBlocks, creditOperationComesFromItsButtonsAndTheContractKind)
     EXPECT_TRUE(form->contractRow()->isHidden());
 }
 
+TEST_F(FormBlocks, expandButtonUnfoldsTheBlocksOfTheTabOnly)
+{
+    make();
+    onTab(TOT_ALL);
+    form->handleEvent(5, 9, 0, QString(), nullptr);
+    EXPECT_TRUE(form->isExpanded());
+    EXPECT_FALSE(form->buySellWidget()->getBuyParam()->table()->expandItemsHidden());
+    EXPECT_FALSE(form->buySellWidget()->getSellParam()->table()->expandItemsHidden());
+    EXPECT_TRUE(form->stockParams()->table()->expandItemsHidden());
+    form->handleEvent(5, 9, 0, QString(), nullptr);
+    EXPECT_TRUE(form->buySellWidget()->getBuyParam()->table()->expandItemsHidden());
+}
+
 TEST_F(FormBlocks, withoutTheOneKeyBlockTypesAreUnknown)
 {
     luawrapper::LuaModuleCtrl::instance()->setModule("mdl_order_compose_basket_buy_sell", false);
