@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QComboBox>
 #include <QSignalSpy>
 
 namespace {
@@ -186,6 +187,18 @@ TEST_F(ModeWidgets, futuresTextRestoresTheCurrentOperationsSetting)
     EXPECT_EQ(target->buttonGroup()->checkedId(), 57);
     EXPECT_DOUBLE_EQ(step(target->getParamWidget()), 0.6);
     EXPECT_DOUBLE_EQ(target->orderSettings().value(0).m_stepValue, 0.2);
+}
+
+TEST_F(ModeWidgets, aUserChangeInABlockClimbsToTheForm)
+{
+    auto *futures = new TC::COpBasketFtrBuySellWidget(&parent);
+    auto *combo = futures->getParamWidget()->table()->findChild<QComboBox *>(QStringLiteral("order_type_combo"));
+    ASSERT_NE(combo, nullptr);
+    combo->setCurrentIndex(combo->findData(4));
+    Q_EMIT combo->activated(combo->currentIndex());
+    ASSERT_EQ(parent.seen.size(), 1u);
+    EXPECT_EQ(parent.seen[0].event, 114);
+    EXPECT_EQ(futures->getParamWidget()->getOrderType(), 4);
 }
 
 // --- one-key buy and sell ---
