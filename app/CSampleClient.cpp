@@ -123,6 +123,8 @@ void CSampleClient::install(const CSampleData &data, int role)
     user->baskets().insert(index300.m_name, index300);
     for (const TC::CBasketSetting &basket : data.customBaskets())
         user->baskets().insert(basket.m_name, basket);
+    const TC::CBasketSetting futures = data.futuresBasket();
+    user->baskets().insert(futures.m_name, futures);
 
     // Two stocks that some accounts may not buy, one of them with a replacement.
     auto keyOf = [&data](int i) {

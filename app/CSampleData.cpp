@@ -1,5 +1,10 @@
 #include "CSampleData.h"
 
+#include "COpBasketFutureParamsWidget.h"
+
+#include <QDateTime>
+#include <QStringList>
+
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -61,20 +66,26 @@ CSampleData::CSampleData()
         m_stocks.push_back(stock);
     }
 
+    // The contracts of the current month, named from today's date as the exchange lists them,
+    // so that the hedge and the futures tabs find them on any day the demo runs.
+    const QStringList listed = TC::COpBasketFutureParamsWidget::listedIndexFutures(QDateTime::currentSecsSinceEpoch());
     const struct
     {
-        const char *code;
+        const char *prefix;
         const char *name;
         double close;
         int multiple;
-    } futures[] = {{"IF2412", "沪深300指数2412", 3920.0, 300},
-                   {"IH2412", "上证50指数2412", 2650.0, 300},
-                   {"IC2412", "中证500指数2412", 5810.0, 200}};
+    } futures[] = {{"IF", "沪深300指数", 3920.0, 300}, {"IH", "上证50指数", 2650.0, 300}, {"IC", "中证500指数", 5810.0, 200}};
     for (const auto &f : futures) {
+        const auto current = std::find_if(listed.cbegin(), listed.cend(), [&f](const QString &code) {
+            return code.startsWith(QLatin1String(f.prefix));
+        });
+        if (current == listed.cend())
+            continue;
         CSampleInstrument future;
         future.market = QStringLiteral("CFFEX");
-        future.code = QString::fromLatin1(f.code);
-        future.name = QString::fromUtf8(f.name);
+        future.code = *current;
+        future.name = QString::fromUtf8(f.name) + current->mid(2);
         future.lastClose = f.close;
         future.priceTick = 0.2;
         future.volumeMultiple = f.multiple;
@@ -153,6 +164,28 @@ QVector<TC::CBasketSetting> CSampleData::customBaskets() const
         baskets.push_back(basket);
     }
     return baskets;
+}
+
+TC::CBasketSetting CSampleData::futuresBasket() const
+{
+    TC::CBasketSetting basket;
+    basket.m_name = QStringLiteral("股指期货组合");
+    basket.m_basketKind = 0;
+    basket.m_brokerType = ttservice::BROKER_TYPE_FUTURE;
+    // Long the large caps, short the small ones: the one-key futures tab trades both sides.
+    const int lots[] = {2, 1, 1};
+    const ttservice::EOperationType sides[] = {ttservice::OT_BUY, ttservice::OT_BUY, ttservice::OT_SELL};
+    for (int i = 0; i < m_futures.size() && i < 3; ++i) {
+        TC::CBasketStockData row;
+        row.m_market = m_futures[i].market;
+        row.m_stockCode = m_futures[i].code;
+        row.m_stockName = m_futures[i].name;
+        row.m_volume = lots[i];
+        row.m_weight = 100.0 / 3;
+        row.m_operationType = sides[i];
+        basket.m_stocks.push_back(row);
+    }
+    return basket;
 }
 
 QVector<TC::CPriceData> CSampleData::openingQuotes() const

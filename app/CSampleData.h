@@ -33,6 +33,8 @@ public:
     TC::CBasketSetting indexBasket() const;
     // Smaller baskets of the user's own.
     QVector<TC::CBasketSetting> customBaskets() const;
+    // Index futures of the current month, both directions, for the futures tabs.
+    TC::CBasketSetting futuresBasket() const;
 
     // A first quote for every instrument, at its last close.
     QVector<TC::CPriceData> openingQuotes() const;

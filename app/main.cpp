@@ -59,6 +59,38 @@ void chooseBasket(TC::CBasketOperationPanel *panel, const QString &name)
     form->basketsCombo()->setBasket(name, false);
 }
 
+// The tabs by the names the --tab option takes.
+quint64 tabWordOf(const QString &name)
+{
+    const struct
+    {
+        const char *name;
+        quint64 word;
+    } tabs[] = {{"buy", TC::TOT_BUY},       {"sell", TC::TOT_SELL},     {"onekey", TC::TOT_ALL},
+                {"credit", TC::TOT_CREDIT}, {"futures", TC::TOT_FUTURE}, {"onekeyfutures", TC::TOT_ONEKEY_FUTURE},
+                {"hgt", TC::TOT_HGT}};
+    for (const auto &tab : tabs) {
+        if (name == QLatin1String(tab.name))
+            return tab.word;
+    }
+    return 0;
+}
+
+// A press of the tab button, as the user makes it.
+void chooseTab(TC::CBasketOperationPanel *panel, quint64 word)
+{
+    TC::COperationBasketWidget *basketWidget = panel ? panel->basketWidget() : nullptr;
+    if (basketWidget && basketWidget->paramsWidget())
+        basketWidget->paramsWidget()->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr);
+}
+
+// A press of the order button.
+void placeOrder(TC::CBasketOperationPanel *panel)
+{
+    if (TC::COperationBasketWidget *basketWidget = panel ? panel->basketWidget() : nullptr)
+        basketWidget->handleEvent(1046, 0, 0, QString(), nullptr);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -82,9 +114,18 @@ int main(int argc, char **argv)
         QStringLiteral("Start with this stored basket chosen for the first account, as a user would (a screenshot "
                        "starts with \"大盘蓝筹\"; \"\" chooses none)."),
         QStringLiteral("NAME"));
+    const QCommandLineOption tabOption(
+        QStringLiteral("tab"),
+        QStringLiteral("Start on this tab: buy, sell, onekey, credit, futures, onekeyfutures or hgt (the futures tabs "
+                       "want --basket 股指期货组合)."),
+        QStringLiteral("NAME"));
+    const QCommandLineOption placeOption(QStringLiteral("place"),
+                                         QStringLiteral("Press the order button once the list is sized; the order is printed."));
     parser.addOption(roleOption);
     parser.addOption(screenshotOption);
     parser.addOption(basketOption);
+    parser.addOption(tabOption);
+    parser.addOption(placeOption);
     parser.process(app);
 
     bool roleOk = false;
@@ -94,6 +135,11 @@ int main(int argc, char **argv)
         return 2;
     }
     const bool screenshot = parser.isSet(screenshotOption);
+    const quint64 tab = parser.isSet(tabOption) ? tabWordOf(parser.value(tabOption)) : TC::TOT_BUY;
+    if (tab == 0) {
+        std::fprintf(stderr, "basket-demo: no tab named \"%s\"\n", qPrintable(parser.value(tabOption)));
+        return 2;
+    }
 
     const CSampleData data;
     CSampleClient::install(data, role);
@@ -121,11 +167,17 @@ int main(int argc, char **argv)
         window.appendLog(QStringLiteral("消息 ") + call.m_text);
     });
     window.show();
+    if (tab != TC::TOT_BUY)
+        chooseTab(window.panel(), tab);
     const QString basket = parser.isSet(basketOption) ? parser.value(basketOption)
                                                       : (screenshot ? QStringLiteral("大盘蓝筹") : QString());
     if (!basket.isEmpty())
         chooseBasket(window.panel(), basket);
 
+    if (parser.isSet(placeOption)) {
+        // The quotes of a new list come from the event loop: place once they have sized it.
+        QTimer::singleShot(200, &window, [&window] { placeOrder(window.panel()); });
+    }
     if (screenshot) {
         const QString file = parser.value(screenshotOption);
         QTimer::singleShot(300, &window, [&window, file] {

@@ -1,12 +1,18 @@
 #include "COpBasketParamsWidget.h"
 
+#include "COpBasketBuySellWidget.h"
+#include "COpBasketCrdBuySellWidget.h"
+#include "COpBasketFtrBuySellWidget.h"
+#include "COpBasketFtrOneKeyWidget.h"
 #include "COpBasketParamsButtonsBar.h"
 #include "COpBasketReplaceStockToolBar.h"
+#include "COpBasketStockParamsWidget.h"
 #include "COpBasketsComboBox.h"
 
 #include "CBasketParamTabButton.h"
 #include "CComboBox.h"
 #include "CComboxNameWidget.h"
+#include "CGlobalOrderParamTable.h"
 #include "CJiuGongImageWidget.h"
 #include "CMessageTip.h"
 #include "COpAccountsWidget.h"
@@ -119,6 +125,7 @@ void COpBasketParamsWidget::createUi()
     m_tabGroup = new COperationPushButtonGroup(Qt::Vertical, 0, 0, 1, root);
     m_rightList = new WK::CWidgetList(Qt::Vertical, root);
     m_settingBar = new COpBasketParamsExpandBar(5, QStringLiteral("组合交易设置"), this);
+    createModeBlocks();
     m_expandBtn = new WK::CPushButton(9, this);
     auto *accountBar = new COpBasketParamsExpandBar(7, QStringLiteral("账号选择"), this);
     m_accountsWidget = new COpAccountsWidget(8, 1, 1, this);
@@ -152,6 +159,12 @@ void COpBasketParamsWidget::createUi()
     m_rightList->setMargin(0, 0, 0, 0);
     m_rightList->setSpacing(0);
     m_rightList->addFixedWidget(m_settingBar, 3, 0);
+    for (QWidget *block : {static_cast<QWidget *>(m_stockParams), static_cast<QWidget *>(m_buySellWidget),
+                           static_cast<QWidget *>(m_crdWidget), static_cast<QWidget *>(m_ftrWidget),
+                           static_cast<QWidget *>(m_ftrOneKeyWidget), static_cast<QWidget *>(m_ggtWidget)}) {
+        if (block)
+            m_rightList->addFixedWidget(block, 3, 0);
+    }
     m_rightList->addFixedWidget(m_expandBtn, 0, 0);
     m_rightList->addFixedWidget(accountBar, 3, 0);
     m_rightList->addStretchWidget(m_accountsWidget, 1, 3, 0);
@@ -168,6 +181,32 @@ void COpBasketParamsWidget::createUi()
     if (isTraderSide())
         disableForTrader();
     setCurrentOperationType(TOT_BUY);
+}
+
+void COpBasketParamsWidget::createModeBlocks()
+{
+    const bool futures = moduleOn("mdl_order", "mdl_order_compose_futures");
+    m_stockParams = new COpBasketStockParamsWidget(ttservice::BROKER_TYPE_STOCK, this, ttservice::VQ_TRADER_BASKET);
+    m_stockParams->setFixedHeight(210);
+    m_stockParams->resetStrategyType(ttservice::ORDER_TYPE_VWAPPLUS, QStringLiteral("VWAPPLUS"));
+    if (moduleOn("mdl_order", "mdl_order_compose_basket_buy_sell"))
+        m_buySellWidget = new COpBasketBuySellWidget(ttservice::BROKER_TYPE_STOCK, this);
+    if (moduleOn("mdl_order", "mdl_order_compose_credits"))
+        m_crdWidget = new COpBasketCrdBuySellWidget(this);
+    if (futures)
+        m_ftrWidget = new COpBasketFtrBuySellWidget(this);
+    if (futures && moduleOn("mdl_order", "mdl_order_compose_one_key_futures"))
+        m_ftrOneKeyWidget = new COpBasketFtrOneKeyWidget(this);
+    if (hasComposeGgtType())
+        m_ggtWidget = new COpBasketBuySellWidget(ttservice::BROKER_TYPE_HGT, this);
+    for (QWidget *block : {static_cast<QWidget *>(m_buySellWidget), static_cast<QWidget *>(m_crdWidget),
+                           static_cast<QWidget *>(m_ftrWidget), static_cast<QWidget *>(m_ftrOneKeyWidget),
+                           static_cast<QWidget *>(m_ggtWidget)}) {
+        if (!block)
+            continue;
+        block->setFixedHeight(220);
+        block->hide();
+    }
 }
 
 WK::CParameterCell *COpBasketParamsWidget::makeCell(int id, const QString &label, const QString &unit, QWidget *parent)
@@ -300,8 +339,12 @@ WK::CBaseWidget *COpBasketParamsWidget::createOtherParams()
 
 void COpBasketParamsWidget::disableForTrader()
 {
-    for (QWidget *widget : {static_cast<QWidget *>(m_accountsWidget), static_cast<QWidget *>(m_otherParams)})
-        widget->setEnabled(false);
+    for (QWidget *widget : {static_cast<QWidget *>(m_accountsWidget), static_cast<QWidget *>(m_otherParams),
+                            static_cast<QWidget *>(m_stockParams), static_cast<QWidget *>(m_buySellWidget),
+                            static_cast<QWidget *>(m_ftrWidget), static_cast<QWidget *>(m_ftrOneKeyWidget)}) {
+        if (widget)
+            widget->setEnabled(false);
+    }
     if (m_hedgeWidget) {
         m_hedgeWidget->setAutoHedge(false);
         m_hedgeWidget->setEnabled(false);
@@ -381,8 +424,7 @@ quint64 COpBasketParamsWidget::getGgtTradeOpType(quint64 word) const
 
 int COpBasketParamsWidget::getOptTypeByCompact() const
 {
-    // The credit block that chooses the operation arrives with the mode blocks.
-    const int op = -1;
+    const int op = m_crdWidget ? m_crdWidget->currentOpt() : -1;
     if (moduleOn("mdl_order", "mdl_order_credit_has_special_opt") && m_contractCombo && m_tradeOpType == TOT_CREDIT
         && (op == 21 || op == 22) && m_contractCombo->currentData().toInt() == 49)
         return op == 21 ? 1010 : 1011;
@@ -523,6 +565,9 @@ void COpBasketParamsWidget::doShortCutOrder(int key, QKeyEvent *)
     if (m_tradeOpType != word) {
         // The first press only switches the tab, so that the user sees what the next one sends.
         handleEvent(5, static_cast<int>(word), 0, QString(), nullptr);
+    } else if (m_buySellWidget) {
+        // Placing by key is a feature of the deployments that have the one-key block.
+        deliverEvent(1046, 0, 0, QString(), nullptr);
     }
 }
 

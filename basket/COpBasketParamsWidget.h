@@ -38,6 +38,12 @@ class CWidgetList;
 namespace TC {
 
 class CComboxNameWidget;
+class CGlobalOrderParamTable;
+class COpBasketBuySellWidget;
+class COpBasketCrdBuySellWidget;
+class COpBasketFtrBuySellWidget;
+class COpBasketFtrOneKeyWidget;
+class COpBasketStockParamsWidget;
 class CPriceData;
 class CQuoteRequest;
 struct COpBasketOrder;
@@ -121,8 +127,15 @@ public:
     int getTradePlatform() const;
     std::string get3rdPartyTradeParam() const;
     bool getTraderChangeEnable() const;
-    // The order blocks' log of their parameters, sent with the order; empty without the blocks.
-    std::string getCmdLog() const { return std::string(); }
+    // The order block's log of its parameters, sent with the order; empty without the block.
+    std::string getCmdLog() const;
+    // The block that stands for an operation on the current tab.
+    COpBasketStockParamsWidget *getParamWidget(int operation) const;
+    // The first table of the tab's blocks that carries an outside platform's algorithm.
+    CGlobalOrderParamTable *getAlgorithmTable() const;
+    // Price and order type of the tab's block for the operation; -1 without the block.
+    int getPriceType(int operation) const;
+    int getOrderType(int operation) const;
     static int getIndexVolume(const QString &market, const QString &code);
     void getIndexDataByBasket(double &indexValue, int &indexCount) const;
 
@@ -162,6 +175,14 @@ public:
     CComboxNameWidget *volumnRow() const { return m_volumnRow; }
     WK::CParameterCell *cell(int which) const;
     COpBasketFutureParamsWidget *hedgeWidget() const { return m_hedgeWidget; }
+    COpBasketStockParamsWidget *stockParams() const { return m_stockParams; }
+    COpBasketBuySellWidget *buySellWidget() const { return m_buySellWidget; }
+    COpBasketCrdBuySellWidget *crdWidget() const { return m_crdWidget; }
+    COpBasketFtrBuySellWidget *ftrWidget() const { return m_ftrWidget; }
+    COpBasketFtrOneKeyWidget *ftrOneKeyWidget() const { return m_ftrOneKeyWidget; }
+    COpBasketBuySellWidget *ggtWidget() const { return m_ggtWidget; }
+    COpBasketParamsExpandBar *settingBar() const { return m_settingBar; }
+    bool isExpanded() const { return m_expanded; }
     WK::CPushButton *adjustButton() const { return m_adjustBtn; }
     WK::CWidgetList *contractRow() const { return m_contractRow; }
     WK::CComboBox *contractCombo() const { return m_contractCombo; }
@@ -208,6 +229,15 @@ private:
     void reSetCopisesCell();
     void updateAccountsEnabled();
     void showTabBlocks(quint64 tabWord);
+    void createModeBlocks();
+    // The mode widget of a tab word, null for a word without one.
+    QWidget *modeWidgetOf(quint64 word) const;
+    // Price and order type for the rows of one direction (one-key futures) or of the form's
+    // operation; the values stay as they are when the tab's block is missing.
+    void orderTypesForRow(int rowOperation, ttservice::EPriceType &priceType, ttservice::EOrderType &orderType) const;
+    COpBasketStockParamsWidget *blockForRow(int rowOperation) const;
+    // Every block of the current tab's mode widget.
+    QVector<COpBasketStockParamsWidget *> tabBlocks() const;
 
     // --- the computing side ---
     void genOperation();
@@ -241,6 +271,12 @@ private:
 
     COperationPushButtonGroup *m_tabGroup = nullptr;
     COpBasketParamsExpandBar *m_settingBar = nullptr;
+    COpBasketStockParamsWidget *m_stockParams = nullptr;
+    COpBasketBuySellWidget *m_buySellWidget = nullptr;
+    COpBasketCrdBuySellWidget *m_crdWidget = nullptr;
+    COpBasketFtrBuySellWidget *m_ftrWidget = nullptr;
+    COpBasketFtrOneKeyWidget *m_ftrOneKeyWidget = nullptr;
+    COpBasketBuySellWidget *m_ggtWidget = nullptr;
     WK::CWidgetList *m_rightList = nullptr;
     WK::CPushButton *m_expandBtn = nullptr;
     bool m_expanded = false;

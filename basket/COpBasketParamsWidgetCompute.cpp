@@ -1,7 +1,12 @@
 // The computing side of the parameter form: from the picker's rows to the order list.
 #include "COpBasketParamsWidget.h"
 
+#include "COpBasketBuySellWidget.h"
+#include "COpBasketCrdBuySellWidget.h"
+#include "COpBasketFtrBuySellWidget.h"
+#include "COpBasketFtrOneKeyWidget.h"
 #include "COpBasketOrder.h"
+#include "COpBasketStockParamsWidget.h"
 #include "COpBasketParamsButtonsBar.h"
 #include "COpBasketReplaceStockToolBar.h"
 #include "COpBasketsComboBox.h"
@@ -10,6 +15,7 @@
 #include "CAccountData.h"
 #include "CBlackAndWhiteListService.h"
 #include "CExchangeClient.h"
+#include "CGlobalOrderParamTable.h"
 #include "CLogCenter.h"
 #include "COpAccountsWidget.h"
 #include "COpBasketFutureParamsWidget.h"
@@ -224,8 +230,15 @@ void COpBasketParamsWidget::slotRecalcOperationParam(QString stockKey)
 
 std::vector<CCodeOrderParam> *COpBasketParamsWidget::getCodeOrderParams()
 {
-    // The per-line order blocks (time periods, single-code parameters) come with the mode
-    // widgets; without them the lines keep what the sizing gave them.
+    if (m_stockParams) {
+        for (CCodeOrderParam &line : m_orderParams) {
+            const COpBasketStockParamsWidget *block = getParamWidget(line.m_operationType);
+            if (block && block->table())
+                block->table()->transferTimePeriod(&line);
+        }
+        if (m_tradeOpType == TOT_BUY || m_tradeOpType == TOT_SELL)
+            m_stockParams->updateSingleCodeOrderParam(m_orderParams);
+    }
     fillOrderParamPrice();
     return &m_orderParams;
 }
@@ -235,8 +248,53 @@ void COpBasketParamsWidget::updateCodeOrderParam()
     const quint32 now = static_cast<quint32>(getTimeService()->currentTime());
     if (now - m_lastGenTime < 30)
         return;
-    // The single-code block that refreshes the lines is one of the mode widgets; there is
-    // nothing to refresh while the form has none.
+    if (m_stockParams && (m_tradeOpType == TOT_BUY || m_tradeOpType == TOT_SELL))
+        m_stockParams->updateSingleCodeOrderParam(m_orderParams);
+}
+
+COpBasketStockParamsWidget *COpBasketParamsWidget::blockForRow(int rowOperation) const
+{
+    const bool buy = rowOperation == ttservice::OT_BUY;
+    const bool sell = rowOperation == ttservice::OT_SELL;
+    switch (m_tradeOpType) {
+    case TOT_ALL:
+        if (m_buySellWidget && (buy || sell))
+            return buy ? m_buySellWidget->getBuyParam() : m_buySellWidget->getSellParam();
+        return buy || sell ? nullptr : m_stockParams;
+    case TOT_HGT:
+    case TOT_SGT:
+        return m_ggtWidget ? (buy ? m_ggtWidget->getBuyParam() : m_ggtWidget->getSellParam()) : nullptr;
+    case TOT_FUTURE:
+        return m_ftrWidget ? m_ftrWidget->getParamWidget() : nullptr;
+    case TOT_CREDIT:
+        return m_crdWidget ? m_crdWidget->getParamWidget() : nullptr;
+    case TOT_ONEKEY_FUTURE:
+        if (m_ftrOneKeyWidget && (buy || sell))
+            return buy ? m_ftrOneKeyWidget->getBuyParam() : m_ftrOneKeyWidget->getSellParam();
+        return buy || sell ? nullptr : m_stockParams;
+    default:
+        return m_stockParams;
+    }
+}
+
+void COpBasketParamsWidget::orderTypesForRow(int rowOperation, ttservice::EPriceType &priceType,
+                                             ttservice::EOrderType &orderType) const
+{
+    if (m_tradeOpType != TOT_ONEKEY_FUTURE) {
+        priceType = static_cast<ttservice::EPriceType>(getPriceType(m_operationType));
+        orderType = static_cast<ttservice::EOrderType>(getOrderType(m_operationType));
+        return;
+    }
+    // A one-key futures row takes its side's block; without one the previous row's types stay.
+    const COpBasketStockParamsWidget *block = nullptr;
+    if (m_ftrOneKeyWidget && rowOperation == ttservice::OT_BUY)
+        block = m_ftrOneKeyWidget->getBuyParam();
+    else if (m_ftrOneKeyWidget && rowOperation == ttservice::OT_SELL)
+        block = m_ftrOneKeyWidget->getSellParam();
+    if (block) {
+        priceType = block->getPriceType();
+        orderType = block->getOrderType();
+    }
 }
 
 // --- filters and prices ---
@@ -547,8 +605,7 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
                 QString::fromStdString(utils::vqStockKey(stockInfo.m_market, stockInfo.m_stockCode))))
             stoppedMoney += volume * refPrice;
 
-        // The price and order types come from the mode blocks of the tab; without them the
-        // service's default price is asked for.
+        orderTypesForRow(row.m_operationType, priceType, orderType);
         const double calcPrice = quote ? quote->getPriceForCalc(priceType, static_cast<ttservice::EOperationType>(m_operationType),
                                                                 orderType, 0, nullptr)
                                        : ttservice::NO_VALUE;
@@ -596,7 +653,7 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
         if (touchModule)
             templateLine.m_touchType = row.m_touchType;
         // The connect, credit and one-key futures blocks price their lines themselves; a
-        // one-key futures row of neither direction falls to the plain stock block.
+        // one-key row of neither direction falls to the plain stock block, which takes it.
         const bool directed = row.m_operationType == ttservice::OT_BUY || row.m_operationType == ttservice::OT_SELL;
         const bool rowPriceApplied = m_tradeOpType != TOT_HGT && m_tradeOpType != TOT_SGT && m_tradeOpType != TOT_CREDIT
             && !(m_tradeOpType == TOT_ONEKEY_FUTURE && directed);
@@ -607,6 +664,8 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
                 continue;
             const int64_t lineVolume = useSplit ? split[k] : volume;
             CCodeOrderParam line = templateLine;
+            if (const COpBasketStockParamsWidget *block = blockForRow(row.m_operationType))
+                block->fillParams(key, static_cast<int>(lineVolume), line, ttservice::NO_VALUE);
             if (rowPriceApplied && fixedPrice) {
                 line.m_priceType = ttservice::PRICE_TYPE_FIXED;
                 line.m_price = row.m_price;
@@ -647,10 +706,14 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
     return true;
 }
 
-void COpBasketParamsWidget::fillCompParams(CCodeOrderParam *, ttservice::EOperationType)
+void COpBasketParamsWidget::fillCompParams(CCodeOrderParam *param, ttservice::EOperationType operation)
 {
-    // A line's order parameters are rebuilt by the block of its operation, one of the mode
-    // widgets; without them the line keeps what it has.
+    // A line switched to the other direction takes the order parameters of that side's block.
+    const COpBasketStockParamsWidget *block = getParamWidget(operation);
+    if (!param || !block)
+        return;
+    const QString key = QString::fromStdString(utils::vqStockKey(param->m_stockInfo.m_market, param->m_stockInfo.m_stockCode));
+    block->fillParams(key, static_cast<int>(param->m_volume), *param, ttservice::NO_VALUE);
 }
 
 bool COpBasketParamsWidget::fillClipboard(QVector<CCodeOrderParam> &params, QString &error)

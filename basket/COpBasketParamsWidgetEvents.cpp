@@ -2,11 +2,17 @@
 // and what the operator's log records.
 #include "COpBasketParamsWidget.h"
 
+#include "COpBasketBuySellWidget.h"
+#include "COpBasketCrdBuySellWidget.h"
+#include "COpBasketFtrBuySellWidget.h"
+#include "COpBasketFtrOneKeyWidget.h"
+#include "COpBasketStockParamsWidget.h"
 #include "COpBasketsComboBox.h"
 
 #include "CAlgorithmHelpDialog.h"
 #include "CCommonHelpDialog.h"
 #include "CComboBox.h"
+#include "CGlobalOrderParamTable.h"
 #include "CLogCenter.h"
 #include "CMessageTip.h"
 #include "COpAccountsWidget.h"
@@ -17,6 +23,7 @@
 #include "CSimpleTextWidget.h"
 #include "ChineseNumerals.h"
 #include "CUserConfig.h"
+#include "CWidgetList.h"
 #include "LuaModuleCtrl.h"
 
 #include "DoubleCompare.h"
@@ -143,6 +150,8 @@ bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString te
             logUserAction(boost::format("User %1% Modify tradeOperType: %2%") % userId.toStdString() % word);
         } else if (id == 2) {
             m_locked = !m_locked;
+            if (m_stockParams && m_stockParams->table())
+                m_stockParams->table()->setEnabled(!m_locked);
             if (m_hedgeWidget)
                 m_hedgeWidget->setLocked(m_locked);
             // The ratio cell stays as it is: it is shared with modes the lock does not fix.
@@ -153,9 +162,15 @@ bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString te
             }
         } else if (id == 62) {
             CCommonHelpDialog::doHelp();
+        } else if (id == 9 && m_stockParams && m_expandBtn) {
+            m_expanded = !m_expanded;
+            m_expandBtn->setIconKey(m_expanded ? QStringLiteral("tc_img_operation_contract_btn")
+                                               : QStringLiteral("tc_img_operation_expand_btn"));
+            for (COpBasketStockParamsWidget *block : tabBlocks())
+                block->setExpandItemsHidden(!m_expanded);
+            resetLayout();
         }
-        // Id 9 (expand the order blocks) and id 107 (position exchange) act on blocks the form
-        // creates with its mode widgets; without them there is nothing to do.
+        // Id 107 (position exchange) opens a dialog the panel does not hold yet.
         const quint64 tab = m_tradeOpType;
         if (m_accountsWidget)
             m_accountsWidget->setShowToolBar(tab != TOT_ONEKEY_FUTURE && tab != TOT_FUTURE && tab != TOT_ALL && tab != TOT_CREDIT);
@@ -214,8 +229,15 @@ bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString te
         return true;
     case 1137:
         if (id == 5) {
+            const quint64 tab = m_tradeOpType;
+            const bool ownTab = tab == TOT_BUY || tab == TOT_SELL || tab == TOT_ALL || tab == TOT_CREDIT
+                || tab == TOT_FUTURE || isConnectWord(tab);
+            if (QWidget *block = ownTab ? modeWidgetOf(tab) : m_ftrOneKeyWidget)
+                block->setVisible(value == 1);
             if (m_expandBtn)
                 m_expandBtn->setVisible(value == 1);
+            if (m_rightList)
+                m_rightList->updateWidgetLength();
             if (m_accountsWidget)
                 m_accountsWidget->setEnabled(value != 2);
         } else if (id == 6 && luawrapper::LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_compose_hedge"})) {
@@ -261,11 +283,24 @@ bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString te
                              - QPoint(m_hedgeSetting->width(), m_hedgeSetting->height()));
         keepOnScreen(m_hedgeSetting, m_hedgeWidget);
         return true;
+    case 1203: {
+        // One table's options are copied to the other side of the one-key tab.
+        COpBasketStockParamsWidget *buy = m_buySellWidget ? m_buySellWidget->getBuyParam() : nullptr;
+        COpBasketStockParamsWidget *sell = m_buySellWidget ? m_buySellWidget->getSellParam() : nullptr;
+        if (!buy || !sell || !buy->table() || !sell->table() || !data)
+            return true;
+        if (data == buy->table()) {
+            sell->table()->setCheckParam(buy->table()->loadCheckParam());
+            sell->table()->resetBtnType();
+        } else if (data == sell->table()) {
+            buy->table()->setCheckParam(sell->table()->loadCheckParam());
+            buy->table()->resetBtnType();
+        }
+        return true;
+    }
     case 1146:
     case 1149:
-    case 1203:
-        // The position exchange dialog and the buy and sell order tables answer these; the form
-        // has none of them yet, so there is nothing to pass on.
+        // The position exchange dialog answers these; the form has none yet.
         return true;
     case 1147:
         setCurrentOperationType(m_tradeOpType);

@@ -2,12 +2,18 @@
 // offers and which cells and rows are on view.
 #include "COpBasketParamsWidget.h"
 
-#include "COpBasketReplaceStockToolBar.h"
+#include "COpBasketBuySellWidget.h"
+#include "COpBasketCrdBuySellWidget.h"
+#include "COpBasketFtrBuySellWidget.h"
+#include "COpBasketFtrOneKeyWidget.h"
 #include "COpBasketParamsButtonsBar.h"
+#include "COpBasketReplaceStockToolBar.h"
+#include "COpBasketStockParamsWidget.h"
 #include "COpBasketsComboBox.h"
 
 #include "CComboBox.h"
 #include "CComboxNameWidget.h"
+#include "CGlobalOrderParamTable.h"
 #include "CMessageTip.h"
 #include "COpAccountsWidget.h"
 #include "COpBasketFutureParamsWidget.h"
@@ -19,6 +25,8 @@
 #include "CUserConfig.h"
 #include "CWidgetList.h"
 #include "LuaModuleCtrl.h"
+#include "DataHelper.h"
+#include "OperationHelpers.h"
 
 #include <QComboBox>
 
@@ -86,16 +94,22 @@ void COpBasketParamsWidget::setCurrentOperationType(quint64 word)
             m_accountsWidget->setTradeOpType(word);
         loadCurrentAccountTableParam();
         m_inOpTypeChange = false;
-        if (m_basketsCombo && isShowSystemBasket(m_tradeOpType))
-            m_basketsCombo->setBatchOp(QFlags<ETempBatchOrderFlag>(64), true);
+        if (m_basketsCombo) {
+            // Each tab offers its own temporary lists: a paste on one tab is not another's.
+            m_basketsCombo->reSetFlag(ETempBatchOrderFlags(QFlag(m_tabBaskets.value(word))));
+            if (isShowSystemBasket(m_tradeOpType))
+                m_basketsCombo->setBatchOp(QFlags<ETempBatchOrderFlag>(64), true);
+        }
     }
 
     const quint64 tab = m_tradeOpType;
     if ((tab & TOT_ALL_TABS_MASK) == 0 || !m_tabGroup)
         return;
 
+    showTabBlocks(tab);
     m_tabGroup->setCheckedByID(static_cast<int>(tab == TOT_SGT ? TOT_HGT : tab));
 
+    const bool expanded = m_settingBar && m_settingBar->isExpanded();
     int op = 18;
     switch (tab) {
     case TOT_BUY:
@@ -108,26 +122,73 @@ void COpBasketParamsWidget::setCurrentOperationType(quint64 word)
         setPickerBrokerType(ttservice::BROKER_TYPE_STOCK);
         break;
     case TOT_ALL:
-    case TOT_CREDIT:
-        m_operationType = tab == TOT_CREDIT ? getOptTypeByCompact() : -1;
-        if (tab == TOT_CREDIT)
-            op = m_operationType;
+        m_operationType = -1;
         setPickerBrokerType(ttservice::BROKER_TYPE_STOCK);
+        if (m_buySellWidget) {
+            if (expanded) {
+                m_buySellWidget->switchMode(TOT_ALL);
+                m_buySellWidget->show();
+                m_buySellWidget->setCheckByID(108);
+                op = m_buySellWidget->isCurrentBuy() ? 18 : 19;
+            } else {
+                m_buySellWidget->hide();
+            }
+        }
+        break;
+    case TOT_CREDIT:
+        m_operationType = -1;
+        setPickerBrokerType(ttservice::BROKER_TYPE_STOCK);
+        if (m_crdWidget) {
+            if (expanded) {
+                m_crdWidget->switchMode(TOT_CREDIT);
+                m_crdWidget->show();
+                m_operationType = getOptTypeByCompact();
+                op = m_operationType;
+            } else {
+                m_crdWidget->hide();
+            }
+        }
         break;
     case TOT_FUTURE:
+        setPickerBrokerType(ttservice::BROKER_TYPE_FUTURE);
+        m_operationType = -1;
+        if (m_ftrWidget) {
+            m_ftrWidget->setVisible(expanded);
+            if (expanded) {
+                m_operationType = m_ftrWidget->currentOpt();
+                op = m_operationType;
+                if (m_ftrWidget->getParamWidget() && m_ftrWidget->getParamWidget()->table())
+                    m_ftrWidget->getParamWidget()->table()->updateCmdLog();
+            }
+        }
+        break;
     case TOT_ONEKEY_FUTURE:
         m_operationType = -1;
         setPickerBrokerType(ttservice::BROKER_TYPE_FUTURE);
+        if (m_ftrOneKeyWidget) {
+            m_ftrOneKeyWidget->setVisible(expanded);
+            if (expanded) {
+                m_ftrOneKeyWidget->setCheckByID(60);
+                op = m_ftrOneKeyWidget->currentOpt();
+                m_ftrOneKeyWidget->updateCmdLog();
+            }
+        }
         break;
     case TOT_HGT:
     case TOT_SGT:
         m_operationType = -1;
         if (!isTraderSide())
             setPickerBrokerType(tab == TOT_HGT ? ttservice::BROKER_TYPE_HGT : ttservice::BROKER_TYPE_SGT);
+        if (m_ggtWidget) {
+            m_ggtWidget->setVisible(expanded);
+            m_ggtWidget->updateCmdLog();
+        }
         break;
     default:
         break;
     }
+    if (m_stockParams && (tab & (TOT_ALL | TOT_CREDIT | TOT_FUTURE | TOT_ONEKEY_FUTURE | TOT_HGT | TOT_SGT)) != 0)
+        m_stockParams->hide();
 
     if (m_accountsWidget) {
         if (isConnectTab(tab)) {
@@ -144,6 +205,8 @@ void COpBasketParamsWidget::setCurrentOperationType(quint64 word)
         if (tab == TOT_FUTURE)
             m_operationType = m_buttonsBar->getFutureOptType(static_cast<ttservice::EOperationType>(m_operationType));
     }
+    if (m_stockParams && (tab == TOT_BUY || tab == TOT_SELL))
+        m_stockParams->setOperationType(m_operationType);
     if (m_basketsCombo)
         m_basketsCombo->setOperationType(static_cast<ttservice::EOperationType>(op));
 
@@ -174,8 +237,200 @@ void COpBasketParamsWidget::setCurrentOperationType(quint64 word)
         const int o = m_operationType;
         m_contractRow->setVisible(tab == TOT_CREDIT && (o == 21 || o == 22 || o == 1010 || o == 1011));
     }
+    // No event 1072 here: the tab button's press tells the panel itself, and a switch asked
+    // for by the client must not reset the panel's filter boxes.
     resetLayout();
-    deliverEvent(1072, 0, static_cast<int>(tab), QString(), nullptr);
+}
+
+QWidget *COpBasketParamsWidget::modeWidgetOf(quint64 word) const
+{
+    switch (word) {
+    case TOT_BUY:
+    case TOT_SELL:
+        return m_stockParams;
+    case TOT_ALL:
+        return m_buySellWidget;
+    case TOT_CREDIT:
+        return m_crdWidget;
+    case TOT_FUTURE:
+        return m_ftrWidget;
+    case TOT_ONEKEY_FUTURE:
+        return m_ftrOneKeyWidget;
+    case TOT_HGT:
+    case TOT_SGT:
+        return m_ggtWidget;
+    default:
+        return nullptr;
+    }
+}
+
+void COpBasketParamsWidget::showTabBlocks(quint64 tabWord)
+{
+    const bool buySellOn = buySellModuleOn() && tabWord == TOT_ALL;
+    if (m_buySellWidget && !buySellOn)
+        m_buySellWidget->hide();
+    if (m_crdWidget && tabWord != TOT_CREDIT)
+        m_crdWidget->hide();
+    if (m_ftrWidget && tabWord != TOT_FUTURE)
+        m_ftrWidget->hide();
+    if (m_ftrOneKeyWidget && tabWord != TOT_ONEKEY_FUTURE)
+        m_ftrOneKeyWidget->hide();
+    // The connect block is shown again by its own tab's branch.
+    if (m_ggtWidget)
+        m_ggtWidget->hide();
+    if (m_stockParams && (tabWord & 0x7800) == 0)
+        m_stockParams->setVisible(m_settingBar && m_settingBar->isExpanded());
+}
+
+QVector<COpBasketStockParamsWidget *> COpBasketParamsWidget::tabBlocks() const
+{
+    QVector<COpBasketStockParamsWidget *> blocks;
+    switch (m_tradeOpType) {
+    case TOT_ALL:
+        if (m_buySellWidget)
+            blocks << m_buySellWidget->getBuyParam() << m_buySellWidget->getSellParam();
+        break;
+    case TOT_CREDIT:
+        if (m_crdWidget)
+            blocks << m_crdWidget->getParamWidget();
+        break;
+    case TOT_FUTURE:
+        if (m_ftrWidget)
+            blocks << m_ftrWidget->getParamWidget();
+        break;
+    case TOT_HGT:
+    case TOT_SGT:
+        if (m_ggtWidget)
+            blocks << m_ggtWidget->getBuyParam() << m_ggtWidget->getSellParam();
+        break;
+    case TOT_ONEKEY_FUTURE:
+        if (m_ftrOneKeyWidget)
+            blocks << m_ftrOneKeyWidget->getBuyParam() << m_ftrOneKeyWidget->getSellParam();
+        break;
+    default:
+        blocks << m_stockParams;
+        break;
+    }
+    blocks.removeAll(nullptr);
+    return blocks;
+}
+
+COpBasketStockParamsWidget *COpBasketParamsWidget::getParamWidget(int operation) const
+{
+    const auto op = static_cast<ttservice::EOperationType>(operation);
+    switch (m_tradeOpType) {
+    case TOT_ALL:
+        return m_buySellWidget ? (isBuy(op) ? m_buySellWidget->getBuyParam() : m_buySellWidget->getSellParam()) : nullptr;
+    case TOT_CREDIT:
+        return m_crdWidget ? m_crdWidget->getParamWidget() : nullptr;
+    case TOT_FUTURE:
+        return m_ftrWidget ? m_ftrWidget->getParamWidget() : nullptr;
+    case TOT_ONEKEY_FUTURE:
+        if (!m_ftrOneKeyWidget)
+            return nullptr;
+        return operation == 0 || operation == 12 || operation == 13 ? m_ftrOneKeyWidget->getBuyParam()
+                                                                    : m_ftrOneKeyWidget->getSellParam();
+    case TOT_HGT:
+    case TOT_SGT:
+        return m_ggtWidget ? (isBuy(op) ? m_ggtWidget->getBuyParam() : m_ggtWidget->getSellParam()) : nullptr;
+    default:
+        return m_stockParams;
+    }
+}
+
+CGlobalOrderParamTable *COpBasketParamsWidget::getAlgorithmTable() const
+{
+    QVector<COpBasketStockParamsWidget *> candidates;
+    switch (m_tradeOpType) {
+    case TOT_BUY:
+    case TOT_SELL:
+        candidates << m_stockParams;
+        break;
+    case TOT_CREDIT:
+        if (m_crdWidget)
+            candidates << m_crdWidget->getParamWidget();
+        break;
+    case TOT_FUTURE:
+        if (m_ftrWidget)
+            candidates << m_ftrWidget->getParamWidget();
+        break;
+    case TOT_ALL:
+        if (m_buySellWidget)
+            candidates << m_buySellWidget->getBuyParam() << m_buySellWidget->getSellParam();
+        break;
+    case TOT_HGT:
+    case TOT_SGT:
+        if (m_ggtWidget)
+            candidates << m_ggtWidget->getBuyParam() << m_ggtWidget->getSellParam();
+        break;
+    case TOT_ONEKEY_FUTURE:
+        if (m_ftrOneKeyWidget)
+            candidates << m_ftrOneKeyWidget->getBuyParam() << m_ftrOneKeyWidget->getSellParam();
+        break;
+    default:
+        break;
+    }
+    for (COpBasketStockParamsWidget *block : qAsConst(candidates)) {
+        if (block && block->table() && block->table()->isTrdParamTable())
+            return block->table();
+    }
+    return nullptr;
+}
+
+namespace {
+
+// The block of a two-sided mode widget that stands for the side of an operation.
+template <typename Widget>
+COpBasketStockParamsWidget *sideBlock(const Widget *widget, int operation)
+{
+    if (!widget)
+        return nullptr;
+    return isBuy(static_cast<ttservice::EOperationType>(operation)) ? widget->getBuyParam() : widget->getSellParam();
+}
+
+} // namespace
+
+int COpBasketParamsWidget::getPriceType(int operation) const
+{
+    const COpBasketStockParamsWidget *block = nullptr;
+    switch (m_tradeOpType) {
+    case TOT_ALL: block = sideBlock(m_buySellWidget, operation); break;
+    case TOT_HGT:
+    case TOT_SGT: block = sideBlock(m_ggtWidget, operation); break;
+    case TOT_CREDIT: block = m_crdWidget ? m_crdWidget->getParamWidget() : nullptr; break;
+    case TOT_FUTURE: block = m_ftrWidget ? m_ftrWidget->getParamWidget() : nullptr; break;
+    default: block = m_stockParams; break;
+    }
+    return block ? block->getPriceType() : -1;
+}
+
+int COpBasketParamsWidget::getOrderType(int operation) const
+{
+    const COpBasketStockParamsWidget *block = nullptr;
+    switch (m_tradeOpType) {
+    case TOT_ALL: block = sideBlock(m_buySellWidget, operation); break;
+    case TOT_HGT:
+    case TOT_SGT: block = sideBlock(m_ggtWidget, operation); break;
+    case TOT_CREDIT: block = m_crdWidget ? m_crdWidget->getParamWidget() : nullptr; break;
+    case TOT_FUTURE: block = m_ftrWidget ? m_ftrWidget->getParamWidget() : nullptr; break;
+    default: block = m_stockParams; break;
+    }
+    return block ? block->getOrderType() : -1;
+}
+
+std::string COpBasketParamsWidget::getCmdLog() const
+{
+    switch (m_tradeOpType) {
+    case TOT_ONEKEY_FUTURE: return m_ftrOneKeyWidget ? m_ftrOneKeyWidget->getCmdLog() : std::string();
+    case TOT_HGT:
+    case TOT_SGT: return m_ggtWidget ? m_ggtWidget->getCmdLog() : std::string();
+    case TOT_CREDIT: return m_crdWidget ? m_crdWidget->getCmdLog() : std::string();
+    case TOT_BUY:
+    case TOT_SELL: return m_stockParams ? m_stockParams->getCmdLog() : std::string();
+    case TOT_FUTURE: return m_ftrWidget ? m_ftrWidget->getCmdLog() : std::string();
+    case TOT_ALL: return m_buySellWidget ? m_buySellWidget->getCmdLog() : std::string();
+    default: return std::string();
+    }
 }
 
 void COpBasketParamsWidget::updateAccountsEnabled()
@@ -337,18 +592,39 @@ void COpBasketParamsWidget::resetLayout()
 
 void COpBasketParamsWidget::updateCmdParamVisible()
 {
-    // Whether an instruction order type is in use is read from the mode blocks' tables; until
-    // a block offers one, no instruction order type is in use.
-    const bool instructionOrder = false;
+    auto usesInstruction = [](const COpBasketStockParamsWidget *block) {
+        return block && block->getOrderType() == ttservice::ORDER_TYPE_INSTRUCTION;
+    };
+    const quint64 tab = m_tradeOpType;
+    const COpBasketStockParamsWidget *tabBlock = nullptr;
+    bool instructionOrder = false;
+    if (tab == TOT_ALL && m_buySellWidget) {
+        instructionOrder = usesInstruction(m_buySellWidget->getBuyParam()) || usesInstruction(m_buySellWidget->getSellParam());
+    } else if (tab == TOT_BUY || tab == TOT_SELL) {
+        tabBlock = m_stockParams;
+        instructionOrder = usesInstruction(tabBlock);
+    } else if (isConnectTab(tab) && m_ggtWidget) {
+        instructionOrder = usesInstruction(m_ggtWidget->getBuyParam()) || usesInstruction(m_ggtWidget->getSellParam());
+    } else if (tab == TOT_CREDIT && m_crdWidget) {
+        tabBlock = m_crdWidget->getParamWidget();
+        instructionOrder = usesInstruction(tabBlock);
+    }
+
+    const int role = getUserConfig()->getRole();
+    if (m_buttonsBar) {
+        m_buttonsBar->setCommandChangeVisible(instructionOrder && (role == 100 || role == 101));
+        m_buttonsBar->updateGeometry();
+    }
     const bool cmdShown = instructionOrder && isTraderSide();
     if (m_cmdRatioCell)
         m_cmdRatioCell->setVisible(cmdShown);
     if (m_cmdRatioRow)
         m_cmdRatioRow->setVisible(cmdShown);
     if (m_hedgeWidget) {
-        const quint64 tab = m_tradeOpType;
-        const bool show = tab == TOT_BUY || tab == TOT_SELL
-            || (tab == TOT_CREDIT && (m_operationType == 20 || m_operationType == 21));
+        // An algorithm order cannot be hedged by the panel: the algorithm decides the timing.
+        const bool plainOrder = tabBlock && !ttservice::DataHelper::isAlgoOrderType(tabBlock->getOrderType());
+        const bool show = plainOrder
+            && (tab == TOT_BUY || tab == TOT_SELL || (tab == TOT_CREDIT && (m_operationType == 20 || m_operationType == 21)));
         m_hedgeWidget->setVisible(show);
         if (!show)
             m_hedgeWidget->setAutoHedge(false);

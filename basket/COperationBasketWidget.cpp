@@ -360,6 +360,13 @@ bool COperationBasketWidget::handleEvent(int event, int id, int value, QString t
         if (m_paramsWidget)
             m_paramsWidget->updateBasketConfirmData();
         return true;
+    case 1075:
+        if (m_paramsWidget)
+            m_paramsWidget->fillCompParams(static_cast<ttservice::CCodeOrderParam *>(data),
+                                           static_cast<ttservice::EOperationType>(value));
+        if (m_replaceToolBar && m_editWidget)
+            m_replaceToolBar->setPortfolioEnabled(m_editWidget->getOrderParams());
+        return true;
     case 1208:
         if (m_paramsWidget)
             m_paramsWidget->selectAccount(text);

@@ -9,6 +9,8 @@
 #include "CPositionParam.h"
 #include "CVqOrderTag.h"
 #include "PanelEnums.h"
+#include "TaskImp.h"
+#include "TradeEnums.h"
 #include "sSplitCmdInfo.h"
 
 #include <boost/shared_ptr.hpp>
@@ -67,8 +69,14 @@ public:
     // for a trader. Changes nothing in the panel; the same list can be sent again.
     void doOperation();
     // Whether the list travels as an outside platform's algorithm order (1), as a plain basket
-    // order (0), or not at all (-1); fills the algorithm's parameter string and platform.
-    int fillAlgoParam(std::vector<ttservice::CCodeOrderParam> &orders, std::string &paramString, int &platform);
+    // order (0), or not at all (-1, after telling the user why where the algorithm service would
+    // not); fills the algorithm's parameter string and platform.
+    EBasketDoOperationType fillAlgoParam(std::vector<ttservice::CCodeOrderParam> &orders, std::string &paramString,
+                                         ttservice::ETradePlatform &platform);
+    // Stores the hedge of an instruction's new order under the order's tag and tells the hedge
+    // service; tasks is not read.
+    void onPlaceTask(const bson::BSONObj &hedgeObject, const QVector<boost::shared_ptr<ttservice::TaskImp>> &tasks,
+                     boost::shared_ptr<ttservice::CVqOrderTag> tag);
 
     COpBasketParamsWidget *paramsWidget() const { return m_paramsWidget; }
     COpBasketParamsEditWidget *editWidget() const { return m_editWidget; }
@@ -80,6 +88,11 @@ public:
 Q_SIGNALS:
     void sigHedgeParam(const boost::shared_ptr<ttservice::CVqOrderTag> &tag, const ttservice::CBasketHedgeParam &param);
     void sigbasketSettingChanged(QString name);
+
+public Q_SLOTS:
+    // The hedge service connects to this by name: it places what is left of a hedged
+    // instruction as tasks, each line's untraded volume.
+    void slotPlaceAutoHedgeTaskForCommand(boost::shared_ptr<ttservice::COrderCommand> command);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -97,6 +110,7 @@ private:
     void placeAsManager(std::vector<ttservice::CCodeOrderParam> &orders, std::string thirdParty, int platform,
                         bool createPortfolio, bool allowChange);
     void placeForCommand(std::vector<ttservice::CCodeOrderParam> &orders, std::string thirdParty, int platform);
+    void showAlgoRefusal(const QString &text) const;
 
     WK::CSplitContainer *m_splitContainer = nullptr;
     COpBasketParamsWidget *m_paramsWidget = nullptr;

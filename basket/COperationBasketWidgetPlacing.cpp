@@ -5,9 +5,13 @@
 #include "COpBasketParamsEditWidget.h"
 #include "COpBasketParamsWidget.h"
 #include "COpBasketReplaceStockToolBar.h"
+#include "COpBasketStockParamsWidget.h"
 #include "COpBasketsComboBox.h"
 
+#include "CGlobalOrderParamTable.h"
+
 #include "CAlgoParamDataHelper.h"
+#include "CAlgorithmAuthorityConfig.h"
 #include "CAlgorithmHelpDialog.h"
 #include "CBasketHedgeManager.h"
 #include "CComboBox.h"
@@ -18,10 +22,14 @@
 #include "CTradeStatistics.h"
 #include "CUserConfig.h"
 #include "CVqAlgorithmHelpDialog.h"
+#include "DataHelper.h"
+#include "TradeUnits.h"
 
 #include "Bson.h"
 
 #include <boost/format.hpp>
+
+#include <QPointer>
 
 namespace TC {
 namespace {
@@ -29,6 +37,12 @@ namespace {
 using ttservice::CCodeOrderParam;
 
 constexpr int kTraderRole = 200;
+constexpr EBasketDoOperationType kRefused = BDOT_NONE;
+constexpr EBasketDoOperationType kPlainOrder = BDOT_NORMAL;
+// The third answer of fillAlgoParam: the list goes as the algorithm platform's order.
+constexpr auto kAlgorithmOrder = static_cast<EBasketDoOperationType>(1);
+// The position switch strategy: its buy and sell legs must both run it.
+const std::string kSwitchStrategy = "SWITCH";
 
 void showSettingMsg(const QString &text, int type, bool forceSecondFlag = false)
 {
@@ -93,10 +107,127 @@ bool COperationBasketWidget::placeOrderRequested(int value)
     return true;
 }
 
-int COperationBasketWidget::fillAlgoParam(std::vector<CCodeOrderParam> &, std::string &, int &)
+void COperationBasketWidget::showAlgoRefusal(const QString &text) const
 {
-    // Without an algorithm table on the tab the list goes as a plain basket order.
-    return 0;
+    // The pop-up is forced here: the user must see why nothing left.
+    getMsgService()->showMsg(text, EMsgTypeDef(4), ttservice::MsgLevel(1), true,
+                             getUserConfig()->msgSetting(4).m_playSound, QString());
+}
+
+EBasketDoOperationType COperationBasketWidget::fillAlgoParam(std::vector<CCodeOrderParam> &orders, std::string &paramString,
+                                                             ttservice::ETradePlatform &platform)
+{
+    const CGlobalOrderParamTable *table = m_paramsWidget ? m_paramsWidget->getAlgorithmTable() : nullptr;
+    if (!table)
+        return kPlainOrder;
+
+    const quint64 tab = m_paramsWidget->getTradeOpType();
+    if (tab != TOT_ALL && tab != TOT_HGT && tab != TOT_SGT && tab != TOT_ONEKEY_FUTURE) {
+        const std::string strategy = table->getAlgoStrategyType();
+        if (!CAlgorithmAuthorityConfig::instance().bCheckAuthority(orders, strategy, ""))
+            return kRefused;
+        platform = ttservice::DataHelper::getPlatformTypeByOrderType(table->orderType());
+        paramString = table->getAlgParamsStr(orders);
+        return kAlgorithmOrder;
+    }
+
+    // On one-key futures the buy block stands for operation 0, elsewhere for a plain buy.
+    const COpBasketStockParamsWidget *buyBlock = m_paramsWidget->getParamWidget(tab == TOT_ONEKEY_FUTURE ? 0 : 18);
+    const COpBasketStockParamsWidget *sellBlock = m_paramsWidget->getParamWidget(19);
+    const CGlobalOrderParamTable *buyTable = buyBlock ? buyBlock->table() : nullptr;
+    const CGlobalOrderParamTable *sellTable = sellBlock ? sellBlock->table() : nullptr;
+    if (!buyTable || !sellTable)
+        return kPlainOrder;
+
+    paramString.clear();
+    double buyCount = 0;
+    double sellCount = 0;
+    for (size_t i = 0; i < orders.size(); ++i) {
+        if (i > 0)
+            paramString += '@';
+        if (ttservice::DataHelper::isBuy(orders[i].m_operationType)) {
+            paramString += buyTable->getAlgParamsStr(orders[i]);
+            buyCount += 1;
+        } else {
+            paramString += sellTable->getAlgParamsStr(orders[i]);
+            sellCount += 1;
+        }
+    }
+
+    // A one-sided list over a plain table goes as a plain order, though with the string filled.
+    auto oneSide = [&](const CGlobalOrderParamTable *side) {
+        if (!side->isTrdParamTable())
+            return kPlainOrder;
+        const std::string strategy = side->getAlgoStrategyType();
+        if (strategy == kSwitchStrategy) {
+            showAlgoRefusal(QStringLiteral("一键买卖,换仓策略仅支持同买同卖操作"));
+            return kRefused;
+        }
+        if (!CAlgorithmAuthorityConfig::instance().bCheckAuthority(orders, strategy, ""))
+            return kRefused;
+        platform = ttservice::DataHelper::getPlatformTypeByOrderType(side->orderType());
+        return kAlgorithmOrder;
+    };
+    if (ttservice::isZero(buyCount))
+        return oneSide(sellTable);
+    if (ttservice::isZero(sellCount))
+        return oneSide(buyTable);
+
+    if (buyTable->orderType() != sellTable->orderType()) {
+        showAlgoRefusal(QStringLiteral("仅支持买入卖出,相同三方算法下单"));
+        return kRefused;
+    }
+    const std::string buyStrategy = buyTable->getAlgoStrategyType();
+    const std::string sellStrategy = sellTable->getAlgoStrategyType();
+    if (!CAlgorithmAuthorityConfig::instance().bCheckAuthority(orders, buyStrategy, sellStrategy))
+        return kRefused;
+    if (buyStrategy != sellStrategy && (buyStrategy == kSwitchStrategy || sellStrategy == kSwitchStrategy)) {
+        showAlgoRefusal(QStringLiteral("一键买卖,买卖双方均需设置换仓策略，否则两边进度不能有效控制"));
+        return kRefused;
+    }
+    platform = ttservice::DataHelper::getPlatformTypeByOrderType(buyTable->orderType());
+    return kAlgorithmOrder;
+}
+
+void COperationBasketWidget::slotPlaceAutoHedgeTaskForCommand(boost::shared_ptr<ttservice::COrderCommand> command)
+{
+    if (!command || command->m_hedgeBson.objsize() < 6)
+        return;
+    std::vector<CCodeOrderParam> orders = command->m_orders;
+    for (CCodeOrderParam &line : orders) {
+        // A traded volume that never came counts as nothing traded.
+        const double traded = ttservice::hasValue(line.m_tradedVolume) && line.m_tradedVolume > 0 ? line.m_tradedVolume : 0.0;
+        line.m_volume -= static_cast<int64_t>(traded + 0.5);
+        const bool futuresAccount = line.m_account && line.m_account->m_brokerType == ttservice::BROKER_TYPE_FUTURE;
+        if (!futuresAccount) {
+            const int unit = ttservice::getTradeMinUnit(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode);
+            if (unit != 0)
+                line.m_volume -= line.m_volume % unit;
+        }
+        line.m_tradedVolume = 0;
+    }
+    const bson::BSONObj hedgeObject = command->m_hedgeBson.getOwned();
+    const QPointer<COperationBasketWidget> self(this);
+    PlaceTasksCallback callback = [self, hedgeObject](const QVector<boost::shared_ptr<ttservice::TaskImp>> &tasks,
+                                                      boost::shared_ptr<ttservice::CVqOrderTag> tag) {
+        if (self)
+            self->onPlaceTask(hedgeObject, tasks, tag);
+    };
+    CTradeClient::instance()->placeTasks(ttservice::EVqTraderType(4), ttservice::EVqHedgeType(1), command, orders,
+                                         ttservice::EVqStopLossType(0), false, "", callback, -1, "", nullptr, "", 0);
+}
+
+void COperationBasketWidget::onPlaceTask(const bson::BSONObj &hedgeObject,
+                                         const QVector<boost::shared_ptr<ttservice::TaskImp>> &,
+                                         boost::shared_ptr<ttservice::CVqOrderTag> tag)
+{
+    if (!tag)
+        return;
+    ttservice::CBasketHedgeParam hedge;
+    hedge.bsonValueFromObj(hedgeObject, true, nullptr);
+    const std::string key = tag->m_orderTagKey + "____" + tag->m_orderTagName + "____" + std::to_string(tag->m_orderTagSeq);
+    saveHedgeParam(key, hedge);
+    Q_EMIT sigHedgeParam(tag, hedge);
 }
 
 void COperationBasketWidget::doOperation()
@@ -166,13 +297,28 @@ void COperationBasketWidget::placeAsManager(std::vector<CCodeOrderParam> &orders
         hedge.appendElements(builder);
         TT_LOG_INFO(this, "TC::COperationBasketWidget::doOperation", "basket\\COperationBasketWidget",
                     boost::format("placeCommands: [manual] basket hedge. type=%1%") % hedge.m_hedgeType);
-        // An algorithm table would send the form's live list with its own parameters; the plain
-        // hedged basket sends the copy.
-        place(ttservice::EVqHedgeType(2), builder.obj(), platform);
+        const CGlobalOrderParamTable *table = form->getAlgorithmTable();
+        if (!table) {
+            place(ttservice::EVqHedgeType(2), builder.obj(), platform);
+            return;
+        }
+        const std::vector<CCodeOrderParam> fresh = *form->getCodeOrderParams();
+        thirdParty = table->getAlgParamsStr(fresh);
+        if (!CAlgorithmAuthorityConfig::instance().bCheckAuthority(fresh, table->getAlgoStrategyType(), ""))
+            return;
+        // The form's live list leaves, not the checked copy: a hedged algorithm order is sized
+        // by the algorithm, the copy's last adjustments do not reach it.
+        std::vector<CCodeOrderParam> &live = *form->getCodeOrderParams();
+        CTradeClient::instance()->placeCommands(
+            ttservice::EVqTraderType(4), ttservice::EVqHedgeType(2), ttservice::EFtSpecBtnBarType(0), live, {},
+            ttservice::EVqStopLossType(0), false, true, createPortfolio, {}, builder.obj(), "",
+            ttservice::DataHelper::getPlatformTypeByOrderType(table->orderType()), thirdParty,
+            ttservice::EVqLimitedPriceType(allowChange ? 1 : 0), basketName, QString(), ttservice::EOrderStrategyType(-1),
+            false, false, -1, "", {}, ttservice::EtfHedgeStatus(-1), commandLog, bson::BSONObj());
         return;
     }
 
-    int algoPlatform = 0;
+    ttservice::ETradePlatform algoPlatform = ttservice::TRADE_PLATFORM_NONE;
     const int result = fillAlgoParam(orders, thirdParty, algoPlatform);
     TT_LOG_INFO(this, "TC::COperationBasketWidget::doOperation", "basket\\COperationBasketWidget",
                 boost::format("placeCommands: [manual] basket compose. eTradePlatform = %1%") % algoPlatform);
@@ -193,7 +339,9 @@ void COperationBasketWidget::placeForCommand(std::vector<CCodeOrderParam> &order
 
     if (!m_paramsWidget->autoHedge()) {
         // A refusal of the algorithm check does not stop an instruction's execution.
-        fillAlgoParam(orders, thirdParty, platform);
+        auto algoPlatform = static_cast<ttservice::ETradePlatform>(platform);
+        fillAlgoParam(orders, thirdParty, algoPlatform);
+        platform = algoPlatform;
         QMap<int, boost::shared_ptr<ttservice::COrderCommand>> commands;
         commands.insert(command->m_commandId, command);
         CAlgoParamDataHelper::resetAlgoParam(thirdParty, commands);

@@ -12,6 +12,7 @@ void COrderSetting::appendElements(bson::BSONObjBuilder &builder) const
     builder.append("sf", m_stepFlag);
     builder.append("st", static_cast<long long>(m_startTime));
     builder.append("et", static_cast<long long>(m_endTime));
+    builder.append("pt", m_priceType);
 }
 
 void COrderSetting::bsonValueFromObj(bson::BSONObj obj, bool partial, const IData *base)
@@ -26,6 +27,7 @@ void COrderSetting::bsonValueFromObj(bson::BSONObj obj, bool partial, const IDat
     m_stepFlag = bsonInt(obj, "sf", d.m_stepFlag);
     m_startTime = static_cast<time_t>(bsonInt64(obj, "st", d.m_startTime));
     m_endTime = static_cast<time_t>(bsonInt64(obj, "et", d.m_endTime));
+    m_priceType = bsonInt(obj, "pt", d.m_priceType);
 }
 
 } // namespace ttservice

@@ -7,7 +7,8 @@
 
 namespace ttservice {
 
-// Price step and validity of an order, as the parameter tables keep them.
+// Price step, validity and price type of an order, as the parameter tables keep them per
+// operation.
 class COrderSetting : public IData
 {
 public:
@@ -19,6 +20,8 @@ public:
     int m_stepFlag = 0;
     time_t m_startTime = 0;
     time_t m_endTime = 0;
+    // ttservice::EPriceType; -1 leaves the table's price type as it is.
+    int m_priceType = -1;
 
     std::string getKey() const override { return std::string(); }
     void appendElements(bson::BSONObjBuilder &builder) const override;

@@ -203,18 +203,27 @@ TEST_F(OperationBasketWidgetTest, SwallowsButtonAndParameterEventsPassesOthers)
 
 TEST_F(OperationBasketWidgetTest, TabChangeReachesTableAndToolbar)
 {
-    widget->setCurrentOperationType(0x400);
     COpBasketConfirmWidget *table = widget->editWidget()->confirmWidget();
+    widget->paramsWidget()->handleEvent(5, 0x400, 0, QString(), nullptr);
     EXPECT_EQ(table->tradeOperationType(), 0x400u);
     EXPECT_EQ(table->operationType(), 19);
     // The replace controls belong to the buy tab only.
     bar()->checkBox(2)->setChecked(true);
     EXPECT_FALSE(bar()->isFilterBlacklist());
-    widget->setCurrentOperationType(0x200);
+    widget->paramsWidget()->handleEvent(5, 0x200, 0, QString(), nullptr);
     EXPECT_EQ(table->operationType(), 18);
     EXPECT_TRUE(bar()->isFilterBlacklist());
-    widget->setCurrentOperationType(0x800);
+    widget->paramsWidget()->handleEvent(5, 0x800, 0, QString(), nullptr);
     EXPECT_EQ(table->operationType(), -1);
+}
+
+TEST_F(OperationBasketWidgetTest, ClientTabSwitchLeavesTheFilterBoxesAlone)
+{
+    bar()->checkBox(2)->setChecked(true);
+    ASSERT_TRUE(bar()->isFilterBlacklist());
+    widget->setCurrentOperationType(0x400);
+    EXPECT_EQ(widget->paramsWidget()->getTradeOpType(), 0x400u);
+    EXPECT_TRUE(bar()->isFilterBlacklist()) << "only a press of the tab tells the panel";
 }
 
 TEST_F(OperationBasketWidgetTest, ShortcutFirstSwitchesTheTab)

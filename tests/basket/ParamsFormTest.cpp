@@ -136,7 +136,7 @@ TEST_P(TabSwitch, SetsOperationPickerAndHedge)
 
 INSTANTIATE_TEST_SUITE_P(Tabs, TabSwitch,
     ::testing::Values(TabCase{"buy", 0x200, 18, 2, true}, TabCase{"sell", 0x400, 19, 2, true},
-                      TabCase{"oneKey", 0x800, -1, 2, false}, TabCase{"futures", 0x1000, -1, 1, false},
+                      TabCase{"oneKey", 0x800, -1, 2, false}, TabCase{"futures", 0x1000, 0, 1, false},
                       TabCase{"oneKeyFutures", 0x4000, -1, 1, false}, TabCase{"shanghaiConnect", 0x80000, -1, 7, false},
                       TabCase{"shenzhenConnect", 0x100000, -1, 11, false}),
     [](const ::testing::TestParamInfo<TabCase> &info) { return std::string(info.param.name); });

@@ -1,0 +1,255 @@
+#include "COpBasketBuySellWidget.h"
+#include "COpBasketParamsWidget.h"
+#include "COpBasketStockParamsWidget.h"
+#include "COperationBasketWidget.h"
+
+#include "CGlobalOrderParamTable.h"
+
+#include "CAlgorithmAuthorityConfig.h"
+#include "CBasketHedgeManager.h"
+#include "CExchangeClient.h"
+#include "CMsgService.h"
+#include "CTradeClient.h"
+#include "CUserConfig.h"
+#include "LuaModuleCtrl.h"
+#include "SubstituteFixture.h"
+
+#include "CBasketHedgeParam.h"
+#include "COrderCommand.h"
+
+#include <boost/make_shared.hpp>
+
+#include <QMetaMethod>
+#include <QSignalSpy>
+
+#include <memory>
+
+using namespace TC;
+using ttservice::CCodeOrderParam;
+
+Q_DECLARE_METATYPE(boost::shared_ptr<ttservice::COrderCommand>)
+
+namespace {
+
+const char kMessageA[] = "一键买卖,换仓策略仅支持同买同卖操作";
+const char kMessageB[] = "仅支持买入卖出,相同三方算法下单";
+const char kMessageC[] = "一键买卖,买卖双方均需设置换仓策略，否则两边进度不能有效控制";
+
+CCodeOrderParam lineOf(int operation, const char *code)
+{
+    CCodeOrderParam line;
+    line.m_operationType = static_cast<ttservice::EOperationType>(operation);
+    line.m_stockInfo.m_market = "SH";
+    line.m_stockInfo.m_stockCode = code;
+    line.m_volume = 100;
+    return line;
+}
+
+class AlgoPlacing : public SubstituteTest
+{
+protected:
+    void SetUp() override
+    {
+        SubstituteTest::SetUp();
+        getUserConfig()->setRole(90);
+        luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_order", "mdl_order_compose_basket_buy_sell"}, true);
+        widget = std::make_unique<COperationBasketWidget>(nullptr);
+        form = widget->paramsWidget();
+    }
+
+    void onTab(quint64 word) { form->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr); }
+
+    static void setAlgorithm(COpBasketStockParamsWidget *block, int orderType, const char *strategy)
+    {
+        ASSERT_TRUE(block->table()->setOrderType(orderType));
+        block->table()->resetStrategyType(orderType, QString::fromLatin1(strategy));
+    }
+
+    QStringList messages() const
+    {
+        QStringList texts;
+        for (const auto &call : getMsgService()->shownMessages())
+            texts << call.m_text;
+        return texts;
+    }
+
+    std::unique_ptr<COperationBasketWidget> widget;
+    COpBasketParamsWidget *form = nullptr;
+};
+
+struct TwoSidedCase {
+    const char *name;
+    int buyLines;
+    int sellLines;
+    int buyOrderType;
+    const char *buyStrategy;
+    int sellOrderType;
+    const char *sellStrategy;
+    bool authority;
+    int result;
+    const char *message; // null: none
+};
+
+class TwoSided : public AlgoPlacing, public ::testing::WithParamInterface<TwoSidedCase>
+{
+};
+
+TEST_P(TwoSided, oneKeyTabChecksBothSides)
+{
+    const TwoSidedCase &c = GetParam();
+    onTab(TOT_ALL);
+    ASSERT_NE(form->buySellWidget(), nullptr);
+    setAlgorithm(form->buySellWidget()->getBuyParam(), c.buyOrderType, c.buyStrategy);
+    setAlgorithm(form->buySellWidget()->getSellParam(), c.sellOrderType, c.sellStrategy);
+    CAlgorithmAuthorityConfig::instance().setAuthorityResult(c.authority);
+
+    std::vector<CCodeOrderParam> orders;
+    for (int i = 0; i < c.buyLines; ++i)
+        orders.push_back(lineOf(18, "600000"));
+    for (int i = 0; i < c.sellLines; ++i)
+        orders.push_back(lineOf(19, "600001"));
+    std::string paramString = "stale";
+    ttservice::ETradePlatform platform = ttservice::TRADE_PLATFORM_NONE;
+    EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), c.result);
+
+    if (c.message) {
+        EXPECT_EQ(messages(), QStringList{QString::fromUtf8(c.message)});
+    } else {
+        EXPECT_TRUE(messages().isEmpty()) << messages().join(QLatin1Char('|')).toStdString();
+    }
+    // Both outside algorithms run on platform 3; a plain answer leaves the platform alone.
+    EXPECT_EQ(platform, c.result == 1 ? 3 : 0);
+    if (c.buyLines + c.sellLines == 2 && form->getAlgorithmTable()) {
+        EXPECT_EQ(QString::fromStdString(paramString).split(QLatin1Char('@')).size(), 2) << paramString;
+    }
+}
+
+const TwoSidedCase kTwoSided[] = {
+    {"plainTablesArePlain", 1, 1, 0, "", 0, "", true, 0, nullptr},
+    {"emptyListSellSwitchA", 0, 0, 0, "", 13, "SWITCH", true, -1, kMessageA},
+    {"onlyBuyLinesSwitchA", 1, 0, 13, "SWITCH", 0, "", true, -1, kMessageA},
+    {"onlySellLinesOverPlainSellTable", 0, 1, 13, "TWAP", 0, "", true, 0, nullptr},
+    {"onlySellLinesAlgorithm", 0, 1, 0, "", 14, "VWAPPLUS", true, 1, nullptr},
+    {"differentOrderTypesB", 1, 1, 13, "VWAP", 14, "VWAPPLUS", true, -1, kMessageB},
+    {"sameStrategyPasses", 1, 1, 13, "VWAP", 13, "VWAP", true, 1, nullptr},
+    {"bothSwitchPasses", 1, 1, 13, "SWITCH", 13, "SWITCH", true, 1, nullptr},
+    {"buySwitchSellOtherC", 1, 1, 13, "SWITCH", 13, "VWAP", true, -1, kMessageC},
+    {"sellSwitchBuyOtherC", 1, 1, 13, "TWAP", 13, "SWITCH", true, -1, kMessageC},
+    {"twoOtherStrategiesPass", 1, 1, 13, "TWAP", 13, "VWAP", true, 1, nullptr},
+    {"authorityRefusesSilently", 1, 1, 13, "VWAP", 13, "VWAP", false, -1, nullptr},
+};
+
+INSTANTIATE_TEST_SUITE_P(Cases, TwoSided, ::testing::ValuesIn(kTwoSided),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+TEST_F(AlgoPlacing, oneSidedTabHandsTheTablesStringAndPlatform)
+{
+    onTab(TOT_BUY);
+    std::vector<CCodeOrderParam> orders{lineOf(18, "600000")};
+    std::string paramString;
+    ttservice::ETradePlatform platform = ttservice::TRADE_PLATFORM_NONE;
+    EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), 0) << "a plain table is no algorithm";
+
+    setAlgorithm(form->stockParams(), 13, "TWAP");
+    ASSERT_EQ(form->getAlgorithmTable(), form->stockParams()->table());
+    EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), 1);
+    EXPECT_EQ(platform, 3);
+    EXPECT_EQ(paramString, form->stockParams()->table()->getAlgParamsStr(orders));
+    ASSERT_EQ(CAlgorithmAuthorityConfig::instance().checks().size(), 1u);
+    EXPECT_EQ(CAlgorithmAuthorityConfig::instance().checks()[0].m_buyStrategy, "TWAP");
+
+    CAlgorithmAuthorityConfig::instance().setAuthorityResult(false);
+    EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), -1);
+    EXPECT_TRUE(messages().isEmpty());
+}
+
+// --- the rest of a hedged instruction ---
+
+boost::shared_ptr<ttservice::CAccountInfo> account(const char *key, ttservice::EVQBrokerType broker)
+{
+    auto info = boost::make_shared<ttservice::CAccountInfo>();
+    info->m_accountKey = key;
+    info->m_brokerType = broker;
+    return info;
+}
+
+TEST_F(AlgoPlacing, hedgedInstructionPlacesWhatIsNotTradedYet)
+{
+    ttservice::CInstrumentDetail stock;
+    stock.m_market = "SH";
+    stock.m_stockCode = "600000";
+    stock.m_tradeUnit = 100;
+    CExchangeClient::instance()->addInstrument(stock);
+
+    auto command = boost::make_shared<ttservice::COrderCommand>();
+    ttservice::CBasketHedgeParam hedge;
+    hedge.m_enabled = true;
+    hedge.m_hedgeType = 1;
+    hedge.m_contractCode = "IF2401";
+    bson::BSONObjBuilder builder;
+    hedge.appendElements(builder);
+    command->m_hedgeBson = builder.obj();
+    CCodeOrderParam stockLine = lineOf(18, "600000");
+    stockLine.m_account = account("s1", ttservice::BROKER_TYPE_STOCK);
+    stockLine.m_volume = 1000;
+    stockLine.m_tradedVolume = 299.6;
+    CCodeOrderParam roundedLine = stockLine;
+    roundedLine.m_tradedVolume = 250;
+    CCodeOrderParam futuresLine = lineOf(0, "IF2401");
+    futuresLine.m_stockInfo.m_market = "CFFEX";
+    futuresLine.m_account = account("f1", ttservice::BROKER_TYPE_FUTURE);
+    futuresLine.m_volume = 7;
+    futuresLine.m_tradedVolume = 2.4;
+    CCodeOrderParam untraded = stockLine;
+    untraded.m_tradedVolume = ttservice::NO_VALUE;
+    command->m_orders = {stockLine, roundedLine, futuresLine, untraded};
+
+    // The hedge service reaches the slot by name only.
+    const QMetaObject *meta = widget->metaObject();
+    const int index = meta->indexOfMethod("slotPlaceAutoHedgeTaskForCommand(boost::shared_ptr<ttservice::COrderCommand>)");
+    ASSERT_GE(index, 0);
+    EXPECT_EQ(index, meta->methodOffset() + 2) << "after the two signals";
+    ASSERT_TRUE(QMetaObject::invokeMethod(widget.get(), "slotPlaceAutoHedgeTaskForCommand",
+                                          Q_ARG(boost::shared_ptr<ttservice::COrderCommand>, command)));
+
+    const auto &tasks = CTradeClient::instance()->placedTasks();
+    ASSERT_EQ(tasks.size(), 1u);
+    const CPlaceTasksCall &call = tasks.front();
+    EXPECT_EQ(call.m_traderType, 4);
+    EXPECT_EQ(call.m_hedgeType, 1);
+    EXPECT_EQ(call.m_command, command);
+    ASSERT_EQ(call.m_orders.size(), 4u);
+    EXPECT_EQ(call.m_orders[0].m_volume, 700);
+    EXPECT_EQ(call.m_orders[1].m_volume, 700) << "750 rounds down to whole units";
+    EXPECT_EQ(call.m_orders[2].m_volume, 5) << "a futures remainder is not rounded";
+    EXPECT_EQ(call.m_orders[3].m_volume, 1000);
+    for (const CCodeOrderParam &line : call.m_orders)
+        EXPECT_DOUBLE_EQ(line.m_tradedVolume, 0);
+
+    ASSERT_TRUE(call.m_callback);
+    QSignalSpy spy(widget.get(), &COperationBasketWidget::sigHedgeParam);
+    auto tag = boost::make_shared<ttservice::CVqOrderTag>();
+    tag->m_orderTagKey = "k";
+    tag->m_orderTagName = "n";
+    tag->m_orderTagSeq = 3;
+    call.m_callback({}, tag);
+    call.m_callback({}, nullptr);
+    const auto &saved = CBasketHedgeManager::instance()->savedHedgeParams();
+    ASSERT_EQ(saved.size(), 1u);
+    EXPECT_EQ(saved[0].m_key, "k____n____3");
+    EXPECT_EQ(saved[0].m_param.m_contractCode, "IF2401");
+    EXPECT_EQ(spy.count(), 1);
+}
+
+TEST_F(AlgoPlacing, instructionWithoutHedgeLeavesAtOnce)
+{
+    auto command = boost::make_shared<ttservice::COrderCommand>();
+    command->m_orders = {lineOf(18, "600000")};
+    command->m_hedgeBson = bson::BSONObj(); // the empty document: 5 bytes
+    ASSERT_EQ(command->m_hedgeBson.objsize(), 5);
+    widget->slotPlaceAutoHedgeTaskForCommand(command);
+    widget->slotPlaceAutoHedgeTaskForCommand(nullptr);
+    EXPECT_TRUE(CTradeClient::instance()->placedTasks().empty());
+}
+
+} // namespace

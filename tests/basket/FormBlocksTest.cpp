@@ -1,0 +1,281 @@
+#include "COpBasketBuySellWidget.h"
+#include "COpBasketCrdBuySellWidget.h"
+#include "COpBasketFtrBuySellWidget.h"
+#include "COpBasketFtrOneKeyWidget.h"
+#include "COpBasketParamsWidget.h"
+#include "COpBasketStockParamsWidget.h"
+#include "COpBasketsComboBox.h"
+#include "COperationBasketWidget.h"
+
+#include "CGlobalOrderParamTable.h"
+
+#include "CExchangeClient.h"
+#include "CMsgService.h"
+#include "COpAccountsWidget.h"
+#include "COpBasketFutureParamsWidget.h"
+#include "CComboBox.h"
+#include "CParameterCell.h"
+#include "CPushButton.h"
+#include "CPushButtonGroup.h"
+#include "CWidgetList.h"
+#include "CQuoteClient.h"
+#include "CTimeService.h"
+#include "CUserConfig.h"
+#include "LuaModuleCtrl.h"
+#include "SubstituteFixture.h"
+
+#include <memory>
+
+using namespace TC;
+using ttservice::CCodeOrderParam;
+
+namespace {
+
+const std::list<std::string> kAllTabs = {"mdl_order", "mdl_order_compose_basket_buy_sell", "mdl_order_compose_credits",
+                                         "mdl_order_compose_futures", "mdl_order_compose_one_key_futures",
+                                         "mdl_order_compose_hgt", "mdl_order_compose_sgt", "mdl_order_compose_hedge"};
+
+class FormBlocks : public SubstituteTest
+{
+protected:
+    void SetUp() override
+    {
+        SubstituteTest::SetUp();
+        getUserConfig()->setRole(90);
+        getUserConfig()->setUserAuth(1, true);
+        luawrapper::LuaModuleCtrl::instance()->setModules(kAllTabs, true);
+    }
+
+    void make()
+    {
+        widget = std::make_unique<COperationBasketWidget>(nullptr);
+        form = widget->paramsWidget();
+    }
+
+    void onTab(quint64 word) { form->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr); }
+
+    std::vector<QWidget *> modeWidgets() const
+    {
+        return {form->stockParams(), form->buySellWidget(), form->crdWidget(), form->ftrWidget(),
+                form->ftrOneKeyWidget(), form->ggtWidget()};
+    }
+
+    std::unique_ptr<COperationBasketWidget> widget;
+    COpBasketParamsWidget *form = nullptr;
+};
+
+struct TabBlock {
+    const char *name;
+    quint64 word;
+    int shownIndex; // in modeWidgets()
+};
+
+class TabBlocks : public FormBlocks, public ::testing::WithParamInterface<TabBlock>
+{
+};
+
+TEST_P(TabBlocks, onlyTheTabsBlockShowsAndTheSettingBarFoldsIt)
+{
+    make();
+    onTab(GetParam().word);
+    const std::vector<QWidget *> blocks = modeWidgets();
+    for (size_t i = 0; i < blocks.size(); ++i) {
+        ASSERT_NE(blocks[i], nullptr) << i;
+        EXPECT_EQ(blocks[i]->isHidden(), static_cast<int>(i) != GetParam().shownIndex) << i;
+    }
+    form->handleEvent(1137, 5, 0, QString(), nullptr);
+    EXPECT_TRUE(blocks[GetParam().shownIndex]->isHidden());
+    form->handleEvent(1137, 5, 1, QString(), nullptr);
+    EXPECT_FALSE(blocks[GetParam().shownIndex]->isHidden());
+}
+
+INSTANTIATE_TEST_SUITE_P(Tabs, TabBlocks,
+                         ::testing::Values(TabBlock{"buy", TOT_BUY, 0}, TabBlock{"sell", TOT_SELL, 0},
+                                           TabBlock{"oneKey", TOT_ALL, 1}, TabBlock{"credit", TOT_CREDIT, 2},
+                                           TabBlock{"futures", TOT_FUTURE, 3}, TabBlock{"oneKeyFutures", TOT_ONEKEY_FUTURE, 4},
+                                           TabBlock{"connect", TOT_HGT, 5}),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+TEST_F(FormBlocks, typesComeFromTheSideOfTheOperation)
+{
+    make();
+    onTab(TOT_ALL);
+    form->buySellWidget()->getBuyParam()->table()->setPriceType(2);
+    form->buySellWidget()->getSellParam()->table()->setPriceType(1);
+    form->buySellWidget()->getSellParam()->table()->setOrderType(5);
+    EXPECT_EQ(form->getParamWidget(18), form->buySellWidget()->getBuyParam());
+    EXPECT_EQ(form->getParamWidget(19), form->buySellWidget()->getSellParam());
+    EXPECT_EQ(form->getPriceType(18), 2);
+    EXPECT_EQ(form->getPriceType(19), 1);
+    EXPECT_EQ(form->getOrderType(19), 5);
+
+    // A line switched to sell takes the sell side's parameters, its volume stays.
+    CCodeOrderParam line;
+    line.m_operationType = ttservice::OT_SELL;
+    line.m_volume = 300;
+    line.m_priceType = ttservice::PRICE_TYPE_LAST;
+    widget->handleEvent(1075, 0, 19, QString(), &line);
+    EXPECT_EQ(line.m_priceType, 1);
+    EXPECT_EQ(line.m_orderType, 5);
+    EXPECT_EQ(line.m_volume, 300);
+
+    onTab(TOT_ONEKEY_FUTURE);
+    EXPECT_EQ(form->getParamWidget(0), form->ftrOneKeyWidget()->getBuyParam());
+    EXPECT_EQ(form->getParamWidget(3), form->ftrOneKeyWidget()->getSellParam());
+}
+
+TEST_F(FormBlocks, creditOperationComesFromItsButtonsAndTheContractKind)
+{
+    luawrapper::LuaModuleCtrl::instance()->setModule("mdl_order_credit_has_special_opt", true);
+    make();
+    onTab(TOT_CREDIT);
+    EXPECT_EQ(form->getOperationType(), 20);
+    EXPECT_TRUE(form->contractRow()->isHidden());
+
+    auto *buttons = form->crdWidget()->buttonGroup();
+    buttons->button(109)->click(); // the widget tells the form, which takes the new operation
+    EXPECT_EQ(form->getOperationType(), 21);
+    EXPECT_FALSE(form->contractRow()->isHidden());
+    form->contractCombo()->setCurrentIndex(form->contractCombo()->findData(49));
+    EXPECT_EQ(form->getOptTypeByCompact(), 1010);
+    buttons->button(52)->click();
+    EXPECT_EQ(form->getOptTypeByCompact(), 1011);
+    buttons->button(53)->click();
+    EXPECT_EQ(form->getOperationType(), 24);
+    EXPECT_TRUE(form->contractRow()->isHidden());
+}
+
+TEST_F(FormBlocks, expandButtonUnfoldsTheBlocksOfTheTabOnly)
+{
+    make();
+    onTab(TOT_ALL);
+    form->handleEvent(5, 9, 0, QString(), nullptr);
+    EXPECT_TRUE(form->isExpanded());
+    EXPECT_FALSE(form->buySellWidget()->getBuyParam()->table()->expandItemsHidden());
+    EXPECT_FALSE(form->buySellWidget()->getSellParam()->table()->expandItemsHidden());
+    EXPECT_TRUE(form->stockParams()->table()->expandItemsHidden());
+    form->handleEvent(5, 9, 0, QString(), nullptr);
+    EXPECT_TRUE(form->buySellWidget()->getBuyParam()->table()->expandItemsHidden());
+}
+
+TEST_F(FormBlocks, withoutTheOneKeyBlockTypesAreUnknown)
+{
+    luawrapper::LuaModuleCtrl::instance()->setModule("mdl_order_compose_basket_buy_sell", false);
+    make();
+    form->setCurrentOperationType(TOT_ALL);
+    EXPECT_EQ(form->buySellWidget(), nullptr);
+    EXPECT_EQ(form->getPriceType(18), -1);
+    EXPECT_EQ(form->getOrderType(19), -1);
+    EXPECT_EQ(form->getParamWidget(18), nullptr);
+}
+
+TEST_F(FormBlocks, instructionOrderTypeShowsTheCommandRatioAndAlgorithmsHideTheHedge)
+{
+    make();
+    widget->show();
+    onTab(TOT_BUY);
+    CGlobalOrderParamTable *table = form->stockParams()->table();
+    EXPECT_TRUE(form->hedgeWidget()->isVisible());
+
+    table->setOrderType(4);
+    form->handleEvent(114, 0, 0, QString(), nullptr);
+    EXPECT_FALSE(form->hedgeWidget()->isVisible()) << "an algorithm times its own orders";
+
+    table->setOrderType(13);
+    form->updateCmdParamVisible();
+    EXPECT_TRUE(form->cell(COpBasketParamsWidget::CellCmdRatio)->isHidden()) << "only a trader sizes by ratio";
+    getUserConfig()->setRole(200);
+    form->updateCmdParamVisible();
+    EXPECT_FALSE(form->cell(COpBasketParamsWidget::CellCmdRatio)->isHidden());
+    table->setOrderType(0);
+    form->updateCmdParamVisible();
+    EXPECT_TRUE(form->cell(COpBasketParamsWidget::CellCmdRatio)->isHidden());
+}
+
+TEST_F(FormBlocks, eachTabKeepsItsOwnTemporaryLists)
+{
+    make();
+    onTab(TOT_BUY);
+    form->setBatchOp(BATCH_CLIPBOARD, true);
+    ASSERT_TRUE(form->basketsCombo()->getAllFlag().testFlag(BATCH_CLIPBOARD));
+    onTab(TOT_SELL);
+    EXPECT_FALSE(form->basketsCombo()->getAllFlag().testFlag(BATCH_CLIPBOARD));
+    onTab(TOT_BUY);
+    EXPECT_TRUE(form->basketsCombo()->getAllFlag().testFlag(BATCH_CLIPBOARD));
+}
+
+TEST_F(FormBlocks, optionsOfOneSideAreCopiedToTheOther)
+{
+    make();
+    onTab(TOT_ALL);
+    CGlobalOrderParamTable *buy = form->buySellWidget()->getBuyParam()->table();
+    CGlobalOrderParamTable *sell = form->buySellWidget()->getSellParam()->table();
+    buy->setCheckParam(QStringLiteral("1"));
+    form->handleEvent(1203, 0, 0, QString(), buy);
+    EXPECT_EQ(sell->loadCheckParam(), QStringLiteral("1"));
+    sell->setCheckParam(QString());
+    form->handleEvent(1203, 0, 0, QString(), sell);
+    EXPECT_EQ(buy->loadCheckParam(), QString());
+}
+
+TEST_F(FormBlocks, shortcutPlacesOnlyWhereTheOneKeyBlockExists)
+{
+    make();
+    // Without accounts or basket the press is refused with a message: the sign that it got there.
+    form->doShortCutOrder(400, nullptr); // already on the buy tab: places
+    const size_t refusals = getMsgService()->shownMessages().size();
+    EXPECT_GE(refusals, 1u);
+
+    luawrapper::LuaModuleCtrl::instance()->setModule("mdl_order_compose_basket_buy_sell", false);
+    make();
+    form->doShortCutOrder(400, nullptr);
+    EXPECT_EQ(getMsgService()->shownMessages().size(), refusals);
+}
+
+TEST_F(FormBlocks, linesAreRefreshedOnlyAfterThirtySeconds)
+{
+    ttservice::CInstrumentDetail detail;
+    detail.m_market = "SH";
+    detail.m_stockCode = "600000";
+    CExchangeClient::instance()->addInstrument(detail);
+    CPriceData quote;
+    quote.m_market = "SH";
+    quote.m_stockCode = "600000";
+    quote.m_lastPrice = 10;
+    quote.m_askPrice1 = 10.01;
+    quote.m_bidPrice1 = 9.99;
+    CQuoteClient::instance()->setStockPrice(quote);
+    make();
+    ttservice::CAccountInfo info;
+    info.m_accountKey = "a1";
+    info.m_accountId = "a1";
+    info.m_brokerType = ttservice::BROKER_TYPE_STOCK;
+    ttservice::CAccountDetail account;
+    account.m_available = 1e6;
+    getUserConfig()->addAccount(info, account);
+    form->refreshAccounts();
+    form->accountsWidget()->setSelectedAccount(QStringLiteral("a1"), true);
+    CBasketSetting basket;
+    basket.m_name = QStringLiteral("b");
+    CBasketStockData row;
+    row.m_market = QStringLiteral("SH");
+    row.m_stockCode = QStringLiteral("600000");
+    row.m_weight = 1;
+    row.m_volume = 100;
+    basket.m_stocks << row;
+    getUserConfig()->baskets().insert(basket.m_name, basket);
+    form->updateBasketSetting();
+    form->basketsCombo()->setBasket(basket.m_name, false);
+    ASSERT_EQ(form->getCodeOrderParams()->size(), 1u);
+    const CCodeOrderParam &line = form->getCodeOrderParams()->front();
+    EXPECT_EQ(line.m_validFrom, CTimeService::DEFAULT_TIME);
+
+    getTimeService()->advance(29);
+    form->updateCodeOrderParam();
+    EXPECT_EQ(line.m_validFrom, CTimeService::DEFAULT_TIME);
+    getTimeService()->advance(2);
+    form->updateCodeOrderParam();
+    EXPECT_EQ(line.m_validFrom, CTimeService::DEFAULT_TIME + 31);
+}
+
+} // namespace
