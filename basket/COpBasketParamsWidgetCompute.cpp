@@ -44,7 +44,10 @@
 #include <QDateTime>
 
 #include <climits>
+#include <iterator>
 #include <memory>
+#include <string>
+#include <unordered_map>
 
 namespace TC {
 namespace {
@@ -119,7 +122,7 @@ void COpBasketParamsWidget::genOperation()
     std::unique_ptr<COpBasketOrder> order(createOrder(error));
     if (order) {
         if (!keep)
-            m_orderParams.assign(order->m_params.cbegin(), order->m_params.cend());
+            m_orderParams.assign(std::make_move_iterator(order->m_params.begin()), std::make_move_iterator(order->m_params.end()));
         order.reset();
     } else if (!keep) {
         m_orderParams.clear();
@@ -219,7 +222,7 @@ void COpBasketParamsWidget::slotRecalcOperationParam(QString stockKey)
     if (fromCommand) {
         updateParamsByCmd(false);
     } else if (order) {
-        m_orderParams.assign(order->m_params.cbegin(), order->m_params.cend());
+        m_orderParams.assign(std::make_move_iterator(order->m_params.begin()), std::make_move_iterator(order->m_params.end()));
     } else {
         m_orderParams.clear();
         return;
@@ -384,9 +387,18 @@ void COpBasketParamsWidget::requestQuotes(const QList<CBasketStockData> &rows)
 
 void COpBasketParamsWidget::fillOrderParamPrice()
 {
+    // One quote per instrument for the lines of every account.
+    std::unordered_map<std::string, boost::shared_ptr<CPriceData>> quotes;
     for (CCodeOrderParam &line : m_orderParams) {
-        const auto quote = CQuoteClient::instance()->getStockPrice(
-            QString::fromStdString(utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode)));
+        auto known = quotes.find(line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode);
+        if (known == quotes.end()) {
+            known = quotes
+                        .emplace(line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode,
+                                 CQuoteClient::instance()->getStockPrice(QString::fromStdString(
+                                     utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode))))
+                        .first;
+        }
+        const boost::shared_ptr<CPriceData> &quote = known->second;
         if (!quote || line.m_priceType == ttservice::PRICE_TYPE_FIXED)
             continue;
         line.m_price = ttservice::CPriceDataHelper::getPriceForOrder(quote, line.m_priceType, line.m_operationType,
@@ -658,6 +670,8 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
         const bool rowPriceApplied = m_tradeOpType != TOT_HGT && m_tradeOpType != TOT_SGT && m_tradeOpType != TOT_CREDIT
             && !(m_tradeOpType == TOT_ONEKEY_FUTURE && directed);
 
+        // The row's text is the same for every account (the account is not part of it).
+        const QString rowText = row.toString();
         for (size_t k = 0; k < accounts.size(); ++k) {
             const boost::shared_ptr<ttservice::CAccountInfo> &account = accounts[k];
             if (!row.m_accountKey.empty() && row.m_accountKey != account->getKey())
@@ -693,9 +707,9 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
             line.m_volume = lineVolume;
             if (lineVolume < 0)
                 continue;
-            params.push_back(line);
+            params.push_back(std::move(line));
             row.m_accountDisplayId = accountDisplayIDQs(*account);
-            rowsLog << row.toString();
+            rowsLog << rowText;
         }
     }
 

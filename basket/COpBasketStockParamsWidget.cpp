@@ -23,6 +23,8 @@
 
 #include <climits>
 #include <cmath>
+#include <string>
+#include <unordered_map>
 
 namespace TC {
 namespace {
@@ -326,10 +328,28 @@ void COpBasketStockParamsWidget::updateSingleCodeOrderParam(std::vector<CCodeOrd
         return;
     COrderSetting setting;
     m_table->saveOpParam(QString(), setting);
+    const long long now = getTimeService()->currentTime();
+    // The quote and the price tick belong to the instrument: looked up once for the lines of
+    // every account.
+    struct Instrument
+    {
+        boost::shared_ptr<CPriceData> m_quote;
+        double m_tick = 0.0;
+    };
+    std::unordered_map<std::string, Instrument> instruments;
     for (CCodeOrderParam &line : orders) {
-        const QString code = QString::fromStdString(line.m_stockInfo.m_stockCode);
-        const QString key = QString::fromStdString(utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode));
-        const boost::shared_ptr<CPriceData> quote = CQuoteClient::instance()->getStockPrice(key);
+        auto known = instruments.find(line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode);
+        if (known == instruments.end()) {
+            const QString code = QString::fromStdString(line.m_stockInfo.m_stockCode);
+            const QString key =
+                QString::fromStdString(utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode));
+            Instrument instrument;
+            instrument.m_quote = CQuoteClient::instance()->getStockPrice(key);
+            instrument.m_tick = CExchangeClient::instance()->hasFuture(code) ? CExchangeClient::instance()->getCodePriceTick(code)
+                                                                             : CExchangeClient::instance()->getCodePriceTick(key);
+            known = instruments.emplace(line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode, instrument).first;
+        }
+        const boost::shared_ptr<CPriceData> &quote = known->second.m_quote;
         if (!quote)
             continue;
 
@@ -351,10 +371,7 @@ void COpBasketStockParamsWidget::updateSingleCodeOrderParam(std::vector<CCodeOrd
             line.m_stepFlag = setting.m_stepFlag;
         }
 
-        double tick = 0.0;
-        if (hasLast)
-            tick = CExchangeClient::instance()->hasFuture(code) ? CExchangeClient::instance()->getCodePriceTick(code)
-                                                                : CExchangeClient::instance()->getCodePriceTick(key);
+        const double tick = hasLast ? known->second.m_tick : 0.0;
         if (tick > ttservice::DOUBLE_EPSILON) {
             for (double *value : {&line.m_priceStep, &line.m_priceLimitLow, &line.m_priceLimitHigh}) {
                 if (hasValue(*value))
@@ -363,7 +380,6 @@ void COpBasketStockParamsWidget::updateSingleCodeOrderParam(std::vector<CCodeOrd
         }
 
         if (!setting.m_keepValidTime) {
-            const long long now = getTimeService()->currentTime();
             line.m_validFrom = static_cast<int>(now);
             line.m_validTo = static_cast<int>(now + setting.m_validSeconds);
         }

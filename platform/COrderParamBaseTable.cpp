@@ -479,11 +479,12 @@ void COrderParamBaseTable::fillOrderParam(const QString &, int, ttservice::CCode
     const CTrdAlgoBaseTable *table = getTrdAlgoBaseTable(line.m_orderType);
     line.m_orderInterval = table ? table->value(CTrdAlgoBaseTable::ItemOrderInterval) : NO_VALUE;
     line.m_cancelInterval = table ? table->value(CTrdAlgoBaseTable::ItemCancelInterval) : NO_VALUE;
-    const ttservice::COrderSetting setting = currentSetting();
-    line.m_stepFlag = setting.m_stepFlag;
-    const bool stepped = m_guardOption->isChecked() && setting.m_stepIsAbsolute
-        && setting.m_stepValue > ttservice::DOUBLE_EPSILON;
-    line.m_priceStep = stepped ? setting.m_stepValue : NO_VALUE;
+    // The step alone, read straight from its cells: this runs for every line of a list.
+    line.m_stepFlag = m_stepFlag;
+    const double stepValue = m_stepValueCell->value();
+    const bool stepped = m_guardOption->isChecked() && m_stepKindCombo->currentData().toBool()
+        && stepValue > ttservice::DOUBLE_EPSILON;
+    line.m_priceStep = stepped ? stepValue : NO_VALUE;
     transferTimePeriod(&line);
 }
 
