@@ -163,6 +163,18 @@ struct ShownPanel
 
     int tableRows() const { return confirm->table()->rowCount(); }
 
+    // The first basket on screen, as a market benchmark starts; false after reporting why not.
+    bool showBasket(benchmark::State &state)
+    {
+        if (!ready()) {
+            state.SkipWithError("the panel has no form or table");
+            return false;
+        }
+        choose(0);
+        paint();
+        return true;
+    }
+
     QWidget window;
     TC::CBasketOperationPanel *panel = nullptr;
     TC::COpBasketParamsWidget *form = nullptr;
@@ -185,6 +197,21 @@ public:
     double m_area = 0;
     int m_paints = 0;
 };
+
+// A market round from the quote service's own thread: a quote for every stock, moved by the
+// round's number. Answers the CPU the publishing thread spent, callbacks included.
+double publishRoundFromWorker(int round)
+{
+    double cpu = 0;
+    std::thread worker([&cpu, round] {
+        const double start = threadCpuSeconds();
+        for (int i = 0; i < kStocks; ++i)
+            TC::CQuoteClient::instance()->publishQuote(quoteOf(i, 0.01 * (round % 9 + 1)));
+        cpu = threadCpuSeconds() - start;
+    });
+    worker.join();
+    return cpu;
+}
 
 // ---- the floor -----------------------------------------------------------------------------
 
@@ -333,24 +360,13 @@ BENCHMARK(BM_Panel_ChooseBasketUntilPainted)->UseManualTime()->Unit(benchmark::k
 void BM_Panel_MarketRoundFromWorker(benchmark::State &state)
 {
     ShownPanel shown;
-    if (!shown.ready()) {
-        state.SkipWithError("the panel has no form or table");
+    if (!shown.showBasket(state))
         return;
-    }
-    shown.choose(0);
-    shown.paint();
     int round = 0;
     double total = 0;
     for (auto _ : state) {
         ++round;
-        double cpu = 0;
-        std::thread worker([&cpu, round] {
-            const double start = threadCpuSeconds();
-            for (int i = 0; i < kStocks; ++i)
-                TC::CQuoteClient::instance()->publishQuote(quoteOf(i, 0.01 * (round % 9 + 1)));
-            cpu = threadCpuSeconds() - start;
-        });
-        worker.join();
+        const double cpu = publishRoundFromWorker(round);
         total += cpu;
         state.SetIterationTime(cpu);
         state.PauseTiming();
@@ -366,12 +382,8 @@ BENCHMARK(BM_Panel_MarketRoundFromWorker)->UseManualTime()->Unit(benchmark::kMil
 void BM_Panel_TickAfterMarketRound(benchmark::State &state)
 {
     ShownPanel shown;
-    if (!shown.ready()) {
-        state.SkipWithError("the panel has no form or table");
+    if (!shown.showBasket(state))
         return;
-    }
-    shown.choose(0);
-    shown.paint();
     PaintWatch watch;
     QWidget *viewport = shown.confirm->table()->view()->viewport();
     viewport->installEventFilter(&watch);
@@ -380,11 +392,7 @@ void BM_Panel_TickAfterMarketRound(benchmark::State &state)
     double tick = 0;
     for (auto _ : state) {
         ++round;
-        std::thread worker([round] {
-            for (int i = 0; i < kStocks; ++i)
-                TC::CQuoteClient::instance()->publishQuote(quoteOf(i, 0.01 * (round % 9 + 1)));
-        });
-        worker.join();
+        publishRoundFromWorker(round);
         const Clock::time_point start = Clock::now();
         shown.confirm->slotTimeout();
         const Clock::time_point ticked = Clock::now();
