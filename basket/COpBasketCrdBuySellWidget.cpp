@@ -18,20 +18,16 @@ namespace {
 
 constexpr quint64 kCreditWord = 0x2000;
 
-struct ModeButton
+const std::vector<COpBasketOptMemoryWidget::ModeButton> &creditButtons()
 {
-    int id;
-    int operation;
-    const char *text;
-    bool sellSide;
-};
-
-const ModeButton kButtons[] = {
-    {108, ttservice::OT_MARGIN_BUY, "买入", false},
-    {109, ttservice::OT_SHORT_SELL, "卖出", true},
-    {52, ttservice::OT_BUY_TO_RETURN, "买券还券", false},
-    {53, ttservice::OT_SELL_TO_REPAY, "卖券还款", true},
-};
+    static const std::vector<COpBasketOptMemoryWidget::ModeButton> buttons = {
+        {108, ttservice::OT_MARGIN_BUY, "买入", false},
+        {109, ttservice::OT_SHORT_SELL, "卖出", true},
+        {52, ttservice::OT_BUY_TO_RETURN, "买券还券", false},
+        {53, ttservice::OT_SELL_TO_REPAY, "卖券还款", true},
+    };
+    return buttons;
+}
 
 int buttonOfOperation(int operation)
 {
@@ -46,47 +42,14 @@ int buttonOfOperation(int operation)
 } // namespace
 
 COpBasketCrdBuySellWidget::COpBasketCrdBuySellWidget(QWidget *parent)
-    : WK::CBaseWidget(QStringLiteral("op_basket_credit_buy_sell_widget"), false, parent)
+    : COpBasketOptMemoryWidget(QStringLiteral("op_basket_credit_buy_sell_widget"), ttservice::BROKER_TYPE_CREDIT,
+                               creditButtons(), ttservice::OT_BUY, parent)
 {
-    m_group = new WK::CPushButtonGroup(1, this);
-    m_param = new COpBasketStockParamsWidget(ttservice::BROKER_TYPE_CREDIT, this, ttservice::VQ_TRADER_BASKET);
-    for (const ModeButton &button : kButtons)
-        COpBasketBuySellWidget::addModeButton(m_group, button.id, QString::fromUtf8(button.text), button.sellSide);
-
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(m_group, 0, Qt::AlignLeft);
-    layout->addSpacing(2);
-    layout->addWidget(COpBasketBuySellWidget::makeSeparator(this));
-    layout->addWidget(m_param, 1);
-
-    m_group->setCheckedByID(kButtons[0].id);
     m_param->setSaveParam(true);
     m_param->resetStrategyType(ttservice::ORDER_TYPE_VWAPPLUS, QStringLiteral("VWAPPLUS"));
-    setMinimumHeight(200);
 }
 
 COpBasketCrdBuySellWidget::~COpBasketCrdBuySellWidget() = default;
-
-int COpBasketCrdBuySellWidget::currentOpt() const
-{
-    const int id = m_group->checkedId();
-    for (const ModeButton &button : kButtons) {
-        if (button.id == id)
-            return button.operation;
-    }
-    return -1;
-}
-
-void COpBasketCrdBuySellWidget::keepCurrentSetting()
-{
-    if (!m_param || !m_param->table())
-        return;
-    ttservice::COrderSetting setting;
-    m_param->table()->saveOpParam(QString(), setting);
-    m_orderSettings.insert(m_currentOpt, setting);
-}
 
 void COpBasketCrdBuySellWidget::setCurrentOpt(ttservice::EOperationType operation)
 {
@@ -94,13 +57,13 @@ void COpBasketCrdBuySellWidget::setCurrentOpt(ttservice::EOperationType operatio
         keepCurrentSetting();
         m_currentOpt = operation;
         m_group->setCheckedByID(buttonOfOperation(operation));
-        if (m_orderSettings.contains(operation) && m_param && m_param->table()) {
+        if (m_orderSettings.contains(operation) && m_param) {
             m_param->setOperationType(operation);
-            m_param->table()->loadOpParam(m_orderSettings.value(operation), 0.01);
+            loadKeptSetting(operation);
         }
     }
-    for (const ModeButton &button : kButtons)
-        m_group->setCheckedByID(button.id);
+    for (const ModeButton &button : buttons())
+        m_group->setCheckedByID(button.m_id);
     m_group->setCheckedByID(buttonOfOperation(operation));
     m_group->setEnabled(false);
 }
@@ -121,14 +84,6 @@ void COpBasketCrdBuySellWidget::switchMode(quint64 tab)
     }
 }
 
-QString COpBasketCrdBuySellWidget::param() const
-{
-    QStringList parts{QString::number(m_currentOpt)};
-    for (auto it = m_orderSettings.cbegin(); it != m_orderSettings.cend(); ++it)
-        parts << QString::number(it.key()) << orderSettingToString(it.value());
-    return parts.join(QLatin1Char('%'));
-}
-
 void COpBasketCrdBuySellWidget::setParam(const QString &text)
 {
     const QStringList parts = text.split(QLatin1Char('%'));
@@ -141,20 +96,7 @@ void COpBasketCrdBuySellWidget::setParam(const QString &text)
         id = 52;
     m_group->setCheckedByID(id);
 
-    for (int i = 1; i + 1 < parts.size(); i += 2) {
-        const int key = parts.at(i).toInt();
-        if (!m_orderSettings.contains(key))
-            continue;
-        const ttservice::COrderSetting setting = orderSettingFromString(parts.at(i + 1));
-        m_orderSettings.insert(key, setting);
-        if (key == m_currentOpt && m_param && m_param->table())
-            m_param->table()->loadOpParam(setting, 0.01);
-    }
-}
-
-std::string COpBasketCrdBuySellWidget::getCmdLog() const
-{
-    return m_param ? m_param->getCmdLog() : std::string();
+    readKeptSettings(parts, true);
 }
 
 bool COpBasketCrdBuySellWidget::handleEvent(int event, int id, int value, QString text, void *data)
@@ -164,18 +106,12 @@ bool COpBasketCrdBuySellWidget::handleEvent(int event, int id, int value, QStrin
     keepCurrentSetting();
     m_currentOpt = currentOpt();
     // A first visit keeps the block as it is; only an operation set before brings its setting.
-    if (m_orderSettings.contains(m_currentOpt) && m_param && m_param->table()) {
+    if (m_orderSettings.contains(m_currentOpt) && m_param) {
         m_param->setOperationType(m_currentOpt);
-        m_param->table()->loadOpParam(m_orderSettings.value(m_currentOpt), 0.01);
+        loadKeptSetting(m_currentOpt);
     }
     deliverEvent(5, static_cast<int>(kCreditWord), 0, QString(), nullptr);
     return true;
-}
-
-void COpBasketCrdBuySellWidget::paintEvent(QPaintEvent *event)
-{
-    WK::CBaseWidget::paintEvent(event);
-    COpBasketBuySellWidget::paintBackground(this);
 }
 
 } // namespace TC

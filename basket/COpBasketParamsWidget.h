@@ -235,6 +235,7 @@ private:
     // Price and order type for the rows of one direction (one-key futures) or of the form's
     // operation; the values stay as they are when the tab's block is missing.
     void orderTypesForRow(int rowOperation, ttservice::EPriceType &priceType, ttservice::EOrderType &orderType) const;
+    const COpBasketStockParamsWidget *tabBlockFor(int operation) const;
     COpBasketStockParamsWidget *blockForRow(int rowOperation) const;
     // Every block of the current tab's mode widget.
     QVector<COpBasketStockParamsWidget *> tabBlocks() const;

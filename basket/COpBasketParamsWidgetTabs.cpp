@@ -390,31 +390,28 @@ COpBasketStockParamsWidget *sideBlock(const Widget *widget, int operation)
 
 } // namespace
 
+// The block that prices a line of this operation on the current tab.
+const COpBasketStockParamsWidget *COpBasketParamsWidget::tabBlockFor(int operation) const
+{
+    switch (m_tradeOpType) {
+    case TOT_ALL: return sideBlock(m_buySellWidget, operation);
+    case TOT_HGT:
+    case TOT_SGT: return sideBlock(m_ggtWidget, operation);
+    case TOT_CREDIT: return m_crdWidget ? m_crdWidget->getParamWidget() : nullptr;
+    case TOT_FUTURE: return m_ftrWidget ? m_ftrWidget->getParamWidget() : nullptr;
+    default: return m_stockParams;
+    }
+}
+
 int COpBasketParamsWidget::getPriceType(int operation) const
 {
-    const COpBasketStockParamsWidget *block = nullptr;
-    switch (m_tradeOpType) {
-    case TOT_ALL: block = sideBlock(m_buySellWidget, operation); break;
-    case TOT_HGT:
-    case TOT_SGT: block = sideBlock(m_ggtWidget, operation); break;
-    case TOT_CREDIT: block = m_crdWidget ? m_crdWidget->getParamWidget() : nullptr; break;
-    case TOT_FUTURE: block = m_ftrWidget ? m_ftrWidget->getParamWidget() : nullptr; break;
-    default: block = m_stockParams; break;
-    }
+    const COpBasketStockParamsWidget *block = tabBlockFor(operation);
     return block ? block->getPriceType() : -1;
 }
 
 int COpBasketParamsWidget::getOrderType(int operation) const
 {
-    const COpBasketStockParamsWidget *block = nullptr;
-    switch (m_tradeOpType) {
-    case TOT_ALL: block = sideBlock(m_buySellWidget, operation); break;
-    case TOT_HGT:
-    case TOT_SGT: block = sideBlock(m_ggtWidget, operation); break;
-    case TOT_CREDIT: block = m_crdWidget ? m_crdWidget->getParamWidget() : nullptr; break;
-    case TOT_FUTURE: block = m_ftrWidget ? m_ftrWidget->getParamWidget() : nullptr; break;
-    default: block = m_stockParams; break;
-    }
+    const COpBasketStockParamsWidget *block = tabBlockFor(operation);
     return block ? block->getOrderType() : -1;
 }
 

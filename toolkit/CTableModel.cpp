@@ -835,6 +835,17 @@ void CTableModel::cellChanged(int rowId, int column)
         markTotalsDirty();
 }
 
+// Cells from column left to right of one row changed (none when left is negative).
+void CTableModel::announceRowChange(int rowId, int left, int right, bool summed)
+{
+    if (left < 0)
+        return;
+    const int visualRow = visualRowOf(rowId);
+    announce(visualRow, visualRow, left, right);
+    if (summed)
+        markTotalsDirty();
+}
+
 void CTableModel::announce(int top, int bottom, int left, int right, const QVector<int> &roles)
 {
     if (m_resetStarted || top < 0)
@@ -900,12 +911,7 @@ bool CTableModel::setItemDoubles(int rowId, std::initializer_list<DoubleCell> ce
         right = std::max(right, cell.m_column);
         summed = summed || m_columns[static_cast<size_t>(cell.m_column)].m_summed;
     }
-    if (left < 0)
-        return true;
-    const int visualRow = visualRowOf(rowId);
-    announce(visualRow, visualRow, left, right);
-    if (summed)
-        markTotalsDirty();
+    announceRowChange(rowId, left, right, summed);
     return true;
 }
 
@@ -971,12 +977,7 @@ bool CTableModel::updateRow(int rowId, const QVector<QVariant> &values)
             summed = summed || m_columns[static_cast<size_t>(column)].m_summed;
         }
     }
-    if (left < 0)
-        return true;
-    const int visualRow = visualRowOf(rowId);
-    announce(visualRow, visualRow, left, right);
-    if (summed)
-        markTotalsDirty();
+    announceRowChange(rowId, left, right, summed);
     return true;
 }
 

@@ -264,6 +264,7 @@ private:
     bool storeCell(int rowId, int column, Cell &target, const CellNumber &number, const QString &text,
                    int precision, int numberFlags);
     void cellChanged(int rowId, int column);
+    void announceRowChange(int rowId, int left, int right, bool summed);
     void announce(int top, int bottom, int left, int right, const QVector<int> &roles = QVector<int>());
     void noteFlash(int rowId, int column, const Cell &before, const CellNumber &number, const QString &text);
     void onFlashTimer();

@@ -1,0 +1,102 @@
+#include "COpBasketOptMemoryWidget.h"
+
+#include "COpBasketBuySellWidget.h"
+#include "COpBasketStockParamsWidget.h"
+
+#include "CGlobalOrderParamTable.h"
+
+#include "CPushButtonGroup.h"
+
+#include "OrderSettingText.h"
+
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace TC {
+
+COpBasketOptMemoryWidget::COpBasketOptMemoryWidget(const QString &name, int brokerType, std::vector<ModeButton> buttons,
+                                                   int firstOperation, QWidget *parent)
+    : WK::CBaseWidget(name, false, parent)
+    , m_currentOpt(firstOperation)
+    , m_buttons(std::move(buttons))
+{
+    m_group = new WK::CPushButtonGroup(1, this);
+    m_param = new COpBasketStockParamsWidget(static_cast<ttservice::EVQBrokerType>(brokerType), this,
+                                             ttservice::VQ_TRADER_BASKET);
+    for (const ModeButton &button : m_buttons)
+        COpBasketBuySellWidget::addModeButton(m_group, button.m_id, QString::fromUtf8(button.m_text), button.m_sellSide);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_group, 0, Qt::AlignLeft);
+    layout->addSpacing(2);
+    layout->addWidget(COpBasketBuySellWidget::makeSeparator(this));
+    layout->addWidget(m_param, 1);
+
+    if (!m_buttons.empty())
+        m_group->setCheckedByID(m_buttons.front().m_id);
+    setMinimumHeight(200);
+}
+
+COpBasketOptMemoryWidget::~COpBasketOptMemoryWidget() = default;
+
+int COpBasketOptMemoryWidget::currentOpt() const
+{
+    const int id = m_group->checkedId();
+    for (const ModeButton &button : m_buttons) {
+        if (button.m_id == id)
+            return button.m_operation;
+    }
+    return -1;
+}
+
+void COpBasketOptMemoryWidget::keepCurrentSetting()
+{
+    if (!m_param || !m_param->table())
+        return;
+    ttservice::COrderSetting setting;
+    m_param->table()->saveOpParam(QString(), setting);
+    m_orderSettings.insert(m_currentOpt, setting);
+}
+
+void COpBasketOptMemoryWidget::loadKeptSetting(int operation)
+{
+    if (m_orderSettings.contains(operation) && m_param && m_param->table())
+        m_param->table()->loadOpParam(m_orderSettings.value(operation), 0.01);
+}
+
+QString COpBasketOptMemoryWidget::param() const
+{
+    QStringList parts{QString::number(m_currentOpt)};
+    for (auto it = m_orderSettings.cbegin(); it != m_orderSettings.cend(); ++it)
+        parts << QString::number(it.key()) << orderSettingToString(it.value());
+    return parts.join(QLatin1Char('%'));
+}
+
+void COpBasketOptMemoryWidget::readKeptSettings(const QStringList &parts, bool onlyKnown)
+{
+    for (int i = 1; i + 1 < parts.size(); i += 2) {
+        const int key = parts.at(i).toInt();
+        if (onlyKnown && !m_orderSettings.contains(key))
+            continue;
+        const ttservice::COrderSetting setting = orderSettingFromString(parts.at(i + 1));
+        m_orderSettings.insert(key, setting);
+        if (key == m_currentOpt && m_param && m_param->table())
+            m_param->table()->loadOpParam(setting, 0.01);
+    }
+}
+
+std::string COpBasketOptMemoryWidget::getCmdLog() const
+{
+    return m_param ? m_param->getCmdLog() : std::string();
+}
+
+void COpBasketOptMemoryWidget::paintEvent(QPaintEvent *event)
+{
+    WK::CBaseWidget::paintEvent(event);
+    COpBasketBuySellWidget::paintBackground(this);
+}
+
+} // namespace TC
