@@ -70,6 +70,19 @@ QWidget *COpBasketBuySellWidget::makeSeparator(QWidget *parent)
     return line;
 }
 
+void COpBasketBuySellWidget::layoutModeBlock(QWidget *widget, WK::CPushButtonGroup *group,
+                                             std::initializer_list<QWidget *> blocks)
+{
+    auto *layout = new QVBoxLayout(widget);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(group, 0, Qt::AlignLeft);
+    layout->addSpacing(2);
+    layout->addWidget(makeSeparator(widget));
+    for (QWidget *block : blocks)
+        layout->addWidget(block, 1);
+}
+
 void COpBasketBuySellWidget::paintBackground(QWidget *widget)
 {
     QPainter painter(widget);
@@ -85,14 +98,7 @@ void COpBasketBuySellWidget::createUi()
     addModeButton(m_group, kBuyId, QStringLiteral("买入"), false);
     addModeButton(m_group, kSellId, QStringLiteral("卖出"), true);
 
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(m_group, 0, Qt::AlignLeft);
-    layout->addSpacing(2);
-    layout->addWidget(makeSeparator(this));
-    layout->addWidget(m_buyParam, 1);
-    layout->addWidget(m_sellParam, 1);
+    layoutModeBlock(this, m_group, {m_buyParam, m_sellParam});
 
     m_group->setCheckedByID(kBuyId);
     m_buyParam->setOperationType(ttservice::OT_BUY);

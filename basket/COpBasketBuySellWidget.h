@@ -7,6 +7,7 @@
 
 #include <QString>
 
+#include <initializer_list>
 #include <string>
 
 class QPaintEvent;
@@ -50,6 +51,8 @@ public:
     static WK::CPushButton *addModeButton(WK::CPushButtonGroup *group, int id, const QString &text, bool sellSide);
     // The line under the buttons and the background shared by the mode widgets.
     static QWidget *makeSeparator(QWidget *parent);
+    // The layout every mode widget has: its buttons, a line, then its blocks one under another.
+    static void layoutModeBlock(QWidget *widget, WK::CPushButtonGroup *group, std::initializer_list<QWidget *> blocks);
     static void paintBackground(QWidget *widget);
 
 Q_SIGNALS:

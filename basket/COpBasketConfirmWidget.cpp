@@ -699,19 +699,13 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
         }
         m_slotVolumes[i] = line.m_volume;
 
-        // On a money line the shown key has no quote; the value is the line's money anyway.
+        // On a money line the shown key has no quote; the value is the line's money anyway,
+        // and its value cells show "-".
         const double cost = costOf(line, price, instrument.m_instrument);
-        double changeRatio = 0.0;
-        if (hasCost(cost) && !money) {
-            changeRatio = price ? changeRatioOf(lastPrice, price->m_lastClose) : 0.0;
-            m_table->setItemDouble(row, COL_COST, cost, 2);
-            m_table->setItemDouble(row, COL_LAST_PRICE, lastPrice, instrument.m_priceDecimals);
-            m_table->setItemDouble(row, COL_CHANGE, changeRatio, 2, WK::NF_PERCENT);
-        } else {
-            m_table->setItemText(row, COL_COST, QStringLiteral("-"));
-            m_table->setItemText(row, COL_LAST_PRICE, QStringLiteral("-"));
-            m_table->setItemText(row, COL_CHANGE, QStringLiteral("-"));
-        }
+        const double changeRatio = hasCost(cost) && !money && price ? changeRatioOf(lastPrice, price->m_lastClose) : 0.0;
+        m_otherRecords[i] = OtherOrderParam(available, 0.0, cost, lastPrice, changeRatio, std::string());
+        m_otherParams[i] = &m_otherRecords[i];
+        showValueCells(row, money ? OtherOrderParam() : m_otherRecords[i], instrument.m_priceDecimals);
 
         if (m_operationType == ttservice::OT_BUY && replacing) {
             const QString marketCode = WK::sToQs(line.m_stockInfo.m_market + line.m_stockInfo.m_stockCode);
@@ -723,28 +717,12 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
                 m_table->setRowColorKey(row, QStringLiteral("clr_global_rise"));
         }
 
-        m_otherRecords[i] = OtherOrderParam(available, 0.0, cost, lastPrice, changeRatio, std::string());
-        m_otherParams[i] = &m_otherRecords[i];
         bindRow(row, slot);
     }
     m_table->endUpdate();
 
     updateStatData();
     m_table->adjustVisibleRowsColumnWidth();
-}
-
-void COpBasketConfirmWidget::showLastPrice(int row, const QString &market, const QString &code, double lastPrice)
-{
-    m_table->setItemDouble(row, COL_LAST_PRICE, lastPrice, lastPriceDecimals(market, code));
-}
-
-// Columns 9, 7 and 8 of a line whose value is known.
-void COpBasketConfirmWidget::showLineValues(int row, const CCodeOrderParam &line, double cost, double lastPrice,
-                                            double changeRatio)
-{
-    m_table->setItemDouble(row, COL_COST, cost, 2);
-    showLastPrice(row, WK::sToQs(line.m_stockInfo.m_market), WK::sToQs(line.m_stockInfo.m_stockCode), lastPrice);
-    m_table->setItemDouble(row, COL_CHANGE, changeRatio, 2, WK::NF_PERCENT);
 }
 
 // Columns 9, 7 and 8 from a display record: "-" while the value is not known.
@@ -762,6 +740,22 @@ void COpBasketConfirmWidget::showValueCells(int row, const OtherOrderParam &othe
 }
 
 int COpBasketConfirmWidget::addTableRow(CCodeOrderParam *line, OtherOrderParam *other)
+{
+    if (!line)
+        return -1;
+    return writeRow(line, other,
+                    lastPriceDecimals(WK::sToQs(line->m_stockInfo.m_market), WK::sToQs(line->m_stockInfo.m_stockCode)));
+}
+
+int COpBasketConfirmWidget::priceDecimalsOfSlot(int slot) const
+{
+    const int instrument = slot >= 0 && static_cast<size_t>(slot) < m_slotInstrument.size()
+                               ? m_slotInstrument[static_cast<size_t>(slot)]
+                               : -1;
+    return instrument >= 0 ? m_instruments[static_cast<size_t>(instrument)].m_priceDecimals : 2;
+}
+
+int COpBasketConfirmWidget::writeRow(CCodeOrderParam *line, OtherOrderParam *other, int priceDecimals)
 {
     if (!m_table || !line || !other)
         return -1;
@@ -785,13 +779,7 @@ int COpBasketConfirmWidget::addTableRow(CCodeOrderParam *line, OtherOrderParam *
     m_table->setItemText(row, COL_STATUS, getStatusString(status));
     m_table->setItemColorKey(row, COL_STATUS, QLatin1String(getStatusColor(status)));
 
-    if (money) {
-        OtherOrderParam unknown;
-        showValueCells(row, unknown, 2);
-    } else {
-        showValueCells(row, *other,
-                       lastPriceDecimals(WK::sToQs(line->m_stockInfo.m_market), WK::sToQs(line->m_stockInfo.m_stockCode)));
-    }
+    showValueCells(row, money ? OtherOrderParam() : *other, priceDecimals);
     m_table->addRowEnd(true);
     return row;
 }
@@ -1018,7 +1006,8 @@ void COpBasketConfirmWidget::switchDirection(int row)
     if (cut && !isMoneyLine(*line))
         m_table->setItemInt(row, COL_VOLUME, line->m_volume);
     if (hasCost(cost) && !isMoneyLine(*line)) {
-        showLineValues(row, *line, cost, lastPrice, changeRatio);
+        showValueCells(row, OtherOrderParam(available, 0.0, cost, lastPrice, changeRatio, std::string()),
+                       priceDecimalsOfSlot(slotOfRow(row)));
     } else {
         m_table->setItemText(row, COL_COST, QStringLiteral("-"));
         m_table->setItemText(row, COL_LAST_PRICE, QStringLiteral("-"));
@@ -1279,7 +1268,7 @@ void COpBasketConfirmWidget::filterData(const COrderParamTable::FilterMap &filte
                 pass = testFilter(it.value().first, it.value().second, columnValue(*line, other, it.key()));
             }
             if (pass)
-                bindRow(addTableRow(line, other), slot);
+                bindRow(writeRow(line, other, priceDecimalsOfSlot(slot)), slot);
         }
     }
     m_table->endUpdate();
@@ -1381,8 +1370,7 @@ void COpBasketConfirmWidget::slotTimeout()
         const int row = m_slotRows[s];
         if (row < 0)
             continue; // out of the table now; a row made later shows the record as it stands
-        const int instrument = m_slotInstrument[s];
-        showValueCells(row, *other, instrument >= 0 ? m_instruments[static_cast<size_t>(instrument)].m_priceDecimals : 2);
+        showValueCells(row, *other, priceDecimalsOfSlot(slot));
         anyShown = true;
     }
     m_changedSlots.clear();

@@ -211,9 +211,9 @@ private:
                                           const FilterSwitches &switches) const;
     void clearSlots();
     QSet<QString> replacementCodes(const QString &basketName) const;
-    void showLineValues(int row, const ttservice::CCodeOrderParam &line, double cost, double lastPrice,
-                        double changeRatio);
-    void showLastPrice(int row, const QString &market, const QString &code, double lastPrice);
+    // The row of a line, with the decimals of its price column.
+    int writeRow(ttservice::CCodeOrderParam *line, OtherOrderParam *other, int priceDecimals);
+    int priceDecimalsOfSlot(int slot) const;
     void showValueCells(int row, const OtherOrderParam &other, int decimals);
     QString columnValue(const ttservice::CCodeOrderParam &line, const OtherOrderParam *other, int column) const;
     void validateVolume(WK::CTableCellEvent &cell);

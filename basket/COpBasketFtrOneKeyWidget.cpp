@@ -28,14 +28,7 @@ COpBasketFtrOneKeyWidget::COpBasketFtrOneKeyWidget(QWidget *parent)
     COpBasketBuySellWidget::addModeButton(m_group, kBuyId, QStringLiteral("买入"), false);
     COpBasketBuySellWidget::addModeButton(m_group, kSellId, QStringLiteral("卖出"), true);
 
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(m_group, 0, Qt::AlignLeft);
-    layout->addSpacing(2);
-    layout->addWidget(COpBasketBuySellWidget::makeSeparator(this));
-    layout->addWidget(m_buyParam, 1);
-    layout->addWidget(m_sellParam, 1);
+    COpBasketBuySellWidget::layoutModeBlock(this, m_group, {m_buyParam, m_sellParam});
 
     m_buyParam->setOperationType(ttservice::OT_BUY);
     m_sellParam->setOperationType(ttservice::OT_SELL);

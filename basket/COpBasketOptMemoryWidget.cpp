@@ -9,8 +9,6 @@
 
 #include "OrderSettingText.h"
 
-#include <QVBoxLayout>
-
 #include <utility>
 
 namespace TC {
@@ -27,13 +25,7 @@ COpBasketOptMemoryWidget::COpBasketOptMemoryWidget(const QString &name, int brok
     for (const ModeButton &button : m_buttons)
         COpBasketBuySellWidget::addModeButton(m_group, button.m_id, QString::fromUtf8(button.m_text), button.m_sellSide);
 
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(m_group, 0, Qt::AlignLeft);
-    layout->addSpacing(2);
-    layout->addWidget(COpBasketBuySellWidget::makeSeparator(this));
-    layout->addWidget(m_param, 1);
+    COpBasketBuySellWidget::layoutModeBlock(this, m_group, {m_param});
 
     if (!m_buttons.empty())
         m_group->setCheckedByID(m_buttons.front().m_id);

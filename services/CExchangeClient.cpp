@@ -75,11 +75,6 @@ boost::shared_ptr<ttservice::CInstrumentDetail> CExchangeClient::getCodeInfo(QSt
                   : boost::shared_ptr<ttservice::CInstrumentDetail>();
 }
 
-int CExchangeClient::getCodeTradeUnit(QString code) const
-{
-    return getCodeTradeUnit(code.toStdString());
-}
-
 int CExchangeClient::getCodeTradeUnit(const std::string &code) const
 {
     std::lock_guard<std::mutex> lock(m_mutex);

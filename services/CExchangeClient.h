@@ -36,7 +36,6 @@ public:
     boost::shared_ptr<ttservice::CInstrumentDetail> getCodeInfo(QString code) const;
     // The trading unit of the instrument written as getCodeInfo takes it; -1 when unknown.
     // Reads the unit alone, without a copy of the record: sizing asks it for every line.
-    int getCodeTradeUnit(QString code) const;
     int getCodeTradeUnit(const std::string &code) const;
     // The stock market ("SH", "SZ" ...) of a known instrument with this code, not on a futures
     // exchange; the instrument in market hint wins when there are several. Empty when there is

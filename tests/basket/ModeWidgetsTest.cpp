@@ -4,6 +4,7 @@
 #include "COpBasketFtrOneKeyWidget.h"
 #include "COpBasketStockParamsWidget.h"
 #include "SubstituteFixture.h"
+#include "../platform/EventRecorder.h"
 
 #include "CGlobalOrderParamTable.h"
 #include "CTrdAlgoBaseTable.h"
@@ -19,28 +20,6 @@
 namespace {
 
 using ttservice::COrderSetting;
-
-// The parent of a widget under test: keeps every event that reaches it.
-class Recorder : public WK::CBaseWidget
-{
-public:
-    Recorder()
-        : WK::CBaseWidget(QStringLiteral("recorder"), false, nullptr)
-    {
-    }
-    bool handleEvent(int event, int id, int value, QString text, void *) override
-    {
-        seen.push_back({event, id, value, text});
-        return true;
-    }
-    struct Seen {
-        int event;
-        int id;
-        int value;
-        QString text;
-    };
-    std::vector<Seen> seen;
-};
 
 void setStep(TC::COpBasketStockParamsWidget *block, double step)
 {
@@ -66,7 +45,7 @@ void press(WK::CPushButtonGroup *group, int id)
 class ModeWidgets : public SubstituteTest
 {
 protected:
-    Recorder parent;
+    EventRecorder parent;
 };
 
 // --- credit ---
