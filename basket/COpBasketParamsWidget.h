@@ -7,6 +7,8 @@
 #include "CBasketStockData.h"
 #include "CCodeOrderParam.h"
 #include "CPositionParam.h"
+#include "CPositionDetail.h"
+#include "CStockInfo.h"
 #include "PanelEnums.h"
 
 #include <boost/format/format_fwd.hpp>
@@ -46,6 +48,7 @@ class COpBasketFtrOneKeyWidget;
 class COpBasketStockParamsWidget;
 class CPriceData;
 class CQuoteRequest;
+class CAccount;
 struct COpBasketOrder;
 class COpAccountsWidget;
 class COpBasketFutureParamsWidget;
@@ -145,6 +148,30 @@ public:
     void updateBasketConfirmData();
     void fillComposeLastBasket(const QString &name);
     void batchPositions(const QVector<CPositionParam> &positions, QFlags<ETempBatchOrderFlag> flags);
+    // Keys of the accounts ticked in the picker; empty without one.
+    QSet<QString> getSelectedAccounts() const;
+    // The ticked accounts as the user configuration knows them; empty without a picker.
+    QVector<boost::shared_ptr<CAccount>> getAccounts() const;
+    // Every position of the account, empty ones included; empty for an unknown account.
+    static std::vector<boost::shared_ptr<ttservice::CPositionDetail>> getAccoutPositions(const QString &accountKey);
+    // What to sell of a holding at a sell ratio: the nearest whole lot of held x ratio (halves
+    // up), never more than is held; the whole holding at 100% or when it is one lot or less.
+    static int64_t sellRatioVolume(int64_t held, double ratio, int unit);
+
+    // --- edits of the list that outlive a recalculation ---
+    // A line of the confirmation table was edited (volume, direction).
+    void changeBascketData(ttservice::CCodeOrderParam *line);
+    void addOneBascketData(const ttservice::CStockInfo &stock);
+    QList<CBasketStockData> paramDataToBasketStockData(const std::vector<ttservice::CCodeOrderParam> &lines,
+                                                       const QString &basketName) const;
+    void changeDelegateStyle();
+    void onSelectStock(const ttservice::CStockInfo &stock, ESmartKeyType type);
+    // A paste starts as one copy of the pasted volumes when resetVolumn holds.
+    void batchClipboard(bool resetVolumn);
+    // The tab a paste of this tab's rows belongs to; moves the mode widgets to its operation.
+    quint64 getClipBoardOperationType(quint64 tab) const;
+    // The tab for a basket handed in from outside, by the operations of its rows.
+    quint64 getAutoImportBasketsOpType(const QString &name);
     // Keys 400 (buy) and 401 (sell): the first press switches to the tab, the next one places.
     void doShortCutOrder(int key, QKeyEvent *event);
 
@@ -193,7 +220,16 @@ public:
     const std::string &commandKey() const { return m_commandKey; }
     quint64 commandOpType() const { return m_commandOpType; }
     bool isCommandEnabled() const { return m_commandEnabled; }
-    const QMap<int, QVector<CPositionParam>> &batchPositionsByFlag() const { return m_batchPositions; }
+    // The per-tab custom group: an editable copy of the list the tab showed. Mode 0 is the copy
+    // of a stored basket's list, mode 8 the copy of pasted rows.
+    struct CTabBasket
+    {
+        int m_batchFlags = 0;
+        QList<CBasketStockData> m_basketList;
+        QList<CBasketStockData> m_pasteList;
+    };
+    const QMap<quint64, CTabBasket> &tabBaskets() const { return m_tabBaskets; }
+    int customGroupMode() const { return m_customGroupMode; }
 
     // Which value cell cell() answers.
     enum ECell { CellCopies, CellMoney, CellRatio, CellSellRatio, CellAssetRatio, CellCmdRatio, CellContract, CellTotalLots };
@@ -254,6 +290,13 @@ private:
     bool fillClipboard(QVector<ttservice::CCodeOrderParam> &params, QString &error);
     bool fillBatchBuySellParam(QVector<ttservice::CCodeOrderParam> &params, QString &error);
     bool fillCustomGroupParam(QVector<ttservice::CCodeOrderParam> &params, QString &error);
+    void getBatchBuyStockList(QList<CBasketStockData> &rows) const;
+    // A line of a handed-over position or account position, before its block fills it.
+    ttservice::CCodeOrderParam batchLine(const ttservice::CStockInfo &stock, int operation) const;
+    // The list the custom group's mode points at; null for a mode without one.
+    QList<CBasketStockData> *customGroupList(quint64 tab);
+    // Adds row unless an equal row is there; true if it was added.
+    bool addRowTo(QList<CBasketStockData> &rows, const CBasketStockData &row, const QString &name) const;
     double calcOneKeyAvailableMoney(const QList<CBasketStockData> &rows, const QString &accountKey,
                                     double sumWeight, double totalMoney) const;
     void calcReplaceEtf(double stoppedMoney, const std::vector<boost::shared_ptr<ttservice::CAccountInfo>> &accounts,
@@ -262,6 +305,7 @@ private:
     bool updateParamsByCmd(bool fromTab);
     void updateParamsByAccount();
     void updateAccountsSlo();
+    void updateAccountSlo(const ttservice::CAccountInfo &account);
     void setParities();
     void logUserAction(const boost::format &text);
     void reportCheckFailure(const QString &message, QString &error, QWidget *tipAnchor);
@@ -318,7 +362,9 @@ private:
 
     QString m_savedParam;
     bool m_commandEnabled = true;
-    QMap<int, QVector<CPositionParam>> m_batchPositions;
+    QVector<CPositionParam> m_batchBuyPositions;
+    QVector<CPositionParam> m_batchSellPositions;
+    QMap<quint64, QVector<CPositionParam>> m_batchBuySellPositions;
     std::vector<ttservice::CCodeOrderParam> m_orderParams;
     QMap<QString, boost::shared_ptr<CQuoteRequest>> m_quoteRequests;
     QSet<QString> m_pendingQuotes;
@@ -327,8 +373,10 @@ private:
     // Rows pasted for each tab, and whether the pasted text had a weight column.
     QMap<quint64, QList<CBasketStockData>> m_clipboardStocks;
     bool m_clipboardHasWeight = false;
-    // The picker's flags per tab, so that a tab comes back with the list it showed.
-    QMap<quint64, int> m_tabBaskets;
+    // Per tab: the picker's flags, so that a tab comes back with the list it showed, and the
+    // custom group's lists.
+    QMap<quint64, CTabBasket> m_tabBaskets;
+    int m_customGroupMode = 0;
 };
 
 } // namespace TC

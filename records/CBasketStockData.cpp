@@ -18,11 +18,7 @@ QString CBasketStockData::toString() const
 
 bool CBasketStockData::operator==(const CBasketStockData &o) const
 {
-    return m_accountDisplayId == o.m_accountDisplayId && m_market == o.m_market && m_stockCode == o.m_stockCode
-        && m_stockName == o.m_stockName && ttservice::isEqual(m_weight, o.m_weight) && m_volume == o.m_volume
-        && m_operationType == o.m_operationType && m_filtered == o.m_filtered && m_touchType == o.m_touchType
-        && m_touchPrice == o.m_touchPrice && m_price == o.m_price && m_useFixedPrice == o.m_useFixedPrice
-        && m_accountKey == o.m_accountKey && m_entrustBs == o.m_entrustBs && m_hedgeFlag == o.m_hedgeFlag;
+    return m_market == o.m_market && m_stockCode == o.m_stockCode && m_accountKey == o.m_accountKey;
 }
 
 int CBasketStockCompareTraits::compare(const CBasketStockData &a, const CBasketStockData &b)

@@ -38,6 +38,9 @@ public:
     // The row as a clipboard line: code, name, volume, weight, direction, tab separated.
     QString toString() const;
 
+    // Rows are the same row when they name the same instrument for the same account (or both
+    // for every account): an edited volume, weight or price does not make another row, so an
+    // edit or a removal finds the row it was made on.
     bool operator==(const CBasketStockData &other) const;
 };
 

@@ -1,6 +1,7 @@
 #include "CTradeClient.h"
 
 #include "DoubleCompare.h"
+#include "OperationSide.h"
 #include "TradeUnits.h"
 
 #include <algorithm>
@@ -149,7 +150,20 @@ std::vector<int> CTradeClient::splitEntrusts(int volume, double price, ttservice
         shares[i] = static_cast<int>(lots * unit);
         given += shares[i];
     }
-    shares[0] += static_cast<int>(volume - given);
+    // Whole units that rounding left over go one at a time to the accounts that take part, in
+    // order, so that no account's share ever holds an odd lot.
+    long long leftoverUnits = (volume - given) / unit;
+    for (size_t i = 0; leftoverUnits > 0; i = (i + 1) % usable.size()) {
+        if (usable[i] <= 0.0)
+            continue;
+        shares[i] += unit;
+        given += unit;
+        --leftoverUnits;
+    }
+    // Below one unit: a buy may not carry an odd lot, so it is left out; a sell may clear an odd
+    // holding, so the first account sells it.
+    if (!ttservice::isBuyOperation(operation))
+        shares[0] += static_cast<int>(volume - given);
     return shares;
 }
 

@@ -107,9 +107,12 @@ public:
     //     result and a text in error;
     //   - otherwise one volume per account, in the order of accounts: the account's weight
     //     share of volume, rounded down to the trade unit (ttservice::getTradeMinUnit of market
-    //     and code, at least 1); what rounding leaves over goes to the first account, so the
-    //     shares add up to volume. Weights that are negative or without a value count as 0;
-    //     when no weight is above 0 every account weighs the same;
+    //     and code, at least 1). The whole units that rounding leaves over go one unit at a time
+    //     to the accounts of a weight above 0, in order (first, second, ..., first again). What
+    //     is left below one unit is dropped on a buy (isBuyOperation), which may never carry an
+    //     odd lot, and goes to the first account on any other operation, which then adds up to
+    //     volume. Weights that are negative or without a value count as 0; when no weight is
+    //     above 0 every account weighs the same;
     //   - a volume of 0 or less gives 0 to every account.
     // price, price type, split type, operation, hedge flag and order type do not change the rule
     // here. A test may script the answer with setSplitEntrustsHandler.

@@ -1,5 +1,6 @@
 #include "CExchangeClient.h"
 #include "CTradeClient.h"
+#include "OperationSide.h"
 #include "SubstituteReset.h"
 
 #include <gtest/gtest.h>
@@ -30,6 +31,7 @@ struct SplitCase
     const char *market;
     std::vector<double> weights;
     std::vector<int> expected;
+    EOperationType operation = OT_BUY;
 };
 
 class SplitEntrusts : public ::testing::TestWithParam<SplitCase>
@@ -40,15 +42,20 @@ protected:
 
 } // namespace
 
-TEST_P(SplitEntrusts, DividesByWeightInWholeLotsWithTheRemainderToTheFirstAccount)
+TEST_P(SplitEntrusts, DividesByWeightInWholeLotsAndNeverGivesABuyAnOddLot)
 {
     const SplitCase &c = GetParam();
     utils::TTError error;
     const std::vector<int> split = CTradeClient::instance()->splitEntrusts(
-        c.volume, 10.0, PRICE_TYPE_LAST, accounts(c.weights.size()), c.weights, 0, c.market, "600000", OT_BUY,
+        c.volume, 10.0, PRICE_TYPE_LAST, accounts(c.weights.size()), c.weights, 0, c.market, "600000", c.operation,
         HEDGE_FLAG_SPECULATION, error, ORDER_TYPE_NORMAL);
     EXPECT_EQ(split, c.expected);
     EXPECT_FALSE(error.isError());
+    const int unit = std::string(c.market) == "CFFEX" ? 1 : 100;
+    if (isBuyOperation(c.operation)) {
+        for (int share : split)
+            EXPECT_EQ(share % unit, 0) << "an odd lot on a buy";
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -56,8 +63,12 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         SplitCase{"equalWeights", 1000, "SH", {1.0, 1.0}, {500, 500}},
         SplitCase{"roundedDownToLots", 1000, "SH", {1.0, 2.0}, {400, 600}},
-        SplitCase{"remainderToFirst", 1050, "SH", {1.0, 1.0}, {550, 500}},
+        SplitCase{"oddLotOfABuyIsDropped", 1050, "SH", {1.0, 1.0}, {500, 500}},
+        SplitCase{"oddLotOfASellGoesToTheFirst", 1050, "SH", {1.0, 1.0}, {550, 500}, OT_SELL},
+        SplitCase{"oneAccountBuyOfAMoneyTotal", 9036, "SH", {1.0}, {9000}},
         SplitCase{"threeAccountsOddShares", 1000, "SH", {1.0, 1.0, 1.0}, {400, 300, 300}},
+        SplitCase{"leftoverUnitsGoInTurn", 2000, "SH", {1.0, 1.0, 1.0}, {700, 700, 600}},
+        SplitCase{"leftoverUnitsSkipZeroWeights", 2000, "SH", {1.0, 0.0, 1.0, 1.0}, {700, 0, 700, 600}},
         SplitCase{"zeroWeightGetsNothing", 900, "SH", {0.0, 3.0}, {0, 900}},
         SplitCase{"allZeroWeightsSplitEvenly", 600, "SH", {0.0, 0.0}, {300, 300}},
         SplitCase{"negativeWeightCountsAsZero", 600, "SH", {-1.0, 1.0}, {0, 600}},
