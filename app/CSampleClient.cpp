@@ -118,6 +118,7 @@ void CSampleClient::install(const CSampleData &data, int role)
     addInstruments(data.stocks());
     addInstruments(data.futures());
     addInstruments(data.indexes());
+    addInstruments(data.etfs());
 
     const TC::CBasketSetting index300 = data.indexBasket();
     user->baskets().insert(index300.m_name, index300);
@@ -125,8 +126,11 @@ void CSampleClient::install(const CSampleData &data, int role)
         user->baskets().insert(basket.m_name, basket);
     const TC::CBasketSetting futures = data.futuresBasket();
     user->baskets().insert(futures.m_name, futures);
+    const TC::CBasketSetting etfs = data.etfBasket();
+    user->baskets().insert(etfs.m_name, etfs);
 
-    // Two stocks that some accounts may not buy, one of them with a replacement.
+    // Stocks that some accounts may not buy: two of "大盘蓝筹" (one with a replacement), and one
+    // of "沪深300" whose replacement is the same stock, so that the two replacements merge.
     auto keyOf = [&data](int i) {
         const CSampleInstrument &stock = data.stocks().at(i);
         return QString::fromStdString(utils::vqStockKey(stock.market.toStdString(), stock.code.toStdString()));
@@ -134,7 +138,7 @@ void CSampleClient::install(const CSampleData &data, int role)
     const QString first = TC::accountDisplayIDQs(*user->getAccountData(QStringLiteral("stk-001")));
     const QString second = TC::accountDisplayIDQs(*user->getAccountData(QStringLiteral("stk-002")));
     TC::CBlackAndWhiteListService *lists = TC::CBlackAndWhiteListService::instance();
-    lists->addBlackStock(first, keyOf(4));
+    lists->setWhiteStock(first, keyOf(6), keyOf(200));
     lists->setWhiteStock(first, keyOf(4), keyOf(200));
     lists->addBlackStock(second, keyOf(9));
 }

@@ -108,6 +108,41 @@ CSampleData::CSampleData()
         index.tradeUnit = 1;
         m_indexes.push_back(index);
     }
+
+    const struct
+    {
+        const char *market;
+        const char *code;
+        const char *name;
+        double close;
+    } etfs[] = {{"SH", "510300", "沪深300ETF", 3.952}, {"SH", "510500", "中证500ETF", 5.861}, {"SZ", "159919", "300ETF", 4.068}};
+    for (const auto &e : etfs) {
+        CSampleInstrument etf;
+        etf.market = QString::fromLatin1(e.market);
+        etf.code = QString::fromLatin1(e.code);
+        etf.name = QString::fromUtf8(e.name);
+        etf.lastClose = e.close;
+        etf.priceTick = 0.001;
+        m_etfs.push_back(etf);
+    }
+}
+
+TC::CBasketSetting CSampleData::etfBasket() const
+{
+    TC::CBasketSetting basket;
+    basket.m_name = QStringLiteral("ETF替代组合");
+    basket.m_basketKind = 0;
+    const double weights[] = {50.0, 30.0, 20.0};
+    for (int i = 0; i < m_etfs.size() && i < 3; ++i) {
+        TC::CBasketStockData row;
+        row.m_market = m_etfs[i].market;
+        row.m_stockCode = m_etfs[i].code;
+        row.m_stockName = m_etfs[i].name;
+        row.m_volume = 1000;
+        row.m_weight = weights[i];
+        basket.m_stocks.push_back(row);
+    }
+    return basket;
 }
 
 TC::CBasketSetting CSampleData::indexBasket() const
@@ -191,7 +226,7 @@ TC::CBasketSetting CSampleData::futuresBasket() const
 QVector<TC::CPriceData> CSampleData::openingQuotes() const
 {
     QVector<TC::CPriceData> quotes;
-    for (const QVector<CSampleInstrument> *list : {&m_stocks, &m_futures, &m_indexes}) {
+    for (const QVector<CSampleInstrument> *list : {&m_stocks, &m_futures, &m_indexes, &m_etfs}) {
         for (const CSampleInstrument &instrument : *list) {
             if (!instrument.suspended)
                 quotes.push_back(quoteOf(instrument));

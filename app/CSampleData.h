@@ -28,6 +28,7 @@ public:
     const QVector<CSampleInstrument> &stocks() const { return m_stocks; }
     const QVector<CSampleInstrument> &futures() const { return m_futures; }
     const QVector<CSampleInstrument> &indexes() const { return m_indexes; }
+    const QVector<CSampleInstrument> &etfs() const { return m_etfs; }
 
     // The index basket: the first three hundred stocks, weighted by a made-up market value.
     TC::CBasketSetting indexBasket() const;
@@ -35,6 +36,8 @@ public:
     QVector<TC::CBasketSetting> customBaskets() const;
     // Index futures of the current month, both directions, for the futures tabs.
     TC::CBasketSetting futuresBasket() const;
+    // Index funds that take the money of suspended stocks when the toolbar asks for it.
+    TC::CBasketSetting etfBasket() const;
 
     // A first quote for every instrument, at its last close.
     QVector<TC::CPriceData> openingQuotes() const;
@@ -43,4 +46,5 @@ private:
     QVector<CSampleInstrument> m_stocks;
     QVector<CSampleInstrument> m_futures;
     QVector<CSampleInstrument> m_indexes;
+    QVector<CSampleInstrument> m_etfs;
 };

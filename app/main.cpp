@@ -84,6 +84,33 @@ void chooseTab(TC::CBasketOperationPanel *panel, quint64 word)
         basketWidget->paramsWidget()->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr);
 }
 
+// A list handed over as the client's position panel does: the first positions of the first two
+// stock accounts, to buy more of or to sell.
+void handOverPositions(TC::CBasketOperationPanel *panel, TC::ETempBatchOrderFlag flag)
+{
+    QVector<TC::CPositionParam> positions;
+    for (const char *key : {"stk-001", "stk-002"}) {
+        const auto account = TC::getUserConfig()->getAccountData(QString::fromLatin1(key));
+        if (!account)
+            continue;
+        int taken = 0;
+        for (const auto &position : TC::COpBasketParamsWidget::getAccoutPositions(QString::fromLatin1(key))) {
+            if (!position || position->m_volume <= 0 || taken == 4)
+                continue;
+            TC::CPositionParam row;
+            row.m_account = account.get();
+            row.m_market = QString::fromStdString(position->m_market);
+            row.m_stockCode = QString::fromStdString(position->m_stockCode);
+            row.m_stockName = QString::fromStdString(position->m_stockName);
+            row.m_volume = position->m_sellableVolume;
+            positions.push_back(row);
+            ++taken;
+        }
+    }
+    if (panel)
+        panel->batchPositions(positions, flag);
+}
+
 // A press of the order button.
 void placeOrder(TC::CBasketOperationPanel *panel)
 {
@@ -125,7 +152,13 @@ int main(int argc, char **argv)
     parser.addOption(screenshotOption);
     parser.addOption(basketOption);
     parser.addOption(tabOption);
+    const QCommandLineOption batchOption(
+        QStringLiteral("batch"),
+        QStringLiteral("Hand the panel positions of two accounts as the client's position panel would: buy (to buy "
+                       "more of) or sell."),
+        QStringLiteral("KIND"));
     parser.addOption(placeOption);
+    parser.addOption(batchOption);
     parser.process(app);
 
     bool roleOk = false;
@@ -173,6 +206,14 @@ int main(int argc, char **argv)
                                                       : (screenshot ? QStringLiteral("大盘蓝筹") : QString());
     if (!basket.isEmpty())
         chooseBasket(window.panel(), basket);
+    if (parser.isSet(batchOption)) {
+        const QString kind = parser.value(batchOption);
+        if (kind != QLatin1String("buy") && kind != QLatin1String("sell")) {
+            std::fprintf(stderr, "basket-demo: --batch wants buy or sell, got \"%s\"\n", qPrintable(kind));
+            return 2;
+        }
+        handOverPositions(window.panel(), kind == QLatin1String("buy") ? TC::BATCH_BUY : TC::BATCH_SELL);
+    }
 
     if (parser.isSet(placeOption)) {
         // The quotes of a new list come from the event loop: place once they have sized it.

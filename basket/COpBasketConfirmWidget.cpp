@@ -29,6 +29,7 @@
 #include <boost/format.hpp>
 
 #include <QHash>
+#include <QPointer>
 #include <QStringList>
 #include <QThread>
 #include <QTimer>
@@ -53,6 +54,7 @@ constexpr int kFlagsOfTable = 0x600;        // totals line, column filters
 constexpr int kFlagsOfConfirmTable = 0x3a000; // context menu, deleting and copying rows
 constexpr int kCheckAlignment = 132;        // centred both ways
 constexpr int kEventDirectionSwitched = 1075;
+constexpr int kEventLineEdited = 1076;
 constexpr int kTypeTickDecimals = 100024;
 constexpr int kTypeMarketKeyed = 100028;
 constexpr int kTypeRepurchaseSh = 126;
@@ -938,6 +940,8 @@ void COpBasketConfirmWidget::volumeEdited(int row, const QString &text)
     else
         m_table->setItemText(row, COL_COST, QStringLiteral("-"));
     updateStatData();
+    // The form keeps the edit, so that the next recalculation shows it again.
+    deliverEvent(kEventLineEdited, row, 0, QString(), line);
 }
 
 void COpBasketConfirmWidget::switchDirection(int row)
@@ -948,7 +952,8 @@ void COpBasketConfirmWidget::switchDirection(int row)
     if (!line)
         return;
 
-    ttservice::EOperationType next = line->m_operationType;
+    const ttservice::EOperationType before = line->m_operationType;
+    ttservice::EOperationType next = before;
     QString shown;
     switch (line->m_operationType) {
     case ttservice::OT_BUY:
@@ -1015,14 +1020,28 @@ void COpBasketConfirmWidget::switchDirection(int row)
         m_table->setItemText(row, COL_CHANGE, QStringLiteral("-"));
     }
     updateStatData();
+    if (next != before || cut)
+        deliverEvent(kEventLineEdited, row, 0, QString(), line);
 }
 
 void COpBasketConfirmWidget::deleteRows(const std::set<int> &rows)
 {
+    QVector<CBasketStockData> removed;
     {
         std::lock_guard<std::recursive_mutex> lock(m_mutex);
         bool listChanged = false;
         for (int row : rows) {
+            if (const CCodeOrderParam *line = lineOfRow(row)) {
+                CBasketStockData gone;
+                gone.m_market = WK::sToQs(line->m_stockInfo.m_market);
+                gone.m_stockCode = WK::sToQs(line->m_stockInfo.m_stockCode);
+                gone.m_stockName = WK::sToQs(line->m_stockInfo.m_stockName);
+                gone.m_volume = line->m_volume;
+                gone.m_operationType = getBuyOrSellType(line->m_operationType);
+                if (line->m_account)
+                    gone.m_accountKey = line->m_account->getKey();
+                removed.push_back(gone);
+            }
             const int slot = slotOfRow(row);
             if (static_cast<size_t>(row) < m_rowSlots.size())
                 m_rowSlots[static_cast<size_t>(row)] = NO_SLOT;
@@ -1068,6 +1087,15 @@ void COpBasketConfirmWidget::deleteRows(const std::set<int> &rows)
         }
     }
     updateStatData();
+    // The form keeps the removal once the table's own event is over: it may regenerate the list
+    // this table works on.
+    if (!removed.isEmpty()) {
+        QPointer<COpBasketConfirmWidget> self(this);
+        QTimer::singleShot(0, this, [self, removed]() {
+            if (self)
+                Q_EMIT self->sigRemoveData(removed);
+        });
+    }
 }
 
 COpBasketConfirmWidget::FilterSwitches COpBasketConfirmWidget::filterSwitches() const

@@ -547,15 +547,6 @@ void COpBasketParamsWidget::updateBasketSetting()
         m_basketsCombo->updateBasketSetting();
 }
 
-void COpBasketParamsWidget::fillComposeLastBasket(const QString &)
-{
-}
-
-void COpBasketParamsWidget::batchPositions(const QVector<CPositionParam> &positions, QFlags<ETempBatchOrderFlag> flags)
-{
-    m_batchPositions[static_cast<int>(flags)] = positions;
-}
-
 void COpBasketParamsWidget::doShortCutOrder(int key, QKeyEvent *)
 {
     if (key != kShortcutBuy && key != kShortcutSell)
@@ -604,12 +595,5 @@ void COpBasketParamsWidget::resetSizingToOneCopy()
         m_copiesCell->setInt(1);
 }
 
-void COpBasketParamsWidget::slot_bascketChange(QKeyEvent *)
-{
-}
-
-void COpBasketParamsWidget::slotRemoveData(QVector<TC::CBasketStockData>)
-{
-}
 
 } // namespace TC

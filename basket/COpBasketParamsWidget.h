@@ -8,6 +8,7 @@
 #include "CCodeOrderParam.h"
 #include "CPositionParam.h"
 #include "CPositionDetail.h"
+#include "CSmartKeyboardDialog.h"
 #include "CStockInfo.h"
 #include "PanelEnums.h"
 
@@ -252,6 +253,13 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     // Drops rows that may never be traded here and marks those the toolbar filters out.
     void filterStockParam(QList<CBasketStockData> &rows);
+    // The money the buys of a one-key list may use in one account: the cash, or the cash and
+    // what the sells bring in, or 0 when even that falls short.
+    double calcOneKeyAvailableMoney(const QList<CBasketStockData> &rows, const QString &accountKey,
+                                    double sumWeight, double totalMoney) const;
+    // Asks the trading service to refresh the account limits of the logged-in credit accounts.
+    void updateAccountsSlo();
+    void updateAccountSlo(const ttservice::CAccountInfo &account);
 
 private:
     void createUi();
@@ -297,15 +305,12 @@ private:
     QList<CBasketStockData> *customGroupList(quint64 tab);
     // Adds row unless an equal row is there; true if it was added.
     bool addRowTo(QList<CBasketStockData> &rows, const CBasketStockData &row, const QString &name) const;
-    double calcOneKeyAvailableMoney(const QList<CBasketStockData> &rows, const QString &accountKey,
-                                    double sumWeight, double totalMoney) const;
     void calcReplaceEtf(double stoppedMoney, const std::vector<boost::shared_ptr<ttservice::CAccountInfo>> &accounts,
                         QVector<ttservice::CCodeOrderParam> &params, const std::vector<double> &weights);
     void calcReplaceBlacklist(QVector<ttservice::CCodeOrderParam> &params);
+    void keepBlackStocksUnbought(QVector<ttservice::CCodeOrderParam> &params) const;
     bool updateParamsByCmd(bool fromTab);
     void updateParamsByAccount();
-    void updateAccountsSlo();
-    void updateAccountSlo(const ttservice::CAccountInfo &account);
     void setParities();
     void logUserAction(const boost::format &text);
     void reportCheckFailure(const QString &message, QString &error, QWidget *tipAnchor);

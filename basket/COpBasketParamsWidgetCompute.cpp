@@ -715,6 +715,7 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
 
     calcReplaceEtf(stoppedMoney, accounts, params, weights);
     calcReplaceBlacklist(params);
+    keepBlackStocksUnbought(params);
     m_orderRowsLog = rowsLog.join(QLatin1Char('|')).toStdString();
     Q_UNUSED(error);
     return true;
@@ -738,49 +739,12 @@ bool COpBasketParamsWidget::fillClipboard(QVector<CCodeOrderParam> &params, QStr
     return fillParamByStocks(rows, params, error, true);
 }
 
-// --- sources of rows and engines that come with later blocks ---
-
-// The batch lists, the custom group and the replacement engines have sources of
-// their own that the panel does not hold yet: each gives an empty list, never an error.
-bool COpBasketParamsWidget::fillBatchBuyParam(QVector<CCodeOrderParam> &, QString &) { return true; }
-bool COpBasketParamsWidget::fillBatchSellParam(QVector<CCodeOrderParam> &, QString &) { return true; }
-bool COpBasketParamsWidget::fillPositionSellParam(QVector<CCodeOrderParam> &, QString &) { return true; }
-bool COpBasketParamsWidget::fillBatchBuySellParam(QVector<CCodeOrderParam> &, QString &) { return true; }
-bool COpBasketParamsWidget::fillCustomGroupParam(QVector<CCodeOrderParam> &, QString &) { return true; }
-
-double COpBasketParamsWidget::calcOneKeyAvailableMoney(const QList<CBasketStockData> &, const QString &accountKey,
-                                                       double, double totalMoney) const
-{
-    // Until the account limits are in, the money of a one-key order is what the sizing mode
-    // gives, or all the account has available when the mode names no amount.
-    if (ttservice::hasValue(totalMoney))
-        return totalMoney;
-    const auto account = getUserConfig()->getAccountData(accountKey);
-    const auto data = account ? ttservice::TraderCenter::instance()->getDataCenter()->getAccountData(account->getKey())
-                              : boost::shared_ptr<ttservice::CAccountData>();
-    const auto detail = data ? data->getAccountDetail() : boost::shared_ptr<ttservice::CAccountDetail>();
-    return detail ? valueOrZero(detail->m_available) : 0.0;
-}
-
-void COpBasketParamsWidget::calcReplaceEtf(double, const std::vector<boost::shared_ptr<ttservice::CAccountInfo>> &,
-                                           QVector<CCodeOrderParam> &, const std::vector<double> &)
-{
-}
-
-void COpBasketParamsWidget::calcReplaceBlacklist(QVector<CCodeOrderParam> &)
-{
-}
-
 bool COpBasketParamsWidget::updateParamsByCmd(bool)
 {
     return false;
 }
 
 void COpBasketParamsWidget::updateParamsByAccount()
-{
-}
-
-void COpBasketParamsWidget::updateAccountsSlo()
 {
 }
 

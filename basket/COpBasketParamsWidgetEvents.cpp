@@ -259,7 +259,7 @@ bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString te
         setItemsVisible(getCurrentVolumnType(), value);
         const int batch = static_cast<int>(m_basketsCombo->batchOp());
         enableWidgetForExchangePosition(batch != BATCH_BUY_SELL && batch != BATCH_CUSTOM_GROUP);
-        m_tabBaskets[m_tradeOpType] = static_cast<int>(m_basketsCombo->getAllFlag());
+        m_tabBaskets[m_tradeOpType].m_batchFlags = static_cast<int>(m_basketsCombo->getAllFlag());
         if (m_accountsWidget)
             m_accountsWidget->setEnabled(value != 2);
         logUserAction(boost::format("User %1% Modify basket: %2%") % userId.toStdString()

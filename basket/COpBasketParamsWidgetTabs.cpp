@@ -96,7 +96,7 @@ void COpBasketParamsWidget::setCurrentOperationType(quint64 word)
         m_inOpTypeChange = false;
         if (m_basketsCombo) {
             // Each tab offers its own temporary lists: a paste on one tab is not another's.
-            m_basketsCombo->reSetFlag(ETempBatchOrderFlags(QFlag(m_tabBaskets.value(word))));
+            m_basketsCombo->reSetFlag(ETempBatchOrderFlags(QFlag(m_tabBaskets.value(word).m_batchFlags)));
             if (isShowSystemBasket(m_tradeOpType))
                 m_basketsCombo->setBatchOp(QFlags<ETempBatchOrderFlag>(64), true);
         }

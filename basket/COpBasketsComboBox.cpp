@@ -173,7 +173,7 @@ void COpBasketsComboBox::updateBasketSetting()
     const bool isStored = config && config->baskets().contains(text);
     const bool fitsBroker =
         isStored && m_tree && config->baskets().constFind(text)->m_brokerType == m_tree->getBrokerType();
-    if (fitsBroker || (!isStored && isFixedBasketName(text))) {
+    if (fitsBroker || isFixedBasketName(text)) {
         setToolTip(text);
         return;
     }

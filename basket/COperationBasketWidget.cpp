@@ -281,7 +281,7 @@ void COperationBasketWidget::handlePaste()
         return;
     quint64 word = TOT_BUY;
     if (m_paramsWidget->checkPatch(text, word, false))
-        m_paramsWidget->setBatchOp(BATCH_CLIPBOARD, true);
+        m_paramsWidget->batchClipboard(false);
 }
 
 void COperationBasketWidget::patchCommand(const QString &text)
@@ -294,8 +294,7 @@ void COperationBasketWidget::patchCommand(const QString &text)
     m_paramsWidget->saveHedgeParam();
     m_paramsWidget->setCurrentOperationType(word);
     m_paramsWidget->loadHedgeParam();
-    m_paramsWidget->resetSizingToOneCopy();
-    m_paramsWidget->setBatchOp(BATCH_CLIPBOARD, true);
+    m_paramsWidget->batchClipboard(true);
 }
 
 void COperationBasketWidget::onTabChanged(quint64 word)
@@ -366,6 +365,12 @@ bool COperationBasketWidget::handleEvent(int event, int id, int value, QString t
                                            static_cast<ttservice::EOperationType>(value));
         if (m_replaceToolBar && m_editWidget)
             m_replaceToolBar->setPortfolioEnabled(m_editWidget->getOrderParams());
+        return true;
+    case 1076:
+        if (m_paramsWidget) {
+            m_paramsWidget->changeBascketData(static_cast<ttservice::CCodeOrderParam *>(data));
+            m_paramsWidget->changeDelegateStyle();
+        }
         return true;
     case 1208:
         if (m_paramsWidget)

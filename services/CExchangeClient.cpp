@@ -101,6 +101,36 @@ std::string CExchangeClient::getMarketByStockCode(std::string code, std::string 
     return market;
 }
 
+std::vector<ttservice::CInstrumentDetail> CExchangeClient::findInstruments(const QString &text, int limit,
+                                                                          bool stockMarketsOnly) const
+{
+    std::vector<ttservice::CInstrumentDetail> found;
+    if (text.isEmpty() || limit < 1)
+        return found;
+    std::lock_guard<std::mutex> lock(m_mutex);
+    // A short text matches thousands of instruments; only the kept few are copied.
+    std::vector<const ttservice::CInstrumentDetail *> matches;
+    for (const auto &entry : m_instruments) {
+        const ttservice::CInstrumentDetail &detail = entry.second;
+        if (stockMarketsOnly && !ttservice::isStockMarket(detail.m_market))
+            continue;
+        if (QString::fromStdString(detail.m_stockCode).startsWith(text, Qt::CaseInsensitive)
+            || QString::fromStdString(detail.m_stockName).contains(text, Qt::CaseInsensitive))
+            matches.push_back(&detail);
+    }
+    // Keys join code and market with a dot, which sorts before the digits and letters of a
+    // longer code but not before every character a code may hold; sort by the parts themselves.
+    const auto byCodeThenMarket = [](const ttservice::CInstrumentDetail *a, const ttservice::CInstrumentDetail *b) {
+        return a->m_stockCode != b->m_stockCode ? a->m_stockCode < b->m_stockCode : a->m_market < b->m_market;
+    };
+    const auto kept = static_cast<std::ptrdiff_t>(std::min(matches.size(), static_cast<std::size_t>(limit)));
+    std::partial_sort(matches.begin(), matches.begin() + kept, matches.end(), byCodeThenMarket);
+    found.reserve(static_cast<std::size_t>(kept));
+    for (std::ptrdiff_t i = 0; i < kept; ++i)
+        found.push_back(*matches[static_cast<std::size_t>(i)]);
+    return found;
+}
+
 void CExchangeClient::addInstrument(const ttservice::CInstrumentDetail &detail)
 {
     std::lock_guard<std::mutex> lock(m_mutex);

@@ -41,6 +41,12 @@ public:
     // exchange; the instrument in market hint wins when there are several. Empty when there is
     // none: a futures code or an unknown code.
     std::string getMarketByStockCode(std::string code, std::string hint) const;
+    // The instruments a user typing text looks for: those whose code starts with text, or whose
+    // name contains it, both regardless of case; only those of the stock markets (SH, SZ and
+    // their long names) when stockMarketsOnly. Sorted by code, then market; at most limit of
+    // them, the first in that order. Nothing for an empty text or a limit below 1.
+    std::vector<ttservice::CInstrumentDetail> findInstruments(const QString &text, int limit,
+                                                              bool stockMarketsOnly = false) const;
 
     // --- control surface (tests and the demo host) ---
     // Adds or replaces an instrument (by market and code).

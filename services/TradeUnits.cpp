@@ -13,6 +13,12 @@ bool isFutureMarket(const std::string &market)
     return std::find(std::begin(kMarkets), std::end(kMarkets), market) != std::end(kMarkets);
 }
 
+bool isStockMarket(const std::string &market)
+{
+    static const char *const kMarkets[] = {"SH", "SSE", "SZ", "SZSE"};
+    return std::find(std::begin(kMarkets), std::end(kMarkets), market) != std::end(kMarkets);
+}
+
 int getTradeMinUnit(std::string market, std::string code)
 {
     const int unit = TC::CExchangeClient::instance()->getCodeTradeUnit(utils::vqStockKey(market, code));

@@ -8,6 +8,10 @@ namespace ttservice {
 // "ZF" and "CZCE", "SF" and "SHFE", "IF" and "CFFEX"; "INE" by one.
 bool isFutureMarket(const std::string &market);
 
+// Whether market is one of the two stock exchanges, by either name: "SH" and "SSE", "SZ" and
+// "SZSE". Other markets (the connect markets, futures) are neither stock market here.
+bool isStockMarket(const std::string &market);
+
 // The smallest lot in which the instrument is traded: the trade unit of the instrument service's
 // record when it knows the instrument (CExchangeClient::getCodeInfo), else 1 on a futures
 // exchange and 100 on every other market. May be 0 if the record says so; callers that divide

@@ -203,8 +203,9 @@ const UpdateCase kUpdateCases[] = {
     {"basketRemovedMeanwhile", "Gone", 0, nullptr, kStock, false, false},
     {"clipboardInNoMapSurvives", "剪贴板组合", 8, nullptr, kStock, true, true},
     {"rebalanceSurvives", "调仓组合", 16, nullptr, kStock, true, true},
-    // A stored basket of a fixed name follows the stored baskets' rule.
-    {"customNameShadowedByFuturesBasket", "自定义组合", 32, nullptr, kStock, false, true},
+    // The custom group is stored under its fixed name with its instruments' broker type; it stays
+    // the choice whatever the tree's type, as the form's group of any tab is.
+    {"customNameStoredWithAnotherType", "自定义组合", 32, nullptr, kStock, true, true},
     {"customNameShadowedByFittingBasket", "自定义组合", 32, nullptr, kFuture, true, true},
     {"otherBatchNamesAreDropped", "批量买入组合", 1, nullptr, kStock, false, false},
     {"unnamedSystemFlagIsDropped", "", 64, nullptr, kStock, false, false},

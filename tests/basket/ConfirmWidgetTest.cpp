@@ -259,10 +259,13 @@ TEST_P(DirectionSwitch, OnlyAMixedListInTheFullTableSwitches)
         EXPECT_EQ(lines[0].m_operationType, 18);
         return;
     }
-    ASSERT_EQ(form->seen.size(), 1u);
+    // The form pairs the line first, then keeps the switch for the next recalculation.
+    ASSERT_EQ(form->seen.size(), 2u);
     EXPECT_EQ(form->seen[0].event, 1075);
     EXPECT_EQ(form->seen[0].value, 19);
     EXPECT_EQ(form->seen[0].data, &lines[0]);
+    EXPECT_EQ(form->seen[1].event, 1076);
+    EXPECT_EQ(form->seen[1].data, &lines[0]);
     EXPECT_EQ(lines[0].m_operationType, 19);
     EXPECT_EQ(cell(0, Widget::COL_OPERATION), QStringLiteral("卖出"));
     // A sell is cut to what the position can deliver.

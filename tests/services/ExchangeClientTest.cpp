@@ -96,12 +96,57 @@ TEST_F(ExchangeClient, RemovedInstrumentsAreGone)
     EXPECT_EQ(CExchangeClient::instance()->getMarketByStockCode("000001", "SH"), "SZ");
 }
 
+TEST(FindInstruments, KeepsTheFirstCodesUpToTheLimit)
+{
+    TC::resetAllSubstitutes();
+    CExchangeClient *client = CExchangeClient::instance();
+    const auto add = [client](const char *market, const char *code, const char *name) {
+        CInstrumentDetail d = instrument(market, code, 0.01, 100);
+        d.m_stockName = name;
+        client->addInstrument(d);
+    };
+    add("SZ", "000001", "Ping An Bank");
+    add("SH", "600000", "Pudong Bank");
+    add("SH", "000001", "Index");
+    add("CFFEX", "IF2401", "Index Future");
+    add("SH", "688001", "Tech");
+    const auto keys = [](const std::vector<CInstrumentDetail> &found) {
+        std::vector<std::string> k;
+        for (const CInstrumentDetail &d : found)
+            k.push_back(d.m_stockCode + "." + d.m_market);
+        return k;
+    };
+    using Keys = std::vector<std::string>;
+
+    EXPECT_EQ(keys(client->findInstruments(QStringLiteral("0"), 10)), (Keys{"000001.SH", "000001.SZ"}));
+    EXPECT_EQ(keys(client->findInstruments(QStringLiteral("6"), 1)), (Keys{"600000.SH"}));
+    EXPECT_EQ(keys(client->findInstruments(QStringLiteral("BANK"), 10)), (Keys{"000001.SZ", "600000.SH"}));
+    EXPECT_EQ(keys(client->findInstruments(QStringLiteral("index"), 10)), (Keys{"000001.SH", "IF2401.CFFEX"}));
+    EXPECT_EQ(keys(client->findInstruments(QStringLiteral("index"), 10, true)), (Keys{"000001.SH"}));
+    EXPECT_TRUE(client->findInstruments(QStringLiteral("6"), 0).empty());
+    EXPECT_TRUE(client->findInstruments(QString(), 10).empty());
+
+    // Codes a dot-joined key would put in the other order ("A-B.SH" < "A.SH").
+    client->reset();
+    add("SH", "A-B", "first");
+    add("SH", "A", "second");
+    EXPECT_EQ(keys(client->findInstruments(QStringLiteral("a"), 1)), (Keys{"A.SH"}));
+}
+
 TEST(FutureMarkets, EachExchangeByBothItsNames)
 {
     for (const char *market : {"DF", "DCE", "ZF", "CZCE", "SF", "SHFE", "IF", "CFFEX", "INE"})
         EXPECT_TRUE(isFutureMarket(market)) << market;
     for (const char *market : {"SH", "SZ", "SSE", "SZSE", "", "cffex"})
         EXPECT_FALSE(isFutureMarket(market)) << market;
+}
+
+TEST(StockMarkets, BothExchangesByBothTheirNamesAndNothingElse)
+{
+    for (const char *market : {"SH", "SZ", "SSE", "SZSE"})
+        EXPECT_TRUE(isStockMarket(market)) << market;
+    for (const char *market : {"HK", "sh", "", "CFFEX", "DCE", "SHHK"})
+        EXPECT_FALSE(isStockMarket(market)) << market;
 }
 
 TEST(InstrumentTypes, TypedStocksAndKindsAreSetByMarketAndCode)
