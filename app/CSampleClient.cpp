@@ -119,6 +119,9 @@ void CSampleClient::install(const CSampleData &data, int role)
     addInstruments(data.futures());
     addInstruments(data.indexes());
     addInstruments(data.etfs());
+    // A suspended stock keeps the quote of its last close: its money can be valued and moved.
+    for (const TC::CPriceData &quote : data.suspendedQuotes())
+        TC::CQuoteClient::instance()->setStockPrice(quote);
 
     const TC::CBasketSetting index300 = data.indexBasket();
     user->baskets().insert(index300.m_name, index300);
@@ -138,7 +141,7 @@ void CSampleClient::install(const CSampleData &data, int role)
     const QString first = TC::accountDisplayIDQs(*user->getAccountData(QStringLiteral("stk-001")));
     const QString second = TC::accountDisplayIDQs(*user->getAccountData(QStringLiteral("stk-002")));
     TC::CBlackAndWhiteListService *lists = TC::CBlackAndWhiteListService::instance();
-    lists->setWhiteStock(first, keyOf(6), keyOf(200));
-    lists->setWhiteStock(first, keyOf(4), keyOf(200));
+    lists->setWhiteStock(first, keyOf(6), keyOf(199));
+    lists->setWhiteStock(first, keyOf(4), keyOf(199));
     lists->addBlackStock(second, keyOf(9));
 }

@@ -234,3 +234,13 @@ QVector<TC::CPriceData> CSampleData::openingQuotes() const
     }
     return quotes;
 }
+
+QVector<TC::CPriceData> CSampleData::suspendedQuotes() const
+{
+    QVector<TC::CPriceData> quotes;
+    for (const CSampleInstrument &stock : m_stocks) {
+        if (stock.suspended)
+            quotes.push_back(quoteOf(stock));
+    }
+    return quotes;
+}

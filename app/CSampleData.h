@@ -39,8 +39,10 @@ public:
     // Index funds that take the money of suspended stocks when the toolbar asks for it.
     TC::CBasketSetting etfBasket() const;
 
-    // A first quote for every instrument, at its last close.
+    // A first quote for every instrument that trades today, at its last close.
     QVector<TC::CPriceData> openingQuotes() const;
+    // The standing quotes of the suspended stocks: their last close, and no trading.
+    QVector<TC::CPriceData> suspendedQuotes() const;
 
 private:
     QVector<CSampleInstrument> m_stocks;

@@ -8,6 +8,7 @@
 #include "COpBasketsComboBox.h"
 #include "COperationBasketWidget.h"
 
+#include "BasketHelpers.h"
 #include "CMsgService.h"
 #include "COpAccountsWidget.h"
 #include "CUserConfig.h"
@@ -52,7 +53,8 @@ void chooseBasket(TC::CBasketOperationPanel *panel, const QString &name)
     const QStringList accounts = form->accountsWidget()->getDisplayedAccounts();
     if (!accounts.isEmpty())
         form->accountsWidget()->setSelectedAccount(accounts.first(), true);
-    if (!TC::getUserConfig()->baskets().contains(name)) {
+    // A temporary list ("持仓卖出组合" ...) is chosen by its name as well.
+    if (!TC::getUserConfig()->baskets().contains(name) && TC::nameBatchFlag(name) == 0) {
         std::fprintf(stderr, "basket-demo: no stored basket named \"%s\"\n", qPrintable(name));
         return;
     }
