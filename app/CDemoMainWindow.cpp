@@ -2,6 +2,7 @@
 
 #include "CBasketOperationPanel.h"
 
+#include <QAction>
 #include <QDateTime>
 #include <QDockWidget>
 #include <QFont>
@@ -40,6 +41,14 @@ CDemoMainWindow::CDemoMainWindow(QWidget *parent)
     resize(1480, 860);
     // The panel is the main job of the window: it gets most of the height.
     resizeDocks({m_dock}, {560}, Qt::Vertical);
+
+    // Ctrl+Q closes the window the way the window's close button does, so that the panel's state
+    // is saved also where there is no window manager to press it.
+    auto *quit = new QAction(QStringLiteral("退出"), this);
+    quit->setShortcut(QKeySequence::Quit);
+    quit->setShortcutContext(Qt::ApplicationShortcut);
+    addAction(quit);
+    connect(quit, &QAction::triggered, this, &QWidget::close);
 }
 
 CDemoMainWindow::~CDemoMainWindow() = default;

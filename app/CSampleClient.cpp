@@ -33,6 +33,7 @@ const SampleAccount kAccounts[] = {
     {"fut-001", "90061234", "期货对冲一号", "稳健一号产品", ttservice::BROKER_TYPE_FUTURE, 9800000.0, 15000000.0},
     {"fut-002", "90061235", "期货对冲二号", "量化三号产品", ttservice::BROKER_TYPE_FUTURE, 7200000.0, 11000000.0},
     {"hgt-001", "510000771", "沪港通账户", "成长二号产品", ttservice::BROKER_TYPE_HGT, 3000000.0, 7000000.0},
+    {"crd-002", "880012346", "信用二号", "量化三号产品", ttservice::BROKER_TYPE_CREDIT, 4100000.0, 13500000.0},
 };
 
 const char *const kModules[] = {

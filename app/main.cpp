@@ -1,4 +1,5 @@
 #include "CDemoMainWindow.h"
+#include "CDemoSavedState.h"
 #include "CBasketOperationPanel.h"
 #include "CSampleClient.h"
 #include "CSampleData.h"
@@ -78,6 +79,13 @@ quint64 tabWordOf(const QString &name)
     return 0;
 }
 
+// The tab the panel is on; the buy tab for a panel without content.
+quint64 currentTab(TC::CBasketOperationPanel *panel)
+{
+    TC::COperationBasketWidget *basketWidget = panel ? panel->basketWidget() : nullptr;
+    return basketWidget && basketWidget->paramsWidget() ? basketWidget->paramsWidget()->getTradeOpType() : TC::TOT_BUY;
+}
+
 // A press of the tab button, as the user makes it.
 void chooseTab(TC::CBasketOperationPanel *panel, quint64 word)
 {
@@ -150,6 +158,10 @@ int main(int argc, char **argv)
         QStringLiteral("NAME"));
     const QCommandLineOption placeOption(QStringLiteral("place"),
                                          QStringLiteral("Press the order button once the list is sized; the order is printed."));
+    const QCommandLineOption freshOption(
+        QStringLiteral("fresh"),
+        QStringLiteral("Start from the panel's defaults instead of the state it was left in (the state is still saved "
+                       "on exit)."));
     parser.addOption(roleOption);
     parser.addOption(screenshotOption);
     parser.addOption(basketOption);
@@ -161,6 +173,7 @@ int main(int argc, char **argv)
         QStringLiteral("KIND"));
     parser.addOption(placeOption);
     parser.addOption(batchOption);
+    parser.addOption(freshOption);
     parser.process(app);
 
     bool roleOk = false;
@@ -185,9 +198,16 @@ int main(int argc, char **argv)
     CSimulatedMarket market(std::vector<TC::CPriceData>(opening.begin(), opening.end()));
     market.publishAll();
 
+    // Runs for scripts (a picture, an order to print) start from the defaults and leave the
+    // user's saved state alone, so that they give the same result on every machine.
+    const bool scripted = screenshot || parser.isSet(placeOption);
+    const CDemoSavedState savedState(role);
+    const QString saved = scripted || parser.isSet(freshOption) ? QString() : savedState.load();
+
     CDemoMainWindow window;
-    // As a client restores the panel's saved state: here only a wider parameter form.
-    window.panel()->setParam(QStringLiteral("//500"));
+    // As the client restores the panel: the text it was left with, or at first a wider
+    // parameter form.
+    window.panel()->setParam(saved.isEmpty() ? QStringLiteral("//500") : saved);
     TC::CTradeClient::instance()->setPlaceCommandsObserver([&window](const TC::CPlaceCommandsCall &call) {
         const std::string line = call.jsonString();
         printLine(line);
@@ -202,7 +222,8 @@ int main(int argc, char **argv)
         window.appendLog(QStringLiteral("消息 ") + call.m_text);
     });
     window.show();
-    if (tab != TC::TOT_BUY)
+    // An explicit tab wins over the restored one.
+    if (parser.isSet(tabOption) && tab != currentTab(window.panel()))
         chooseTab(window.panel(), tab);
     const QString basket = parser.isSet(basketOption) ? parser.value(basketOption)
                                                       : (screenshot ? QStringLiteral("大盘蓝筹") : QString());
@@ -234,6 +255,8 @@ int main(int argc, char **argv)
     }
     const int result = app.exec();
     market.stop();
+    if (!scripted && !savedState.save(window.panel()->param()))
+        std::fprintf(stderr, "basket-demo: could not save the panel's state to %s\n", qPrintable(savedState.filePath()));
     TC::CTradeClient::instance()->setPlaceCommandsObserver({});
     TC::CTradeClient::instance()->setPlaceTasksObserver({});
     TC::getMsgService()->setObserver({});

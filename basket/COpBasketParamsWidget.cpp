@@ -519,16 +519,6 @@ int COpBasketParamsWidget::getIndexVolume(const QString &market, const QString &
     return 1;
 }
 
-QString COpBasketParamsWidget::param() const
-{
-    return m_savedParam;
-}
-
-void COpBasketParamsWidget::setParam(const QString &text)
-{
-    m_savedParam = text;
-}
-
 void COpBasketParamsWidget::loadAccountGroupSettings()
 {
     if (m_accountsWidget)
@@ -577,14 +567,6 @@ void COpBasketParamsWidget::setBatchOp(QFlags<ETempBatchOrderFlag> flags, bool s
 {
     if (m_basketsCombo)
         m_basketsCombo->setBatchOp(flags, select);
-}
-
-void COpBasketParamsWidget::saveHedgeParam()
-{
-}
-
-void COpBasketParamsWidget::loadHedgeParam()
-{
 }
 
 void COpBasketParamsWidget::resetSizingToOneCopy()

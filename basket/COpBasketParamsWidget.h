@@ -72,8 +72,16 @@ public:
     ~COpBasketParamsWidget() override;
 
     // --- the form's text and state ---
+    // The form's piece of the panel's text: a JSON object of short keys, each value a string.
+    // Texts of older clients, fields joined by ";", are still read and upgraded on the next save.
     QString param() const;
     void setParam(const QString &text);
+    void setOldParam(const QString &text);
+    // The name under which a per-tab entry is saved. It looks at the current tab, not at word.
+    std::string getBsonName(quint64 word) const;
+    static quint64 getOpTypeFromQString(const QString &name);
+    // The form's memory per tab word: the "*" text of saveHedgeParam.
+    const QMap<quint64, QString> &hedgeParams() const { return m_hedgeParams; }
 
     // --- tabs and sizing modes ---
     void setCurrentOperationType(quint64 word);
@@ -188,7 +196,7 @@ public:
     const QMap<quint64, QList<CBasketStockData>> &clipboardStocks() const { return m_clipboardStocks; }
     bool clipboardHasWeight() const { return m_clipboardHasWeight; }
     void setBatchOp(QFlags<ETempBatchOrderFlag> flags, bool select);
-    void saveHedgeParam();
+    void saveHedgeParam() const;
     void loadHedgeParam();
     // Sizing back to its first mode with one copy, as a pasted instruction wants it.
     void resetSizingToOneCopy();
@@ -262,6 +270,13 @@ protected:
     void updateAccountSlo(const ttservice::CAccountInfo &account);
 
 private:
+    // --- reading the form's text ---
+    void restoreBasket(const QString &name);
+    // Chooses the sizing mode by its value, not by its row.
+    void setCurrentVolumnIndex(int mode);
+    void showCopiesOrMoney(int mode);
+    void updateAccountsToolBar();
+
     void createUi();
     WK::CBaseWidget *createOtherParams();
     WK::CParameterCell *makeCell(int id, const QString &label, const QString &unit, QWidget *parent);
@@ -358,14 +373,13 @@ private:
     quint64 m_ggtOpType = TOT_HGT;
     QMap<quint64, QString> m_ggtNames;
     QMap<quint64, QString> m_accountParams;
-    QMap<quint64, QString> m_hedgeParams;
+    mutable QMap<quint64, QString> m_hedgeParams;
     bool m_inOpTypeChange = false;
     bool m_locked = false;
     std::string m_commandKey;
     quint64 m_commandOpType = 0;
     std::string m_thirdPartyParam;
 
-    QString m_savedParam;
     bool m_commandEnabled = true;
     QVector<CPositionParam> m_batchBuyPositions;
     QVector<CPositionParam> m_batchSellPositions;

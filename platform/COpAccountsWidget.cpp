@@ -135,6 +135,11 @@ void COpAccountsWidget::refreshAccounts()
         item->setFlags(item->flags() | Qt::ItemIsUserCheckable | Qt::ItemIsEditable);
         item->setCheckState(ColumnAccount, selected.contains(key) ? Qt::Checked : Qt::Unchecked);
         item->setDisabled(disabled.contains(key));
+        const auto pending = m_pendingTicks.find(key);
+        if (pending != m_pendingTicks.end()) {
+            applyTick(item, pending.value());
+            m_pendingTicks.erase(pending);
+        }
     }
     m_filling = false;
     adjustWidthByForce();
@@ -187,6 +192,8 @@ QStringList COpAccountsWidget::getDisplayedAccounts() const
 
 void COpAccountsWidget::setSelectedAccount(const QString &key, bool select)
 {
+    if (!select)
+        m_pendingTicks.remove(key);
     QTreeWidgetItem *item = itemOf(key);
     if (!item)
         return;
@@ -197,6 +204,7 @@ void COpAccountsWidget::setSelectedAccount(const QString &key, bool select)
 
 void COpAccountsWidget::clearCheckStatus()
 {
+    m_pendingTicks.clear();
     m_filling = true;
     for (int i = 0; i < m_tree->topLevelItemCount(); ++i)
         m_tree->topLevelItem(i)->setCheckState(ColumnAccount, Qt::Unchecked);
@@ -251,32 +259,48 @@ double COpAccountsWidget::getSelectAccountsAvailable() const
 
 QString COpAccountsWidget::param() const
 {
-    // "key:weight" of every ticked account, joined by ",".
+    // "key:weight" of every ticked account, joined by ","; the weight as the split reads it, so
+    // that whatever was typed into the cell cannot break the list.
     QStringList parts;
     for (int i = 0; i < m_tree->topLevelItemCount(); ++i) {
         const QTreeWidgetItem *item = m_tree->topLevelItem(i);
-        if (item->checkState(ColumnAccount) == Qt::Checked)
-            parts << keyOf(item) + QLatin1Char(':') + item->text(ColumnWeight);
+        if (item->checkState(ColumnAccount) == Qt::Checked) {
+            const QString key = keyOf(item);
+            parts << key + QLatin1Char(':') + QString::number(getAccountWeight(key), 'g', 10);
+        }
     }
     return parts.join(QLatin1Char(','));
 }
 
 void COpAccountsWidget::setParam(const QString &text)
 {
+    m_pendingTicks.clear();
     m_filling = true;
     for (int i = 0; i < m_tree->topLevelItemCount(); ++i)
         m_tree->topLevelItem(i)->setCheckState(ColumnAccount, Qt::Unchecked);
     for (const QString &part : text.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
         const QString key = part.section(QLatin1Char(':'), 0, 0);
-        QTreeWidgetItem *item = itemOf(key);
-        if (!item)
-            continue;
-        item->setCheckState(ColumnAccount, Qt::Checked);
         const QString weight = part.section(QLatin1Char(':'), 1);
-        if (!weight.isEmpty())
-            item->setText(ColumnWeight, weight);
+        QTreeWidgetItem *item = itemOf(key);
+        if (!item) {
+            // A text saved on another tab names accounts of another kind; they are ticked when
+            // the list shows them.
+            if (!key.isEmpty())
+                m_pendingTicks.insert(key, weight);
+            continue;
+        }
+        applyTick(item, weight);
     }
     m_filling = false;
+}
+
+void COpAccountsWidget::applyTick(QTreeWidgetItem *item, const QString &weight)
+{
+    item->setCheckState(ColumnAccount, Qt::Checked);
+    bool ok = false;
+    const double value = weight.toDouble(&ok);
+    if (ok && value >= 0.0)
+        item->setText(ColumnWeight, weight);
 }
 
 void COpAccountsWidget::setShowToolBar(bool show)

@@ -57,7 +57,9 @@ public:
     // Available money of the selected accounts together; NO_VALUE when none has any known.
     double getSelectAccountsAvailable() const;
 
-    // Ticked accounts and weights as text, for the form's per-tab memory.
+    // Ticked accounts and weights as text, "key:weight" joined by ",", for the form's per-tab
+    // memory and the panel's saved text. setParam ticks exactly the accounts it names; one that
+    // the list does not show now (an account of another tab) is ticked when a refresh shows it.
     QString param() const;
     void setParam(const QString &text);
 
@@ -73,6 +75,8 @@ private:
     void createUi();
     QTreeWidgetItem *itemOf(const QString &key) const;
     void onItemChanged(QTreeWidgetItem *item, int column);
+    // Ticks an account; a weight text that is no weight leaves the weight as it is.
+    void applyTick(QTreeWidgetItem *item, const QString &weight);
 
     int m_id = 0;
     quint64 m_tradeOpType = 0x200;
@@ -81,6 +85,8 @@ private:
     QComboBox *m_customCombo = nullptr;
     QTreeWidget *m_tree = nullptr;
     bool m_filling = false;
+    // Accounts named by setParam that the list did not show, with their weights.
+    QMap<QString, QString> m_pendingTicks;
 };
 
 } // namespace TC

@@ -90,20 +90,29 @@ TEST_F(PanelEntry, EmptyPanelIgnoresEveryCall)
 TEST_F(PanelEntry, ThirdPieceOfTheClientTextReachesTheForm)
 {
     auto panel = makePanel(90);
-    panel->setParam(QStringLiteral("frame|dock|F/T/400"));
-    EXPECT_EQ(panel->basketWidget()->paramsWidget()->param(), QStringLiteral("F"));
+    // The form's piece is an older client's text that names the sell tab.
+    panel->setParam(QStringLiteral("frame|dock|1024/T/400"));
+    COpBasketParamsWidget *form = panel->basketWidget()->paramsWidget();
+    EXPECT_EQ(form->getTradeOpType(), 0x400u);
     // The panel answers only its own piece: the frame pieces are the client's.
     const QStringList pieces = panel->param().split(QLatin1Char('/'));
     ASSERT_GE(pieces.size(), 3);
-    EXPECT_EQ(pieces.at(0), QStringLiteral("F"));
+    EXPECT_EQ(pieces.at(0), form->param());
     EXPECT_EQ(pieces.at(2), QStringLiteral("400"));
 }
 
 TEST_F(PanelEntry, TextWithOneBarReachesTheFormWhole)
 {
     auto panel = makePanel(90);
-    panel->setParam(QStringLiteral("left|right"));
-    EXPECT_EQ(panel->basketWidget()->paramsWidget()->param(), QStringLiteral("left|right"));
+    CBasketSetting basket;
+    basket.m_name = QStringLiteral("left|right");
+    basket.m_brokerType = ttservice::BROKER_TYPE_STOCK;
+    getUserConfig()->baskets().insert(basket.m_name, basket);
+    // Cut at the bar, neither half would be a text the form reads as one object.
+    panel->setParam(QStringLiteral("{\"BS\":\"1024\",\"BBox\":\"left|right\"}"));
+    COpBasketParamsWidget *form = panel->basketWidget()->paramsWidget();
+    EXPECT_EQ(form->getTradeOpType(), 0x400u);
+    EXPECT_EQ(form->currentBasketName(), QStringLiteral("left|right"));
 }
 
 TEST_F(PanelEntry, WordWithoutATabBitIsDropped)

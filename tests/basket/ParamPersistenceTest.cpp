@@ -1,0 +1,554 @@
+#include "COpBasketBuySellWidget.h"
+#include "COpBasketCrdBuySellWidget.h"
+#include "COpBasketFtrBuySellWidget.h"
+#include "COpBasketFtrOneKeyWidget.h"
+#include "COpBasketParamsButtonsBar.h"
+#include "COpBasketParamsWidget.h"
+#include "COpBasketStockParamsWidget.h"
+#include "COpBasketsComboBox.h"
+#include "SubstituteFixture.h"
+#include "../platform/EventRecorder.h"
+
+#include "CGlobalOrderParamTable.h"
+
+#include "CComboBox.h"
+#include "COpAccountsWidget.h"
+#include "COpBasketFutureParamsWidget.h"
+#include "CParameterCell.h"
+#include "CUserConfig.h"
+#include "LuaModuleCtrl.h"
+
+#include "Bson.h"
+
+#include <QComboBox>
+#include <QStringList>
+
+#include <functional>
+#include <list>
+#include <string>
+#include <vector>
+
+using namespace TC;
+
+namespace {
+
+const std::list<std::string> kAllTabs = {"mdl_order",
+                                         "mdl_order_compose_basket_buy_sell",
+                                         "mdl_order_compose_credits",
+                                         "mdl_order_compose_futures",
+                                         "mdl_order_compose_one_key_futures",
+                                         "mdl_order_compose_hgt",
+                                         "mdl_order_compose_sgt",
+                                         "mdl_order_compose_hedge",
+                                         "mdl_order_credit_has_special_opt"};
+
+void switchOn(const std::list<std::string> &modules, bool on = true)
+{
+    luawrapper::LuaModuleCtrl::instance()->setModules(modules, on);
+}
+
+void addAccount(const char *key, ttservice::EVQBrokerType broker)
+{
+    ttservice::CAccountInfo info;
+    info.m_accountKey = key;
+    info.m_accountId = key;
+    info.m_brokerType = broker;
+    ttservice::CAccountDetail detail;
+    detail.m_available = 1e8;
+    getUserConfig()->addAccount(info, detail);
+}
+
+void storeBasket(const QString &name, ttservice::EVQBrokerType broker)
+{
+    CBasketSetting basket;
+    basket.m_name = name;
+    basket.m_basketKind = 0;
+    basket.m_brokerType = broker;
+    CBasketStockData row;
+    row.m_market = QStringLiteral("SH");
+    row.m_stockCode = QStringLiteral("600000");
+    row.m_volume = 100;
+    row.m_weight = 1;
+    basket.m_stocks << row;
+    getUserConfig()->baskets().insert(name, basket);
+}
+
+bson::BSONObj parsed(const QString &text)
+{
+    bson::BSONObj obj;
+    EXPECT_TRUE(ttservice::parseJson(text.toStdString(), obj)) << text.toStdString();
+    return obj;
+}
+
+QString field(const bson::BSONObj &obj, const char *key)
+{
+    return QString::fromStdString(ttservice::bsonString(obj, key, std::string()));
+}
+
+// The text without the per-tab memory: that part keeps only one entry when it is read back, so
+// a text with entries of several tabs comes back with fewer.
+QString withoutTabMemory(const QString &text)
+{
+    return QString::fromStdString(parsed(text).removeField("bsonParam").jsonString(bson::Strict, 0));
+}
+
+std::vector<std::string> fieldNames(const bson::BSONObj &obj)
+{
+    std::vector<std::string> names;
+    for (bson::BSONObjIterator it(obj); it.more();)
+        names.push_back(it.next().fieldName());
+    return names;
+}
+
+// A per-tab text as saveHedgeParam writes it, with the given fields changed.
+QString perTabText(quint64 word, int batch, const QString &basket, std::vector<std::pair<int, QString>> changes = {},
+                   int fieldCount = 13)
+{
+    QStringList fields = {QString::number(word), QStringLiteral("0"), QString(), QString::number(batch), basket,
+                          QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("0"), QStringLiteral("100"),
+                          QStringLiteral("100"), QStringLiteral("true"), QStringLiteral("1"), QStringLiteral("1")};
+    while (fields.size() < fieldCount)
+        fields << QStringLiteral("1");
+    fields = fields.mid(0, fieldCount);
+    for (const auto &change : changes)
+        fields[change.first] = change.second;
+    return fields.join(QLatin1Char('*'));
+}
+
+// A form text of the given string fields, in the order given.
+QString formText(const std::vector<std::pair<const char *, QString>> &fields)
+{
+    bson::BSONObjBuilder builder;
+    for (const auto &f : fields)
+        builder.append(f.first, f.second.toStdString());
+    return QString::fromStdString(builder.obj().jsonString(bson::Strict, 0));
+}
+
+class ParamPersistence : public SubstituteTest
+{
+protected:
+    void SetUp() override
+    {
+        SubstituteTest::SetUp();
+        getUserConfig()->setRole(90);
+        getUserConfig()->setUserAuth(1, true);
+        switchOn(kAllTabs);
+    }
+
+    COpBasketParamsWidget *makeForm() { return new COpBasketParamsWidget(&parent); }
+
+    int eventCount(int event, int value) const
+    {
+        int count = 0;
+        for (const auto &seen : parent.seen)
+            count += seen.event == event && seen.value == value ? 1 : 0;
+        return count;
+    }
+
+    EventRecorder parent;
+};
+
+TEST_F(ParamPersistence, EmptyTextStartsOnTheBuyTabAndTellsItTwice)
+{
+    COpBasketParamsWidget *form = makeForm();
+    form->setCurrentOperationType(TOT_SELL);
+    parent.seen.clear();
+
+    form->setParam(QString());
+
+    EXPECT_EQ(form->getTradeOpType(), TOT_BUY);
+    EXPECT_EQ(form->getOperationType(), 18);
+    EXPECT_EQ(eventCount(1072, static_cast<int>(TOT_BUY)), 2);
+    EXPECT_EQ(field(parsed(form->param()), "BS"), QStringLiteral("512"));
+}
+
+TEST_F(ParamPersistence, KeysFollowTheirOrderAndTheWidgetsThatExist)
+{
+    const std::vector<std::string> full = {"BS", "SP", "HP", "AW", "BBox", "BBP", "BSP", "BHP", "VTB", "CC",
+                                           "MC", "BCPW", "BFPW", "BB", "BFOKOPW", "BGBP", "BGSP", "OGT", "bsonParam", "CTCN"};
+    const bson::BSONObj all = parsed(makeForm()->param());
+    EXPECT_EQ(fieldNames(all), full);
+    for (bson::BSONObjIterator it(all); it.more();) {
+        const bson::BSONElement e = it.next();
+        EXPECT_EQ(e.type(), bson::String) << e.fieldName();
+    }
+
+    // Without the optional tabs and the hedge right only the form's own widgets are written.
+    switchOn(kAllTabs, false);
+    switchOn({"mdl_order"});
+    const std::vector<std::string> plain = {"BS", "SP", "AW", "BBox", "VTB", "CC", "MC", "BB", "OGT", "bsonParam", "CTCN"};
+    EXPECT_EQ(fieldNames(parsed(makeForm()->param())), plain);
+}
+
+TEST_F(ParamPersistence, TextWithoutSideBlocksGivesBothSidesTheStockText)
+{
+    COpBasketParamsWidget *source = makeForm();
+    source->buySellWidget()->getBuyParam()->table()->setPriceType(3);
+    const QString tableText = source->buySellWidget()->getBuyParam()->param();
+    ASSERT_FALSE(tableText.contains(QLatin1Char('='))) << "the one-key blocks write the table's own text";
+
+    COpBasketParamsWidget *form = makeForm();
+    ASSERT_NE(form->buySellWidget()->getSellParam()->getPriceType(), 3);
+    form->setParam(formText({{"BS", QStringLiteral("2048")}, {"SP", tableText}}));
+
+    EXPECT_EQ(form->getTradeOpType(), TOT_ALL);
+    EXPECT_EQ(form->buySellWidget()->getBuyParam()->getPriceType(), 3);
+    EXPECT_EQ(form->buySellWidget()->getSellParam()->getPriceType(), 3);
+}
+
+struct ConnectCase
+{
+    const char *name;
+    std::list<std::string> connectModules;
+    quint64 expected;
+};
+
+class ConnectWord : public ParamPersistence, public ::testing::WithParamInterface<ConnectCase>
+{
+};
+
+TEST_P(ConnectWord, SavedConnectTabMapsToTheEnabledKind)
+{
+    switchOn({"mdl_order_compose_hgt", "mdl_order_compose_sgt"}, false);
+    switchOn(GetParam().connectModules);
+    COpBasketParamsWidget *form = makeForm();
+    form->setParam(formText({{"BS", QStringLiteral("524288")}}));
+    EXPECT_EQ(form->getTradeOpType(), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Modules, ConnectWord,
+    ::testing::Values(ConnectCase{"onlyShenzhen", {"mdl_order_compose_sgt"}, TOT_SGT},
+                      ConnectCase{"onlyShanghai", {"mdl_order_compose_hgt"}, TOT_HGT},
+                      ConnectCase{"both", {"mdl_order_compose_hgt", "mdl_order_compose_sgt"}, TOT_HGT},
+                      ConnectCase{"neither", {}, TOT_BUY}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+TEST_F(ParamPersistence, NamesOfTheEntriesReadBackAsTheTabThatWroteThem)
+{
+    for (quint64 word : {TOT_BUY, TOT_SELL, TOT_ALL, TOT_CREDIT, TOT_HGT, TOT_SGT, TOT_FUTURE, TOT_ONEKEY_FUTURE}) {
+        COpBasketParamsWidget *form = makeForm();
+        form->setCurrentOperationType(word);
+        const quint64 back = COpBasketParamsWidget::getOpTypeFromQString(QString::fromStdString(form->getBsonName(0)));
+        const bool futures = word == TOT_FUTURE || word == TOT_ONEKEY_FUTURE;
+        EXPECT_EQ(back, futures ? TOT_BUY : word) << word;
+    }
+}
+
+TEST_F(ParamPersistence, TextSavedOnTheFuturesTabNamesEveryEntryAfterTheBuyTab)
+{
+    COpBasketParamsWidget *form = makeForm();
+    for (quint64 word : {TOT_SELL, TOT_CREDIT, TOT_FUTURE})
+        form->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr);
+    ASSERT_EQ(form->hedgeParams().keys(), (QList<quint64>{TOT_BUY, TOT_SELL, TOT_CREDIT}));
+
+    const QString text = form->param();
+    EXPECT_FALSE(form->hedgeParams().contains(TOT_FUTURE)) << "the futures tab keeps no entry";
+    const bson::BSONObj inner = parsed(field(parsed(text), "bsonParam"));
+    std::vector<std::string> names = fieldNames(inner);
+    EXPECT_EQ(names, std::vector<std::string>(3, "COM_BUY"));
+
+    // Read back, the one name finds its first field: the entry of the lowest tab word.
+    COpBasketParamsWidget *restored = makeForm();
+    restored->setParam(text);
+    EXPECT_EQ(restored->getTradeOpType(), TOT_FUTURE);
+    EXPECT_EQ(restored->hedgeParams().keys(), QList<quint64>{TOT_BUY});
+    EXPECT_EQ(restored->hedgeParams().value(TOT_BUY), form->hedgeParams().value(TOT_BUY));
+}
+
+struct BatchCase
+{
+    const char *name;
+    quint64 tab;
+    const char *entryName;
+    bool systemBaskets;
+    int expectedBatch;
+};
+
+class PerTabBatch : public ParamPersistence, public ::testing::WithParamInterface<BatchCase>
+{
+};
+
+TEST_P(PerTabBatch, SystemGroupsComeBackOnlyWhereTheTabShowsThem)
+{
+    const BatchCase &c = GetParam();
+    luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_auth", "mdl_auth_etf_management"}, c.systemBaskets);
+    COpBasketParamsWidget *form = makeForm();
+    const QString entry = perTabText(c.tab, 64, QString());
+    form->setParam(formText({{"BS", QString::number(c.tab)},
+                             {"bsonParam", formText({{c.entryName, entry}})}}));
+    ASSERT_EQ(form->getTradeOpType(), c.tab);
+    EXPECT_EQ(static_cast<int>(form->basketsCombo()->batchOp()), c.expectedBatch);
+}
+
+INSTANTIATE_TEST_SUITE_P(Tabs, PerTabBatch,
+                         ::testing::Values(BatchCase{"oneKeyDropsIt", TOT_ALL, "COM_ALL", true, 0},
+                                           BatchCase{"buyKeepsIt", TOT_BUY, "COM_BUY", true, 64}),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+struct LotsCase
+{
+    const char *name;
+    int fieldCount;
+    int expectedLots;
+};
+
+class PerTabLots : public ParamPersistence, public ::testing::WithParamInterface<LotsCase>
+{
+};
+
+TEST_P(PerTabLots, TotalLotsAreReadFromAFourteenthFieldOnly)
+{
+    COpBasketParamsWidget *form = makeForm();
+    form->cell(COpBasketParamsWidget::CellTotalLots)->setInt(7);
+    // The thirteenth field is where the lots are written; the reader looks one further.
+    const QString entry = perTabText(TOT_SELL, 0, QString(), {{12, QStringLiteral("99")}}, GetParam().fieldCount);
+    QStringList fields = entry.split(QLatin1Char('*'));
+    if (fields.size() > 13)
+        fields[13] = QStringLiteral("55");
+    form->setParam(formText({{"BS", QStringLiteral("1024")},
+                             {"bsonParam", formText({{"COM_SELL", fields.join(QLatin1Char('*'))}})}}));
+    EXPECT_EQ(form->cell(COpBasketParamsWidget::CellTotalLots)->toInt(), GetParam().expectedLots);
+}
+
+INSTANTIATE_TEST_SUITE_P(Fields, PerTabLots,
+                         ::testing::Values(LotsCase{"thirteenLeaveTheCell", 13, 7},
+                                           LotsCase{"fourteenSetIt", 14, 55}),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+// An old text with every part set to something recognisable; each prefix of it is a text an
+// older client may have saved. Old clients wrote no ";" inside a part, so the blocks' parts are
+// texts of the block's memory without one.
+class OldText : public ParamPersistence
+{
+protected:
+    void SetUp() override
+    {
+        ParamPersistence::SetUp();
+        addAccount("a1", ttservice::BROKER_TYPE_STOCK);
+        addAccount("a2", ttservice::BROKER_TYPE_STOCK);
+        storeBasket(QStringLiteral("红利"), ttservice::BROKER_TYPE_STOCK);
+    }
+
+    static QStringList parts()
+    {
+        return {QStringLiteral("1024"),
+                QStringLiteral("checkedIds=0*1:currentOrderType=4:"),
+                QStringLiteral("IH2402,80,1,2"),
+                QStringLiteral("a2:3"),
+                QStringLiteral("红利"),
+                QStringLiteral("checkedIds=0*1:currentOrderType=5:"),
+                QStringLiteral("checkedIds=0*1:currentOrderType=5:"),
+                QStringLiteral("0"),
+                QStringLiteral("1"),
+                QStringLiteral("4"),
+                QStringLiteral("12345"),
+                QStringLiteral("22"),
+                QStringLiteral("14"),
+                QStringLiteral("1:50"),
+                QStringLiteral("49"),
+                perTabText(TOT_SELL, 0, QStringLiteral("红利"),
+                           {{5, QStringLiteral("1")}, {6, QStringLiteral("4")}, {7, QStringLiteral("12345")}}),
+                perTabText(TOT_CREDIT, 0, QString())};
+    }
+};
+
+TEST_F(OldText, EveryLengthAppliesExactlyThePartsItHas)
+{
+    const QStringList all = parts();
+    ASSERT_EQ(all.size(), 17);
+    for (int n = 0; n <= all.size(); ++n) {
+        SCOPED_TRACE(n);
+        parent.seen.clear();
+        COpBasketParamsWidget *form = makeForm();
+        const int defaultOrderType = form->stockParams()->getOrderType();
+        ASSERT_NE(defaultOrderType, 4);
+        const QString defaultContract = form->hedgeWidget()->hedgeContractCode();
+        form->setParam(all.mid(0, n).join(QLatin1Char(';')));
+
+        EXPECT_EQ(form->getTradeOpType(), n > 0 ? TOT_SELL : TOT_BUY);
+        EXPECT_EQ(eventCount(1072, static_cast<int>(form->getTradeOpType())), n > 0 ? 1 : 2);
+        EXPECT_EQ(form->stockParams()->getOrderType(), n > 1 ? 4 : defaultOrderType);
+        EXPECT_EQ(form->hedgeWidget()->hedgeContractCode(), n > 2 ? QStringLiteral("IH2402") : defaultContract);
+        EXPECT_EQ(form->accountsWidget()->getSelectedAccounts(), n > 3 ? QSet<QString>{QStringLiteral("a2")} : QSet<QString>());
+        EXPECT_EQ(form->basketsCombo()->currentText(), n > 4 ? QStringLiteral("红利") : COpBasketsComboBox::noBasketText());
+        // Without a basket the sell tab offers no sizing mode at all.
+        EXPECT_EQ(form->getCurrentVolumnType(), n > 8 ? VT_MONEY : (n > 4 ? VT_COPIES : -1));
+        EXPECT_DOUBLE_EQ(form->cell(COpBasketParamsWidget::CellCopies)->toDouble(), n > 9 ? 4.0 : 1.0);
+        EXPECT_DOUBLE_EQ(form->cell(COpBasketParamsWidget::CellMoney)->toDouble(), n > 10 ? 12345.0 : 0.0);
+        EXPECT_EQ(form->crdWidget()->currentOptMemory(), n > 11 ? 22 : 18);
+        EXPECT_EQ(form->ftrWidget()->currentOptMemory(), n > 12 ? 14 : 0);
+        EXPECT_EQ(form->buttonsBar()->param(), n > 13 ? QStringLiteral("1:50") : QStringLiteral("0:49"));
+        EXPECT_EQ(form->contractCombo()->currentData().toInt(), n > 14 ? 49 : 48);
+        EXPECT_EQ(form->hedgeParams().contains(TOT_SELL), n > 15);
+        EXPECT_EQ(form->hedgeParams().contains(TOT_CREDIT), n > 16);
+
+        // Saved again, the text is of the current kind and reads back the same.
+        const QString upgraded = form->param();
+        ASSERT_TRUE(upgraded.startsWith(QLatin1Char('{')));
+        COpBasketParamsWidget *again = makeForm();
+        again->setParam(upgraded);
+        EXPECT_EQ(withoutTabMemory(again->param()).toStdString(), withoutTabMemory(upgraded).toStdString());
+        delete again;
+        delete form;
+    }
+}
+
+TEST_F(ParamPersistence, DamagedTextFallsBackToTheOldReader)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK);
+    storeBasket(QStringLiteral("b"), ttservice::BROKER_TYPE_STOCK);
+    COpBasketParamsWidget *source = makeForm();
+    source->handleEvent(5, static_cast<int>(TOT_SELL), 0, QString(), nullptr);
+    source->accountsWidget()->setSelectedAccount(QStringLiteral("a1"), true);
+    source->basketsCombo()->setBasket(QStringLiteral("b"), false);
+    const QString good = source->param();
+
+    // A broken inner object is found only after the outer keys were read: the old reader then
+    // takes the whole text, whose first part is no tab word.
+    QString brokenInner = formText({{"BS", QStringLiteral("1024")}, {"bsonParam", QStringLiteral("{\"COM_SELL\":")}});
+    const QStringList damaged = {good.left(good.size() / 2), good.mid(1), QString(good).replace(QLatin1Char('"'), QLatin1Char('\'')),
+                                 brokenInner, QStringLiteral("[1,2]"), QStringLiteral("1024;;;;;;;;x;1e999;nan;;;;;*;-5*"),
+                                 QStringLiteral("{\"BS\":\"-1\",\"VTB\":\"99\",\"CC\":\"1e300\",\"MC\":\"inf\"}")};
+    for (const QString &text : damaged) {
+        SCOPED_TRACE(text.toStdString());
+        COpBasketParamsWidget *form = makeForm();
+        form->setParam(text);
+        const quint64 tab = form->getTradeOpType();
+        EXPECT_NE(tab, 0u);
+        // Whatever was read, the form saves a text of the current kind, on the tab it is on.
+        const QString saved = form->param();
+        COpBasketParamsWidget *again = makeForm();
+        again->setParam(saved);
+        EXPECT_EQ(again->getTradeOpType(), tab);
+        delete again;
+        delete form;
+    }
+
+    COpBasketParamsWidget *form = makeForm();
+    form->setParam(brokenInner);
+    EXPECT_EQ(form->getTradeOpType(), TOT_BUY);
+}
+
+// A form state set up on one tab: two accounts, a basket, sizing by money and a price type.
+struct TabState
+{
+    const char *name;
+    quint64 tab;
+    ttservice::EVQBrokerType accountBroker;
+    ttservice::EVQBrokerType basketBroker;
+    std::list<std::string> modulesOff;
+    // The blocks whose price type the text carries; empty where the tab's block keeps it only
+    // per operation it has left (credit and futures).
+    std::function<std::vector<COpBasketStockParamsWidget *>(const COpBasketParamsWidget &)> blocks;
+};
+
+std::vector<COpBasketStockParamsWidget *> stockBlock(const COpBasketParamsWidget &form)
+{
+    return {form.stockParams()};
+}
+
+std::vector<COpBasketStockParamsWidget *> noBlock(const COpBasketParamsWidget &)
+{
+    return {};
+}
+
+class RoundTrip : public ParamPersistence, public ::testing::WithParamInterface<TabState>
+{
+};
+
+TEST_P(RoundTrip, FreshFormReadsBackTheSameText)
+{
+    const TabState &c = GetParam();
+    switchOn(c.modulesOff, false);
+    addAccount("x1", c.accountBroker);
+    addAccount("x2", c.accountBroker);
+    addAccount("x3", c.accountBroker);
+    storeBasket(QStringLiteral("组合"), c.basketBroker);
+
+    COpBasketParamsWidget *source = makeForm();
+    source->setCurrentOperationType(c.tab);
+    ASSERT_EQ(source->getTradeOpType(), c.tab);
+    source->accountsWidget()->setSelectedAccount(QStringLiteral("x1"), true);
+    source->accountsWidget()->setSelectedAccount(QStringLiteral("x3"), true);
+    source->accountsWidget()->setAccountWeight(QStringLiteral("x3"), 2.5);
+    source->basketsCombo()->setBasket(QStringLiteral("组合"), false);
+    ASSERT_EQ(source->currentBasketName(), QStringLiteral("组合"));
+    source->volumnCombobox()->setCurrentIndex(source->volumnCombobox()->findData(VT_MONEY));
+    source->handleEvent(64, 17, 0, QString(), nullptr);
+    source->cell(COpBasketParamsWidget::CellMoney)->setDouble(250000);
+    int priceType = 1;
+    for (COpBasketStockParamsWidget *block : c.blocks(*source))
+        block->table()->setPriceType(++priceType);
+    const QString text = source->param();
+
+    COpBasketParamsWidget *restored = makeForm();
+    restored->setParam(text);
+    EXPECT_EQ(restored->param(), text);
+    EXPECT_EQ(restored->getTradeOpType(), c.tab);
+    EXPECT_EQ(restored->currentBasketName(), QStringLiteral("组合"));
+    EXPECT_EQ(restored->accountsWidget()->getSelectedAccounts(), (QSet<QString>{QStringLiteral("x1"), QStringLiteral("x3")}));
+    EXPECT_DOUBLE_EQ(restored->accountsWidget()->getAccountWeight(QStringLiteral("x3")), 2.5);
+    EXPECT_EQ(restored->getCurrentVolumnType(), VT_MONEY);
+    EXPECT_DOUBLE_EQ(restored->cell(COpBasketParamsWidget::CellMoney)->toDouble(), 250000);
+    EXPECT_TRUE(restored->cell(COpBasketParamsWidget::CellCopies)->isHidden());
+    const auto sourceBlocks = c.blocks(*source);
+    const auto restoredBlocks = c.blocks(*restored);
+    for (size_t i = 0; i < sourceBlocks.size(); ++i)
+        EXPECT_EQ(restoredBlocks[i]->getPriceType(), sourceBlocks[i]->getPriceType()) << i;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Tabs, RoundTrip,
+    ::testing::Values(
+        TabState{"buy", TOT_BUY, ttservice::BROKER_TYPE_STOCK, ttservice::BROKER_TYPE_STOCK, {}, stockBlock},
+        TabState{"sell", TOT_SELL, ttservice::BROKER_TYPE_STOCK, ttservice::BROKER_TYPE_STOCK, {}, stockBlock},
+        TabState{"oneKey", TOT_ALL, ttservice::BROKER_TYPE_STOCK, ttservice::BROKER_TYPE_STOCK, {},
+                 [](const COpBasketParamsWidget &form) {
+                     return std::vector<COpBasketStockParamsWidget *>{form.buySellWidget()->getBuyParam(),
+                                                                      form.buySellWidget()->getSellParam()};
+                 }},
+        TabState{"credit", TOT_CREDIT, ttservice::BROKER_TYPE_CREDIT, ttservice::BROKER_TYPE_STOCK, {}, noBlock},
+        TabState{"futures", TOT_FUTURE, ttservice::BROKER_TYPE_FUTURE, ttservice::BROKER_TYPE_FUTURE, {}, noBlock},
+        TabState{"oneKeyFutures", TOT_ONEKEY_FUTURE, ttservice::BROKER_TYPE_FUTURE, ttservice::BROKER_TYPE_FUTURE, {},
+                 [](const COpBasketParamsWidget &form) {
+                     return std::vector<COpBasketStockParamsWidget *>{form.ftrOneKeyWidget()->getBuyParam(),
+                                                                      form.ftrOneKeyWidget()->getSellParam()};
+                 }},
+        TabState{"shanghaiConnect", TOT_HGT, ttservice::BROKER_TYPE_HGT, ttservice::BROKER_TYPE_HGT, {},
+                 [](const COpBasketParamsWidget &form) {
+                     return std::vector<COpBasketStockParamsWidget *>{form.ggtWidget()->getBuyParam(),
+                                                                      form.ggtWidget()->getSellParam()};
+                 }},
+        TabState{"shenzhenConnectAlone", TOT_SGT, ttservice::BROKER_TYPE_SGT, ttservice::BROKER_TYPE_SGT, {"mdl_order_compose_hgt"},
+                 [](const COpBasketParamsWidget &form) {
+                     return std::vector<COpBasketStockParamsWidget *>{form.ggtWidget()->getBuyParam(),
+                                                                      form.ggtWidget()->getSellParam()};
+                 }}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+TEST_F(ParamPersistence, AccountsOfAnotherTabAreTickedWhenTheListShowsThem)
+{
+    addAccount("s1", ttservice::BROKER_TYPE_STOCK);
+    addAccount("c1", ttservice::BROKER_TYPE_CREDIT);
+    addAccount("c2", ttservice::BROKER_TYPE_CREDIT);
+    COpAccountsWidget *accounts = makeForm()->accountsWidget();
+    accounts->setSelectedAccount(QStringLiteral("s1"), true);
+
+    accounts->setParam(QStringLiteral("c1:2,c2:x,gone:1"));
+    EXPECT_TRUE(accounts->getSelectedAccounts().isEmpty()) << "the text names only credit accounts";
+    EXPECT_TRUE(accounts->param().isEmpty());
+
+    accounts->setTradeOpType(TOT_CREDIT);
+    EXPECT_EQ(accounts->getSelectedAccounts(), (QSet<QString>{QStringLiteral("c1"), QStringLiteral("c2")}));
+    EXPECT_DOUBLE_EQ(accounts->getAccountWeight(QStringLiteral("c1")), 2.0);
+    EXPECT_EQ(accounts->param(), QStringLiteral("c1:2,c2:1"));
+
+    // A choice made since is not overridden by what an older text named.
+    accounts->setParam(QStringLiteral("s1:1"));
+    accounts->clearCheckStatus();
+    accounts->setTradeOpType(TOT_BUY);
+    EXPECT_TRUE(accounts->getSelectedAccounts().isEmpty());
+}
+
+} // namespace
