@@ -285,6 +285,8 @@ private:
     void saveCurrentAccountTableParam();
     void loadCurrentAccountTableParam();
     void setPickerBrokerType(int brokerType);
+    // The broker type of the baskets the picker offers on a tab.
+    static int pickerBrokerTypeOf(quint64 word);
     void reSetCopisesCell();
     void updateAccountsEnabled();
     void showTabBlocks(quint64 tabWord);

@@ -45,20 +45,6 @@ bool isConnectWord(quint64 word)
     return word == TOT_HGT || word == TOT_SGT;
 }
 
-int pickerBrokerTypeOf(quint64 word)
-{
-    switch (word) {
-    case TOT_HGT:
-        return ttservice::BROKER_TYPE_HGT;
-    case TOT_SGT:
-        return ttservice::BROKER_TYPE_SGT;
-    case TOT_FUTURE:
-    case TOT_ONEKEY_FUTURE:
-        return ttservice::BROKER_TYPE_FUTURE;
-    default:
-        return ttservice::BROKER_TYPE_STOCK;
-    }
-}
 
 // The log text of a committed cell, by the cell's id; null for cells that are not logged.
 const char *cellLogText(int id)
@@ -100,6 +86,21 @@ void keepOnScreen(QWidget *popup, const QWidget *anchor)
 }
 
 } // namespace
+
+int COpBasketParamsWidget::pickerBrokerTypeOf(quint64 word)
+{
+    switch (word) {
+    case TOT_HGT:
+        return ttservice::BROKER_TYPE_HGT;
+    case TOT_SGT:
+        return ttservice::BROKER_TYPE_SGT;
+    case TOT_FUTURE:
+    case TOT_ONEKEY_FUTURE:
+        return ttservice::BROKER_TYPE_FUTURE;
+    default:
+        return ttservice::BROKER_TYPE_STOCK;
+    }
+}
 
 void COpBasketParamsWidget::logUserAction(const boost::format &text)
 {

@@ -75,21 +75,6 @@ QString fieldText(const bson::BSONObj &obj, const char *key)
     return QString::fromStdString(e.toString(false));
 }
 
-int pickerBrokerTypeOf(quint64 word)
-{
-    switch (word) {
-    case TOT_HGT:
-        return ttservice::BROKER_TYPE_HGT;
-    case TOT_SGT:
-        return ttservice::BROKER_TYPE_SGT;
-    case TOT_FUTURE:
-    case TOT_ONEKEY_FUTURE:
-        return ttservice::BROKER_TYPE_FUTURE;
-    default:
-        return ttservice::BROKER_TYPE_STOCK;
-    }
-}
-
 } // namespace
 
 std::string COpBasketParamsWidget::getBsonName(quint64 word) const
