@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CCodeOrderParam.h"
 
 #include <string>
@@ -14,7 +15,7 @@ namespace TC {
 // Here the answer is scripted (true unless a test says otherwise) and every call is recorded.
 // A plain singleton reached as CAlgorithmAuthorityConfig::instance().bCheckAuthority(...).
 // User-interface thread only.
-class CAlgorithmAuthorityConfig final
+class BASKET_SERVICES_EXPORT CAlgorithmAuthorityConfig final
 {
 public:
     struct CCheckCall

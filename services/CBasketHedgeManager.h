@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CBasketHedgeParam.h"
 #include "COrderCommand.h"
 
@@ -15,7 +16,7 @@ namespace TC {
 // and its futures hedge itself) and keeps the hedge parameters of placed orders.
 //
 // Here both are recorded and nothing is placed. User-interface thread only.
-class CBasketHedgeManager final
+class BASKET_SERVICES_EXPORT CBasketHedgeManager final
 {
 public:
     struct CBasketCommandCall

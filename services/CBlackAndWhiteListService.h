@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketServicesExport.h"
+
 #include <QMap>
 #include <QSet>
 #include <QString>
@@ -10,7 +12,7 @@ namespace TC {
 // TC::accountDisplayIDQs) has a black list of stock keys it must not buy, and for some black
 // stocks a white stock to buy in their place.
 // User-interface thread only.
-class CBlackAndWhiteListService final
+class BASKET_SERVICES_EXPORT CBlackAndWhiteListService final
 {
 public:
     static CBlackAndWhiteListService *instance();

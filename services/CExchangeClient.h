@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CInstrumentDetail.h"
 
 #include <boost/shared_ptr.hpp>
@@ -21,7 +22,7 @@ namespace TC {
 //   - the code alone ("IF2401"), which finds the first instrument of that code, futures
 //     exchanges first (a futures contract code names one instrument).
 // Thread-safe.
-class CExchangeClient final
+class BASKET_SERVICES_EXPORT CExchangeClient final
 {
 public:
     static CExchangeClient *instance();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "Clock.h"
 
 #include <boost/format.hpp>
@@ -18,7 +19,7 @@ namespace utils {
 // "TTStdFile") gets the lines through its appenders as usual.
 //
 // Thread-safe: lines may be written from any thread.
-class CLogCenter final
+class BASKET_SERVICES_EXPORT CLogCenter final
 {
 public:
     // The level of user actions and timings: log4cxx's INFO.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CPriceData.h"
 
 #include <boost/shared_ptr.hpp>
@@ -24,7 +25,7 @@ struct CQuoteSubscription;
 // quote is delivered to the live subscriptions of its key on the publishing thread, so a test
 // can publish from a worker thread exactly as the client's feed does. Every operation is
 // thread-safe.
-class CQuoteClient final
+class BASKET_SERVICES_EXPORT CQuoteClient final
 {
 public:
     static CQuoteClient *instance();

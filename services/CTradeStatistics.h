@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CCodeOrderParam.h"
 
 #include <vector>
@@ -12,7 +13,7 @@ namespace TC {
 //
 // Here the answer is scripted (true unless a test says otherwise) and every call is recorded.
 // User-interface thread only.
-class CTradeStatistics final
+class BASKET_SERVICES_EXPORT CTradeStatistics final
 {
 public:
     static CTradeStatistics *instance();

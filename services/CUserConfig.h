@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "AccountHelpers.h"
 #include "BasketHelpers.h"
 #include "CAccount.h"
@@ -39,7 +40,7 @@ namespace TC {
 //
 // Here everything is held in memory and set through the control surface. User-interface thread
 // only; the maps handed out by reference are the configuration's own and may be changed.
-class CUserConfig final
+class BASKET_SERVICES_EXPORT CUserConfig final
 {
 public:
     // The user's role number (the roles that see or receive baskets are the panel's business).

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CUserConfig.h"
 
 namespace TC {
 
 // The client's user manager: owns the configuration of the logged-in user.
-class CUserManager final
+class BASKET_SERVICES_EXPORT CUserManager final
 {
 public:
     static CUserManager *instance();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "TradeEnums.h"
 
 #include <string>
@@ -20,7 +21,7 @@ namespace ttservice {
 //   13         | "VQALGO"       | yes       | 3
 //   14         | "VWAPPLUS"     | yes       | 3
 //   any other  | ""             | no        | 0
-class DataHelper final
+class BASKET_SERVICES_EXPORT DataHelper final
 {
 public:
     static ETradePlatform getPlatformTypeByOrderType(EOrderType orderType);

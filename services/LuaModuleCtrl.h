@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketServicesExport.h"
+
 #include <list>
 #include <set>
 #include <string>
@@ -15,7 +17,7 @@ namespace luawrapper {
 // group off turns off everything under it.
 //
 // User-interface thread only.
-class LuaModuleCtrl final
+class BASKET_SERVICES_EXPORT LuaModuleCtrl final
 {
 public:
     static LuaModuleCtrl *instance();

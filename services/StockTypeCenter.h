@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketServicesExport.h"
+
 #include <QString>
 
 #include <string>
@@ -12,7 +14,7 @@ namespace ttservice {
 // display and key rules. What a number means is the client's; here every instrument belongs to
 // no type until a test or the demo host marks it.
 // Thread-safe.
-class StockTypeCenter final
+class BASKET_SERVICES_EXPORT StockTypeCenter final
 {
 public:
     static bool isTypedStock(int typeId, const std::string &market, const std::string &code);

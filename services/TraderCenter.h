@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "ICalculator.h"
 #include "IDataCenter.h"
 
@@ -12,7 +13,7 @@ class CMemoryDataCenter;
 // Access to the client's data services: the data centre and the calculator.
 // Here they are the in-memory implementations of this library (CMemoryDataCenter,
 // CMemoryCalculator); tests may put fakes of their own in their place.
-class TraderCenter final
+class BASKET_SERVICES_EXPORT TraderCenter final
 {
 public:
     static TraderCenter *instance();
