@@ -1,3 +1,4 @@
+#include "CDemoLogging.h"
 #include "CDemoMainWindow.h"
 #include "CBasketOperationPanel.h"
 #include "CSampleClient.h"
@@ -121,12 +122,25 @@ int main(int argc, char **argv)
         QStringLiteral("NAME"));
     const QCommandLineOption placeOption(QStringLiteral("place"),
                                          QStringLiteral("Press the order button once the list is sized; the order is printed."));
+    const QCommandLineOption logFileOption(
+        QStringLiteral("log-file"),
+        QStringLiteral("Write the panel's log lines to this rolling log file (default: $BASKET_DEMO_LOG_FILE, else "
+                       "basket-demo.log in the working directory)."),
+        QStringLiteral("FILE"));
+    const QCommandLineOption logConfigOption(
+        QStringLiteral("log-config"),
+        QStringLiteral("Read this log4cxx configuration instead of basket-demo.log4cxx.properties."),
+        QStringLiteral("FILE"));
     parser.addOption(roleOption);
     parser.addOption(screenshotOption);
     parser.addOption(basketOption);
     parser.addOption(tabOption);
     parser.addOption(placeOption);
+    parser.addOption(logFileOption);
+    parser.addOption(logConfigOption);
     parser.process(app);
+    // Before anything logs, as the client configures log4cxx at its start.
+    CDemoLogging::configure(parser.value(logConfigOption), parser.value(logFileOption));
 
     bool roleOk = false;
     const int role = parser.value(roleOption).toInt(&roleOk);
@@ -151,6 +165,7 @@ int main(int argc, char **argv)
     market.publishAll();
 
     CDemoMainWindow window;
+    CDemoLogging::attachPane([&window](const QString &line) { window.appendLog(QStringLiteral("日志 ") + line); });
     // As a client restores the panel's saved state: here only a wider parameter form.
     window.panel()->setParam(QStringLiteral("//500"));
     TC::CTradeClient::instance()->setPlaceCommandsObserver([&window](const TC::CPlaceCommandsCall &call) {
@@ -194,5 +209,6 @@ int main(int argc, char **argv)
     TC::CTradeClient::instance()->setPlaceCommandsObserver({});
     TC::CTradeClient::instance()->setPlaceTasksObserver({});
     TC::getMsgService()->setObserver({});
+    CDemoLogging::detachPane();
     return result;
 }
