@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -50,6 +51,19 @@ log4cxx::AppenderPtr &paneAppender()
 log4cxx::LoggerPtr stdFileLogger()
 {
     return log4cxx::Logger::getLogger(utils::CLogCenter::LOGGER_NAME);
+}
+
+// log4cxx 1.0 (Debian 12) frees a size-rolling appender with a delete of the wrong size when it
+// tears its loggers down at exit (AddressSanitizer: new-delete-type-mismatch). The appenders
+// write every line through at once, so nothing is lost by keeping them alive to the very end of
+// the process instead: a reference that is never released.
+void keepAppendersToTheEnd()
+{
+    static auto *const kept = new std::vector<log4cxx::AppenderPtr>;
+    for (const log4cxx::LoggerPtr &logger : {stdFileLogger(), log4cxx::Logger::getRootLogger()}) {
+        for (const log4cxx::AppenderPtr &appender : logger->getAllAppenders())
+            kept->push_back(appender);
+    }
 }
 
 QString findConfigFile()
@@ -88,6 +102,7 @@ QString CDemoLogging::configure(const QString &configFile, const QString &logFil
         return QString();
     }
     log4cxx::PropertyConfigurator::configure(log4cxx::File(config.toStdString()));
+    keepAppendersToTheEnd();
     return config;
 }
 
