@@ -29,6 +29,9 @@ public:
         std::vector<int> m_commandIds;
     };
 
+    // Rewrites param, the algorithm parameter string of the lines of instructions, so that the
+    // algorithm service knows the instructions (commands, by id) the lines belong to. Called by
+    // the panel just before placeTasks.
     static void resetAlgoParam(std::string &param, QMap<int, boost::shared_ptr<ttservice::COrderCommand>> commands);
 
     // --- control surface (tests and the demo host) ---

@@ -25,8 +25,12 @@ public:
         std::string m_sellStrategy;
     };
 
+    // The one instance in the process, created on first use; never freed.
     static CAlgorithmAuthorityConfig &instance();
 
+    // Whether the user may place these lines with these strategies: buyStrategy for the buy
+    // lines, sellStrategy for the sell lines (empty for a one-sided list). The panel asks before
+    // placing an algorithm order and stops on false; the service tells the user why.
     bool bCheckAuthority(const std::vector<ttservice::CCodeOrderParam> &orders, const std::string &buyStrategy,
                          const std::string &sellStrategy);
 

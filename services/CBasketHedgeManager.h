@@ -30,6 +30,7 @@ public:
         ttservice::CBasketHedgeParam m_param;
     };
 
+    // The one instance in the process, created on first use; never null, never freed.
     static CBasketHedgeManager *instance();
 
     // Takes over a hedged instruction; manual is true when the user placed it from the panel.

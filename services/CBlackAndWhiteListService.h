@@ -15,6 +15,7 @@ namespace TC {
 class BASKET_SERVICES_EXPORT CBlackAndWhiteListService final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static CBlackAndWhiteListService *instance();
 
     // Whether stockKey is on the black list of the account.

@@ -25,6 +25,7 @@ namespace TC {
 class BASKET_SERVICES_EXPORT CExchangeClient final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static CExchangeClient *instance();
 
     // Whether the instrument is known.

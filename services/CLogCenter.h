@@ -26,6 +26,7 @@ public:
     static constexpr int LEVEL_INFO = 20000;
     static constexpr const char *LOGGER_NAME = "TTStdFile";
 
+    // The one instance in the process, created on first use; never null, never freed.
     static CLogCenter *instance();
 
     // Whether the panel writes its lines at all. Test before building an expensive text.

@@ -51,6 +51,7 @@ private:
     std::function<void(const CShowMsgCall &)> m_observer;
 };
 
+// The message service of the client; never null.
 CMsgService *getMsgService();
 
 } // namespace TC

@@ -28,6 +28,7 @@ struct CQuoteSubscription;
 class BASKET_SERVICES_EXPORT CQuoteClient final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static CQuoteClient *instance();
 
     // The last quote published for stockKey ("600000.SH"), null if none has come. The record is

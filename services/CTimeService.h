@@ -35,6 +35,7 @@ private:
     long long m_frozenTime = DEFAULT_TIME;
 };
 
+// The time service of the client; never null.
 CTimeService *getTimeService();
 
 } // namespace TC

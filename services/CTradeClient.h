@@ -58,6 +58,7 @@ public:
         ttservice::EOrderType m_orderType = ttservice::ORDER_TYPE_NONE;
     };
 
+    // The one instance in the process, created on first use; never null, never freed.
     static CTradeClient *instance();
 
     // Sends a basket as new orders, or as an instruction to traders. The arguments, in order:

@@ -16,8 +16,12 @@ namespace TC {
 class BASKET_SERVICES_EXPORT CTradeStatistics final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static CTradeStatistics *instance();
 
+    // Tests the lines of an instruction against the smallest order size and the interval between
+    // orders before they are placed. The panel stops the placing on false; the service tells the
+    // user why. The lines may be adjusted in place.
     bool checkMinAndInterval(std::vector<ttservice::CCodeOrderParam> &orders);
 
     // --- control surface (tests and the demo host) ---

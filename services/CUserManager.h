@@ -9,6 +9,7 @@ namespace TC {
 class BASKET_SERVICES_EXPORT CUserManager final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static CUserManager *instance();
 
     // Never null.

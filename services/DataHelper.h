@@ -24,10 +24,13 @@ namespace ttservice {
 class BASKET_SERVICES_EXPORT DataHelper final
 {
 public:
+    // The platform the order type runs on (table above); 0 for a plain order.
     static ETradePlatform getPlatformTypeByOrderType(EOrderType orderType);
     // ORDER_TYPE_NONE (-1) for a name that is no order type's.
     static EOrderType getOrderTypeByParamString(std::string name);
+    // The algorithm parameter name of the order type (table above); empty for a plain order.
     static std::string getParamStringByOrderType(EOrderType orderType);
+    // Whether orders of this type are run by an algorithm (table above).
     static bool isAlgoOrderType(EOrderType orderType);
     // Whether the operation takes the buy side of the market (ttservice::isBuyOperation).
     static bool isBuy(EOperationType operation);

@@ -20,6 +20,7 @@ namespace luawrapper {
 class BASKET_SERVICES_EXPORT LuaModuleCtrl final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static LuaModuleCtrl *instance();
 
     // True when every named module is on; an empty list names nothing and is true.

@@ -17,7 +17,9 @@ namespace ttservice {
 class BASKET_SERVICES_EXPORT StockTypeCenter final
 {
 public:
+    // Whether the instrument (market "SH", "SZ", ... and code) belongs to the type typeId.
     static bool isTypedStock(int typeId, const std::string &market, const std::string &code);
+    // As above, with Qt texts.
     static bool isTypedStock(int typeId, const QString &market, const QString &code);
     // For literals on both sides, which would fit both of the others.
     static bool isTypedStock(int typeId, const char *market, const char *code)

@@ -16,9 +16,12 @@ class CMemoryDataCenter;
 class BASKET_SERVICES_EXPORT TraderCenter final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static TraderCenter *instance();
 
+    // The data centre: accounts, their details and positions. Never null.
     boost::shared_ptr<IDataCenter> getDataCenter() const { return m_dataCenter; }
+    // The calculator: fees, margins and buyable volumes. Never null.
     boost::shared_ptr<ICalculator> getCalculator() const { return m_calculator; }
 
     // --- control surface (tests and the demo host) ---

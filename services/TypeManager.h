@@ -20,6 +20,7 @@ namespace ttservice {
 class BASKET_SERVICES_EXPORT TypeManager final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static TypeManager *instance();
 
     std::string getEnumItemName(std::string enumName, int value, EVqTraderType traderType) const;
