@@ -36,7 +36,8 @@ public:
     // Builds the panel for the user of the client's user configuration (TC::getUserConfig()):
     // the basket form if canSeeContent() holds for the user's role, an empty panel otherwise.
     // panelId is the client's number of this dock; the panel's trader type becomes 4, the basket
-    // trader. Read the user's role and rights before creating the panel: they are not read again.
+    // trader. Fill the user configuration before creating the panel: the role it holds now decides
+    // whether the panel has content.
     CBasketOperationPanel(int panelId, QWidget *parent);
     ~CBasketOperationPanel() override;
 
