@@ -17,7 +17,7 @@ CDemoMainWindow::CDemoMainWindow(QWidget *parent)
     setWindowTitle(QStringLiteral("组合交易 - 演示"));
 
     auto *central = new QWidget(this);
-    auto *title = new QLabel(QStringLiteral("委托记录 (每一笔离开面板的下单与消息)"), central);
+    auto *title = new QLabel(QStringLiteral("委托记录 (每一笔离开面板的下单与消息, 及面板日志)"), central);
     m_log = new QPlainTextEdit(central);
     m_log->setReadOnly(true);
     m_log->setObjectName(QStringLiteral("order_log"));

@@ -1,3 +1,4 @@
+#include "CDemoLogging.h"
 #include "CDemoMainWindow.h"
 #include "CDemoSavedState.h"
 #include "CBasketOperationPanel.h"
@@ -162,6 +163,15 @@ int main(int argc, char **argv)
         QStringLiteral("fresh"),
         QStringLiteral("Start from the panel's defaults instead of the state it was left in (the state is still saved "
                        "on exit)."));
+    const QCommandLineOption logFileOption(
+        QStringLiteral("log-file"),
+        QStringLiteral("Write the panel's log lines to this rolling log file (default: $BASKET_DEMO_LOG_FILE, else "
+                       "basket-demo.log in the working directory)."),
+        QStringLiteral("FILE"));
+    const QCommandLineOption logConfigOption(
+        QStringLiteral("log-config"),
+        QStringLiteral("Read this log4cxx configuration instead of basket-demo.log4cxx.properties."),
+        QStringLiteral("FILE"));
     parser.addOption(roleOption);
     parser.addOption(screenshotOption);
     parser.addOption(basketOption);
@@ -174,7 +184,11 @@ int main(int argc, char **argv)
     parser.addOption(placeOption);
     parser.addOption(batchOption);
     parser.addOption(freshOption);
+    parser.addOption(logFileOption);
+    parser.addOption(logConfigOption);
     parser.process(app);
+    // Before anything logs, as the client configures log4cxx at its start.
+    CDemoLogging::configure(parser.value(logConfigOption), parser.value(logFileOption));
 
     bool roleOk = false;
     const int role = parser.value(roleOption).toInt(&roleOk);
@@ -205,6 +219,7 @@ int main(int argc, char **argv)
     const QString saved = scripted || parser.isSet(freshOption) ? QString() : savedState.load();
 
     CDemoMainWindow window;
+    CDemoLogging::attachPane([&window](const QString &line) { window.appendLog(QStringLiteral("日志 ") + line); });
     // As the client restores the panel: the text it was left with, or at first a wider
     // parameter form.
     window.panel()->setParam(saved.isEmpty() ? QStringLiteral("//500") : saved);
@@ -260,5 +275,6 @@ int main(int argc, char **argv)
     TC::CTradeClient::instance()->setPlaceCommandsObserver({});
     TC::CTradeClient::instance()->setPlaceTasksObserver({});
     TC::getMsgService()->setObserver({});
+    CDemoLogging::detachPane();
     return result;
 }

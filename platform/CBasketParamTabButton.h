@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "CPushButton.h"
 
 #include <QString>
@@ -12,7 +13,7 @@ namespace TC {
 // It paints itself with colour keys: a background for the normal, pressed (also checked) and
 // hovered states, and a text colour for the inactive and the active (checked) tab. A press
 // delivers event 5 with the button's id, as every toolkit button does.
-class CBasketParamTabButton final : public WK::CPushButton
+class BASKET_PLATFORM_EXPORT CBasketParamTabButton final : public WK::CPushButton
 {
     Q_OBJECT
 

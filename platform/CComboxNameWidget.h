@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "CBaseWidget.h"
 
 #include <QString>
@@ -17,7 +18,7 @@ namespace TC {
 // The combo carries the row's id: when the user chooses an item (the current one too) the row's
 // parent receives event 64 with the id, the item's index as value and its text. Changes made by
 // the program (setCurrentIndex, clear, addItem ...) deliver nothing.
-class CComboxNameWidget final : public WK::CBaseWidget
+class BASKET_PLATFORM_EXPORT CComboxNameWidget final : public WK::CBaseWidget
 {
     Q_OBJECT
 

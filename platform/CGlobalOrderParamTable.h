@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "COrderParamBaseTable.h"
 
 #include <QString>
@@ -14,7 +15,7 @@ namespace TC {
 // step value, step rate, keep valid time, valid seconds, step flag, start and end time as seconds
 // of the day, and last the algorithms as "type`uiString" joined by ",". It holds no "=", ":",
 // "|", "/", "%", "*", "$" or "@", the separators of the texts it travels in.
-class CGlobalOrderParamTable final : public COrderParamBaseTable
+class BASKET_PLATFORM_EXPORT CGlobalOrderParamTable final : public COrderParamBaseTable
 {
     Q_OBJECT
 

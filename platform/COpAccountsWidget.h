@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "CBaseWidget.h"
 
 #include <QMap>
@@ -19,7 +20,7 @@ namespace TC {
 //
 // Events delivered upward: 1167 when the selection changes, 1168 with the chosen tab word as
 // value when the connect combo changes.
-class COpAccountsWidget : public WK::CBaseWidget
+class BASKET_PLATFORM_EXPORT COpAccountsWidget : public WK::CBaseWidget
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "CBaseWidget.h"
 
 #include <QString>
@@ -33,7 +34,7 @@ namespace TC {
 //   - 1088 (value 0) when the user commits another contract, since a sizing by contract value
 //     depends on it.
 // The events of the block's own controls stay inside the block.
-class COpBasketFutureParamsWidget final : public WK::CBaseWidget
+class BASKET_PLATFORM_EXPORT COpBasketFutureParamsWidget final : public WK::CBaseWidget
 {
     Q_OBJECT
 

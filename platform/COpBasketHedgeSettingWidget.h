@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "CFloatWidget.h"
 
 #include <QPointer>
@@ -20,7 +21,7 @@ class COpBasketFutureParamsWidget;
 // load() copies the block's values into the editors; "确定" writes them back to the block and
 // closes, "取消" (or Escape, or a click outside) closes without a change. The pop-up delivers
 // no events: what it changes is read from the block when an order is placed.
-class COpBasketHedgeSettingWidget final : public WK::CFloatWidget
+class BASKET_PLATFORM_EXPORT COpBasketHedgeSettingWidget final : public WK::CFloatWidget
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "CBaseWidget.h"
 
 #include <QString>
@@ -13,7 +14,7 @@ namespace TC {
 // Each toggle by the user delivers event 1137 with the bar's id, value 1 when the section is now
 // expanded and 0 when collapsed, and the title as text. setExpanded delivers nothing. A bar
 // starts expanded, with a thin line along its top edge.
-class COpBasketParamsExpandBar final : public WK::CBaseWidget
+class BASKET_PLATFORM_EXPORT COpBasketParamsExpandBar final : public WK::CBaseWidget
 {
     Q_OBJECT
 

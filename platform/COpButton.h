@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "CPushButton.h"
 
 #include <QFont>
@@ -14,7 +15,7 @@ namespace TC {
 // does (buy red, sell green, a plain order blue). It paints the operation text in the font of
 // a CUiResource key and, when given, a price line and a volume line under it, each in a font
 // of its own key. A press delivers event 5 with the button's id, as every toolkit button does.
-class COpButton : public WK::CPushButton
+class BASKET_PLATFORM_EXPORT COpButton : public WK::CPushButton
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "ITradeDockableWidget.h"
 
 #include "CPositionParam.h"
@@ -15,7 +16,7 @@ namespace TC {
 
 // Base of the client's operation panels. The client creates a panel with its panel number,
 // docks it in a panel group and calls the operations below; a panel overrides those it serves.
-class COperationPanel : public ITradeDockableWidget
+class BASKET_PLATFORM_EXPORT COperationPanel : public ITradeDockableWidget
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "CBaseWidget.h"
 
 #include <QString>
@@ -23,7 +24,7 @@ class CBasketParamTabButton;
 // for a checked tab, and the tab's text; pressing the tab that is already current delivers it
 // again. setCheckedByID delivers nothing. Buttons keep their own length along the group; the
 // rest of the group stays empty.
-class COperationPushButtonGroup final : public WK::CBaseWidget
+class BASKET_PLATFORM_EXPORT COperationPushButtonGroup final : public WK::CBaseWidget
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "CBaseWidget.h"
 
 #include "CCodeOrderParam.h"
@@ -48,7 +49,7 @@ class CTrdAlgoBaseTable;
 //
 // Events delivered to the parent: 114 (id 0) when the user changed anything, 220 (id 0) when the
 // user asks for help on the order type. Changes made by calls deliver nothing.
-class COrderParamBaseTable : public WK::CBaseWidget
+class BASKET_PLATFORM_EXPORT COrderParamBaseTable : public WK::CBaseWidget
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "COddEvenRowTable.h"
 #include "CTableColumn.h"
 
@@ -17,7 +18,7 @@ namespace TC {
 // when the user applies a filter, the owner receives the chosen values of every filtered column
 // with the column's filter type (filterData) and rebuilds the rows itself. The table never
 // hides a row on its own.
-class COrderParamTable : public WK::COddEvenRowTable
+class BASKET_PLATFORM_EXPORT COrderParamTable : public WK::COddEvenRowTable
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "CInstrumentDetail.h"
 #include "CStockInfo.h"
 #include "CUiResourceChangeHandler.h"
@@ -35,7 +36,7 @@ enum ESmartKeyType { SKT_STOCK = 0, SKT_FUTURE = 1, SKT_ALL = 2 };
 // One keyboard per process, shared by every panel: each panel sets its select function, title
 // and trade type before it hands the keyboard a key. The keyboard is a tool window, never modal:
 // the panel below keeps running while it is open.
-class CSmartKeyboardDialog : public QWidget, public WK::CUiResourceChangeHandler
+class BASKET_PLATFORM_EXPORT CSmartKeyboardDialog : public QWidget, public WK::CUiResourceChangeHandler
 {
     Q_OBJECT
 

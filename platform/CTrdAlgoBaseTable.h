@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "TradeEnums.h"
 
 #include <QMap>
@@ -28,7 +29,7 @@ namespace TC {
 //
 // The UI string is the strategy and the numbers joined by "#", in the order above: it holds none
 // of "=", ":", ",", "`", ";", "|", "/", "%", "*", "$", "@", so the texts of the blocks can carry it.
-class CTrdAlgoBaseTable final : public QWidget
+class BASKET_PLATFORM_EXPORT CTrdAlgoBaseTable final : public QWidget
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "CBaseWidget.h"
 
 #include <QString>
@@ -10,7 +11,7 @@ namespace WK {
 
 // A widget that the client can dock: it keeps its state in a parameter string that the client
 // stores between sessions, and it may answer the client's keyboard shortcuts.
-class IDockableWidget : public CBaseWidget
+class BASKET_PLATFORM_EXPORT IDockableWidget : public CBaseWidget
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketPlatformExport.h"
 #include "IDockableWidget.h"
 
 #include "CAccountInfo.h"
@@ -8,7 +9,7 @@
 namespace TC {
 
 // A docked trading panel: it has a trader type and hears about the user's accounts.
-class ITradeDockableWidget : public WK::IDockableWidget
+class BASKET_PLATFORM_EXPORT ITradeDockableWidget : public WK::IDockableWidget
 {
     Q_OBJECT
 

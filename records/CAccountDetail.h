@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "DoubleCompare.h"
 #include "IData.h"
 
@@ -8,7 +9,7 @@
 namespace ttservice {
 
 // The money of an account.
-class CAccountDetail : public IData
+class BASKET_RECORDS_EXPORT CAccountDetail : public IData
 {
 public:
     std::string m_accountKey;

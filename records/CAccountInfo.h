@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "IData.h"
 #include "TradeEnums.h"
 
@@ -8,7 +9,7 @@
 namespace ttservice {
 
 // An account as the client knows it: its key and what is shown of it.
-class CAccountInfo : public IData
+class BASKET_RECORDS_EXPORT CAccountInfo : public IData
 {
 public:
     std::string m_accountKey;   // unique key, what the services look accounts up by

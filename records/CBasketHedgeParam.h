@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "DoubleCompare.h"
 #include "IData.h"
 
@@ -8,7 +9,7 @@
 namespace ttservice {
 
 // The hedge of a basket with index futures, carried as BSON.
-class CBasketHedgeParam : public IData
+class BASKET_RECORDS_EXPORT CBasketHedgeParam : public IData
 {
 public:
     bool m_enabled = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "CBasketStockData.h"
 #include "TradeEnums.h"
 
@@ -10,7 +11,7 @@
 namespace TC {
 
 // One entry of a stored basket: where its orders go.
-class CBasketEntry
+class BASKET_RECORDS_EXPORT CBasketEntry
 {
 public:
     ttservice::ETradePlatform m_tradePlatform = ttservice::TRADE_PLATFORM_NONE;
@@ -18,7 +19,7 @@ public:
 };
 
 // One stored basket, kept by name in the user configuration.
-class CBasketSetting
+class BASKET_RECORDS_EXPORT CBasketSetting
 {
 public:
     QString m_name;

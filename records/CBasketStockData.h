@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "DoubleCompare.h"
 #include "TradeEnums.h"
 
@@ -14,7 +15,7 @@
 namespace TC {
 
 // One row of a basket: an instrument with its weight or its volume in one copy.
-class CBasketStockData
+class BASKET_RECORDS_EXPORT CBasketStockData
 {
 public:
     QString m_accountDisplayId;   // account a generated row was sized for
@@ -45,7 +46,7 @@ public:
 };
 
 // Ordering of rows by market, then code, then account.
-struct CBasketStockCompareTraits
+struct BASKET_RECORDS_EXPORT CBasketStockCompareTraits
 {
     static int compare(const CBasketStockData &a, const CBasketStockData &b);
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "CAccountInfo.h"
 #include "CStockInfo.h"
 #include "DoubleCompare.h"
@@ -17,7 +18,7 @@
 namespace ttservice {
 
 // One order line: one instrument for one account. A std::vector of them is an order list.
-class CCodeOrderParam : public IData
+class BASKET_RECORDS_EXPORT CCodeOrderParam : public IData
 {
 public:
     boost::shared_ptr<CAccountInfo> m_account;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "CSubCommandRecord.h"
 #include "TradeEnums.h"
 
@@ -10,7 +11,7 @@
 namespace ttservice {
 
 // One item of a split: the sub-instructions it was divided into.
-class CCommandSplitItem
+class BASKET_RECORDS_EXPORT CCommandSplitItem
 {
 public:
     std::vector<boost::shared_ptr<CSubCommandRecord>> m_records;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "IData.h"
 
 #include <string>
@@ -7,7 +8,7 @@
 namespace ttservice {
 
 // What the instrument service knows of a code.
-class CInstrumentDetail : public IData
+class BASKET_RECORDS_EXPORT CInstrumentDetail : public IData
 {
 public:
     std::string m_market;

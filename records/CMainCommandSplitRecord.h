@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "CCommandSplitItem.h"
 
 #include <boost/shared_ptr.hpp>
@@ -9,7 +10,7 @@
 namespace ttservice {
 
 // All the parts into which an instruction was split.
-class CMainCommandSplitRecord
+class BASKET_RECORDS_EXPORT CMainCommandSplitRecord
 {
 public:
     std::vector<boost::shared_ptr<CCommandSplitItem>> m_splitItems;

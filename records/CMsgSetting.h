@@ -1,11 +1,13 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
+
 #include <QString>
 
 namespace TC {
 
 // How the user wants messages of one kind shown; the two flags go to showMsg as they are.
-class CMsgSetting
+class BASKET_RECORDS_EXPORT CMsgSetting
 {
 public:
     bool m_showPopup = true;

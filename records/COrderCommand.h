@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "CCodeOrderParam.h"
 #include "IData.h"
 #include "TradeEnums.h"
@@ -10,7 +11,7 @@
 namespace ttservice {
 
 // A manager's instruction: the lines a trader is asked to execute.
-class COrderCommand : public IData
+class BASKET_RECORDS_EXPORT COrderCommand : public IData
 {
 public:
     std::string m_commandKey;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "IData.h"
 
 #include <ctime>
@@ -9,7 +10,7 @@ namespace ttservice {
 
 // Price step, validity and price type of an order, as the parameter tables keep them per
 // operation.
-class COrderSetting : public IData
+class BASKET_RECORDS_EXPORT COrderSetting : public IData
 {
 public:
     bool m_stepIsAbsolute = true;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "CAccountInfo.h"
 
 #include <QMetaType>
@@ -11,7 +12,7 @@
 namespace TC {
 
 // A position handed to the panel by another panel of the client or by the exchange dialog.
-class CPositionParam
+class BASKET_RECORDS_EXPORT CPositionParam
 {
 public:
     ttservice::CAccountInfo *m_account = nullptr; // owned by the client's account list

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "DoubleCompare.h"
 #include "IData.h"
 
@@ -8,7 +9,7 @@
 namespace ttservice {
 
 // One position of an account in one instrument.
-class CPositionStatics : public IData
+class BASKET_RECORDS_EXPORT CPositionStatics : public IData
 {
 public:
     std::string m_market;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "CAutoPriceParam.h"
 #include "DoubleCompare.h"
 #include "TradeEnums.h"
@@ -11,7 +12,7 @@
 namespace TC {
 
 // The last quote of one instrument. Prices that never came carry NO_VALUE.
-class CPriceData
+class BASKET_RECORDS_EXPORT CPriceData
 {
 public:
     std::string m_market;

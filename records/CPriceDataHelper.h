@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "CAutoPriceParam.h"
 #include "CPriceData.h"
 #include "TradeEnums.h"
@@ -8,7 +9,7 @@
 
 namespace ttservice {
 
-class CPriceDataHelper
+class BASKET_RECORDS_EXPORT CPriceDataHelper
 {
 public:
     // CPriceData::getPriceForOrder of the record; NO_VALUE for a null record.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "IData.h"
 
 #include <string>
@@ -7,7 +8,7 @@
 namespace ttservice {
 
 // An instrument as an order line names it.
-class CStockInfo : public IData
+class BASKET_RECORDS_EXPORT CStockInfo : public IData
 {
 public:
     std::string m_market;     // "SH", "SZ", "CFFEX" ...

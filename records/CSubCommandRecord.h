@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "CCodeOrderParam.h"
 #include "TradeEnums.h"
 
@@ -8,7 +9,7 @@
 namespace ttservice {
 
 // One part of a split instruction: the lines meant for one trader.
-class CSubCommandRecord
+class BASKET_RECORDS_EXPORT CSubCommandRecord
 {
 public:
     int m_subCommandId = 0;

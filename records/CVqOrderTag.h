@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "IData.h"
 
 #include <string>
@@ -7,7 +8,7 @@
 namespace ttservice {
 
 // The tag under which the order service groups the tasks of one placing.
-class CVqOrderTag : public IData
+class BASKET_RECORDS_EXPORT CVqOrderTag : public IData
 {
 public:
     std::string m_orderTagName;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "Bson.h"
 
 #include <string>
@@ -8,7 +9,7 @@ namespace ttservice {
 
 // Base of every record of the data layer: a key that identifies the record and a BSON form
 // in which it is stored and exchanged.
-class IData
+class BASKET_RECORDS_EXPORT IData
 {
 public:
     virtual ~IData() = default;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketRecordsExport.h"
 #include "CMainCommandSplitRecord.h"
 #include "CSubCommandRecord.h"
 
@@ -8,7 +9,7 @@
 namespace TC {
 
 // Which part of a split instruction the panel is given: the whole split or one sub-record.
-struct sSplitCmdInfo
+struct BASKET_RECORDS_EXPORT sSplitCmdInfo
 {
     sSplitCmdInfo() = default;
     sSplitCmdInfo(bool isMain, boost::shared_ptr<ttservice::CMainCommandSplitRecord> mainRecord,

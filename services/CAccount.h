@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CAccountData.h"
 #include "CAccountInfo.h"
 
@@ -13,7 +14,7 @@ namespace TC {
 // An account of the user as the user configuration lists it: the account's record (it is a
 // CAccountInfo, so a pointer to it serves wherever an account record is wanted) with the
 // account groups the user sorted it into, and access to its data in the data centre.
-class CAccount final : public ttservice::CAccountInfo
+class BASKET_SERVICES_EXPORT CAccount final : public ttservice::CAccountInfo
 {
 public:
     CAccount() = default;

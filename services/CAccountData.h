@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CAccountDetail.h"
 #include "CAccountInfo.h"
 #include "CPositionStatics.h"
@@ -27,7 +28,7 @@ enum EAccountDataType : int {
 // The data is refreshed by the client's threads; a reader that reads more than one thing and
 // needs them to agree holds a CAccountData::Lock for the length of the read. Every single
 // getter is safe on its own.
-class CAccountData
+class BASKET_SERVICES_EXPORT CAccountData
 {
 public:
     // Holds the account data's recursive mutex while it lives: the same thread may take it again

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "COrderCommand.h"
 
 #include <boost/shared_ptr.hpp>
@@ -18,7 +19,7 @@ namespace TC {
 // The rule of this library: an empty string stays empty; otherwise ";cmd=" and the instruction
 // ids of the map (its keys, ascending, joined by ",") are appended. Every call is recorded.
 // User-interface thread only.
-class CAlgoParamDataHelper final
+class BASKET_SERVICES_EXPORT CAlgoParamDataHelper final
 {
 public:
     struct CResetCall
@@ -28,6 +29,9 @@ public:
         std::vector<int> m_commandIds;
     };
 
+    // Rewrites param, the algorithm parameter string of the lines of instructions, so that the
+    // algorithm service knows the instructions (commands, by id) the lines belong to. Called by
+    // the panel just before placeTasks.
     static void resetAlgoParam(std::string &param, QMap<int, boost::shared_ptr<ttservice::COrderCommand>> commands);
 
     // --- control surface (tests and the demo host) ---

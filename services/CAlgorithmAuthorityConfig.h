@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CCodeOrderParam.h"
 
 #include <string>
@@ -14,7 +15,7 @@ namespace TC {
 // Here the answer is scripted (true unless a test says otherwise) and every call is recorded.
 // A plain singleton reached as CAlgorithmAuthorityConfig::instance().bCheckAuthority(...).
 // User-interface thread only.
-class CAlgorithmAuthorityConfig final
+class BASKET_SERVICES_EXPORT CAlgorithmAuthorityConfig final
 {
 public:
     struct CCheckCall
@@ -24,8 +25,12 @@ public:
         std::string m_sellStrategy;
     };
 
+    // The one instance in the process, created on first use; never freed.
     static CAlgorithmAuthorityConfig &instance();
 
+    // Whether the user may place these lines with these strategies: buyStrategy for the buy
+    // lines, sellStrategy for the sell lines (empty for a one-sided list). The panel asks before
+    // placing an algorithm order and stops on false; the service tells the user why.
     bool bCheckAuthority(const std::vector<ttservice::CCodeOrderParam> &orders, const std::string &buyStrategy,
                          const std::string &sellStrategy);
 

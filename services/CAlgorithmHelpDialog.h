@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "HelpDialogRecorder.h"
 
 namespace TC {
@@ -7,7 +8,7 @@ namespace TC {
 // The client's help dialog of the algorithm order types: before an algorithm order leaves,
 // tryHelp shows the user what the chosen algorithm will do (unless the user turned that off);
 // doHelp opens the help page on request.
-class CAlgorithmHelpDialog final : public CHelpDialogRecorder<CAlgorithmHelpDialog>
+class BASKET_SERVICES_EXPORT CAlgorithmHelpDialog final : public CHelpDialogRecorder<CAlgorithmHelpDialog>
 {
 };
 

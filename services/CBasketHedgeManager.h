@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CBasketHedgeParam.h"
 #include "COrderCommand.h"
 
@@ -15,7 +16,7 @@ namespace TC {
 // and its futures hedge itself) and keeps the hedge parameters of placed orders.
 //
 // Here both are recorded and nothing is placed. User-interface thread only.
-class CBasketHedgeManager final
+class BASKET_SERVICES_EXPORT CBasketHedgeManager final
 {
 public:
     struct CBasketCommandCall
@@ -29,6 +30,7 @@ public:
         ttservice::CBasketHedgeParam m_param;
     };
 
+    // The one instance in the process, created on first use; never null, never freed.
     static CBasketHedgeManager *instance();
 
     // Takes over a hedged instruction; manual is true when the user placed it from the panel.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketServicesExport.h"
+
 #include <QMap>
 #include <QSet>
 #include <QString>
@@ -10,9 +12,10 @@ namespace TC {
 // TC::accountDisplayIDQs) has a black list of stock keys it must not buy, and for some black
 // stocks a white stock to buy in their place.
 // User-interface thread only.
-class CBlackAndWhiteListService final
+class BASKET_SERVICES_EXPORT CBlackAndWhiteListService final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static CBlackAndWhiteListService *instance();
 
     // Whether stockKey is on the black list of the account.

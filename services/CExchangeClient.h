@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CInstrumentDetail.h"
 
 #include <boost/shared_ptr.hpp>
@@ -21,9 +22,10 @@ namespace TC {
 //   - the code alone ("IF2401"), which finds the first instrument of that code, futures
 //     exchanges first (a futures contract code names one instrument).
 // Thread-safe.
-class CExchangeClient final
+class BASKET_SERVICES_EXPORT CExchangeClient final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static CExchangeClient *instance();
 
     // Whether the instrument is known.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketServicesExport.h"
+
 #include <memory>
 #include <string>
 #include <vector>
@@ -9,7 +11,7 @@ namespace utils {
 // Catches the lines written to the logger "TTStdFile" while it lives, for tests that assert on
 // whole log lines. Attaches an appender on construction and detaches it on destruction.
 // Thread-safe: lines may come from any thread while lines() is read.
-class CLogCapture final
+class BASKET_SERVICES_EXPORT CLogCapture final
 {
 public:
     CLogCapture();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "Clock.h"
 
 #include <boost/format.hpp>
@@ -18,13 +19,14 @@ namespace utils {
 // "TTStdFile") gets the lines through its appenders as usual.
 //
 // Thread-safe: lines may be written from any thread.
-class CLogCenter final
+class BASKET_SERVICES_EXPORT CLogCenter final
 {
 public:
     // The level of user actions and timings: log4cxx's INFO.
     static constexpr int LEVEL_INFO = 20000;
     static constexpr const char *LOGGER_NAME = "TTStdFile";
 
+    // The one instance in the process, created on first use; never null, never freed.
     static CLogCenter *instance();
 
     // Whether the panel writes its lines at all. Test before building an expensive text.

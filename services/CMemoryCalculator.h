@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "ICalculator.h"
 
 namespace ttservice {
@@ -19,7 +20,7 @@ namespace ttservice {
 //   - every other operation: m_canUseVolume of the account's position statics in the
 //     instrument, 0 without a position;
 //   - the result is capped at limit. entrustBs and offsetFlag are left as they are.
-class CMemoryCalculator final : public ICalculator
+class BASKET_SERVICES_EXPORT CMemoryCalculator final : public ICalculator
 {
 public:
     long long calcBuyVolume(boost::shared_ptr<CAccountData> account, double money, const std::string &market,

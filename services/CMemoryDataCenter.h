@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "IDataCenter.h"
 
 #include <map>
@@ -11,7 +12,7 @@ namespace ttservice {
 // The data centre of this library: account data held in memory, filled by tests and the demo
 // host. Queries are recorded and answered at once with success, without changing any data.
 // Thread-safe.
-class CMemoryDataCenter final : public IDataCenter
+class BASKET_SERVICES_EXPORT CMemoryDataCenter final : public IDataCenter
 {
 public:
     boost::shared_ptr<CAccountData> getAccountData(const std::string &accountKey) const override;

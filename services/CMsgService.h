@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "PanelEnums.h"
 #include "TradeEnums.h"
 
@@ -15,7 +16,7 @@ namespace TC {
 //
 // Here every message is recorded and nothing is shown; a demo host may watch the messages
 // through the observer. User-interface thread only.
-class CMsgService final
+class BASKET_SERVICES_EXPORT CMsgService final
 {
 public:
     // One showMsg call with its arguments.
@@ -50,6 +51,7 @@ private:
     std::function<void(const CShowMsgCall &)> m_observer;
 };
 
+// The message service of the client; never null.
 CMsgService *getMsgService();
 
 } // namespace TC

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "Bson.h"
 #include "CCodeOrderParam.h"
 #include "TTError.h"
@@ -19,7 +20,7 @@ namespace TC {
 
 // One recorded call of CTradeClient::placeCommands: every argument, in the order of the call.
 // Field comments give the argument's number and what the basket panel puts there.
-struct CPlaceCommandsCall
+struct BASKET_SERVICES_EXPORT CPlaceCommandsCall
 {
     ttservice::EVqTraderType m_traderType = ttservice::VQ_TRADER_NONE;         // 1: 4, the basket trader
     ttservice::EVqHedgeType m_hedgeType = ttservice::VQ_HEDGE_NONE;            // 2: 1 plain, 2 hedged

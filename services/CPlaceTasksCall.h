@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "Bson.h"
 #include "CAutoPriceParam.h"
 #include "CCodeOrderParam.h"
@@ -24,7 +25,7 @@ using PlaceTasksCallback = boost::function<void(const QVector<boost::shared_ptr<
                                                  boost::shared_ptr<ttservice::CVqOrderTag>)>;
 
 // One recorded call of CTradeClient::placeTasks: every argument, in the order of the call.
-struct CPlaceTasksCall
+struct BASKET_SERVICES_EXPORT CPlaceTasksCall
 {
     ttservice::EVqTraderType m_traderType = ttservice::VQ_TRADER_NONE;        // 1
     ttservice::EVqHedgeType m_hedgeType = ttservice::VQ_HEDGE_NONE;           // 2

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CPositionStatics.h"
 #include "IData.h"
 
@@ -13,7 +14,7 @@ namespace ttservice {
 
 // An investment portfolio of the user: a named set of positions spread over some accounts.
 // The portfolio lookups of the user configuration (PortfolioLookup.h) read it.
-class CPortfolio : public IData
+class BASKET_SERVICES_EXPORT CPortfolio : public IData
 {
 public:
     std::string m_portfolioKey;  // what the lookups and pickers know it by

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "IData.h"
 
 #include <cstdint>
@@ -9,7 +10,7 @@ namespace ttservice {
 
 // One position of an account as the position query of the data centre lists it (data type 545
 // of CAccountData::getVector).
-class CPositionDetail : public IData
+class BASKET_SERVICES_EXPORT CPositionDetail : public IData
 {
 public:
     std::string m_market;

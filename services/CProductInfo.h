@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "IData.h"
 
 #include <string>
@@ -7,7 +8,7 @@
 namespace ttservice {
 
 // A product (fund) that accounts belong to, as CUserConfig::getAccountProduct gives it.
-class CProductInfo : public IData
+class BASKET_SERVICES_EXPORT CProductInfo : public IData
 {
 public:
     int m_productId = 0;

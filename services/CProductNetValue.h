@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "DoubleCompare.h"
 #include "IData.h"
 
@@ -9,7 +10,7 @@ namespace ttservice {
 
 // The net value of a product, kept in the account data under data type 580 and the key
 // genKey(product id): CAccountData::getData(580, CProductNetValue::genKey(id)).
-class CProductNetValue : public IData
+class BASKET_SERVICES_EXPORT CProductNetValue : public IData
 {
 public:
     int m_productId = 0;

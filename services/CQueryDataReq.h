@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CAccountInfo.h"
 #include "IData.h"
 
@@ -11,7 +12,7 @@ namespace ttservice {
 
 // A request to the data centre to refresh one kind of data of one account
 // (IDataCenter::queryData). The answer lands in the account's data, where later reads find it.
-class CQueryDataReq : public IData
+class BASKET_SERVICES_EXPORT CQueryDataReq : public IData
 {
 public:
     int m_dataType = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CPriceData.h"
 
 #include <boost/shared_ptr.hpp>
@@ -24,9 +25,10 @@ struct CQuoteSubscription;
 // quote is delivered to the live subscriptions of its key on the publishing thread, so a test
 // can publish from a worker thread exactly as the client's feed does. Every operation is
 // thread-safe.
-class CQuoteClient final
+class BASKET_SERVICES_EXPORT CQuoteClient final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static CQuoteClient *instance();
 
     // The last quote published for stockKey ("600000.SH"), null if none has come. The record is

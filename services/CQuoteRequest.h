@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CPriceData.h"
 
 #include <boost/function.hpp>
@@ -22,7 +23,7 @@ struct CQuoteSubscription;
 // that is running on another. A callback may release its own request and make or release
 // others; it must not release a request whose callback is at that moment running on another
 // thread and waiting for this one.
-class CQuoteRequest final
+class BASKET_SERVICES_EXPORT CQuoteRequest final
 {
 public:
     using Callback = boost::function<void(boost::shared_ptr<CPriceData>)>;

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "BasketServicesExport.h"
+
 namespace TC {
 
 // The client's time service: the trading day's clock as the exchange sees it, in seconds since
 // the epoch. Order lines take their validity window from it.
 //
 // User-interface thread only.
-class CTimeService final
+class BASKET_SERVICES_EXPORT CTimeService final
 {
 public:
     // A fixed reading (2024-01-02 09:30:00 in Beijing) that tests can rely on.
@@ -33,6 +35,7 @@ private:
     long long m_frozenTime = DEFAULT_TIME;
 };
 
+// The time service of the client; never null.
 CTimeService *getTimeService();
 
 } // namespace TC

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "Bson.h"
 #include "CAccountInfo.h"
 #include "CAutoPriceParam.h"
@@ -31,7 +32,7 @@ namespace TC {
 // Here no order is sent anywhere. Each outward call is recorded with all its arguments and
 // returns at once; tests read the records, and a demo host may watch the calls through the
 // observers. User-interface thread only.
-class CTradeClient final
+class BASKET_SERVICES_EXPORT CTradeClient final
 {
 public:
     // One confirmTask call.
@@ -57,6 +58,7 @@ public:
         ttservice::EOrderType m_orderType = ttservice::ORDER_TYPE_NONE;
     };
 
+    // The one instance in the process, created on first use; never null, never freed.
     static CTradeClient *instance();
 
     // Sends a basket as new orders, or as an instruction to traders. The arguments, in order:

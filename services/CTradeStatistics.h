@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CCodeOrderParam.h"
 
 #include <vector>
@@ -12,11 +13,15 @@ namespace TC {
 //
 // Here the answer is scripted (true unless a test says otherwise) and every call is recorded.
 // User-interface thread only.
-class CTradeStatistics final
+class BASKET_SERVICES_EXPORT CTradeStatistics final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static CTradeStatistics *instance();
 
+    // Tests the lines of an instruction against the smallest order size and the interval between
+    // orders before they are placed. The panel stops the placing on false; the service tells the
+    // user why. The lines may be adjusted in place.
     bool checkMinAndInterval(std::vector<ttservice::CCodeOrderParam> &orders);
 
     // --- control surface (tests and the demo host) ---

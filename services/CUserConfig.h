@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "AccountHelpers.h"
 #include "BasketHelpers.h"
 #include "CAccount.h"
@@ -39,14 +40,16 @@ namespace TC {
 //
 // Here everything is held in memory and set through the control surface. User-interface thread
 // only; the maps handed out by reference are the configuration's own and may be changed.
-class CUserConfig final
+class BASKET_SERVICES_EXPORT CUserConfig final
 {
 public:
     // The user's role number (the roles that see or receive baskets are the panel's business).
     int getRole() const { return m_role; }
+    // The user's name as the log lines and messages show it.
     QString getUserName() const { return m_userName; }
     // The user id that every order line carries in m_userId.
     std::string getUserId() const { return m_userId; }
+    // The number of the user's accounts, for the timing line of an account refresh.
     int getAccountCount() const { return m_accounts.size(); }
     // Whether the user works with investment portfolios.
     bool hasPortfolio() const { return m_hasPortfolio; }

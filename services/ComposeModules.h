@@ -7,8 +7,14 @@
 //   hasComposeGgtType(): either of the two.
 namespace TC {
 
+// Whether the deployment trades baskets through the Shanghai-Hong Kong connect: the modules
+// "mdl_order" and "mdl_order_compose_hgt" are on (LuaModuleCtrl::checkModule).
 bool hasComposeHgtType();
+// Whether the deployment trades baskets through the Shenzhen-Hong Kong connect: the modules
+// "mdl_order" and "mdl_order_compose_sgt" are on.
 bool hasComposeSgtType();
+// Whether either connect is open to baskets (hasComposeHgtType() or hasComposeSgtType()); the
+// panel offers its Hong Kong connect tab only then.
 bool hasComposeGgtType();
 
 } // namespace TC

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "TradeEnums.h"
 
 #include <string>
@@ -20,13 +21,16 @@ namespace ttservice {
 //   13         | "VQALGO"       | yes       | 3
 //   14         | "VWAPPLUS"     | yes       | 3
 //   any other  | ""             | no        | 0
-class DataHelper final
+class BASKET_SERVICES_EXPORT DataHelper final
 {
 public:
+    // The platform the order type runs on (table above); 0 for a plain order.
     static ETradePlatform getPlatformTypeByOrderType(EOrderType orderType);
     // ORDER_TYPE_NONE (-1) for a name that is no order type's.
     static EOrderType getOrderTypeByParamString(std::string name);
+    // The algorithm parameter name of the order type (table above); empty for a plain order.
     static std::string getParamStringByOrderType(EOrderType orderType);
+    // Whether orders of this type are run by an algorithm (table above).
     static bool isAlgoOrderType(EOrderType orderType);
     // Whether the operation takes the buy side of the market (ttservice::isBuyOperation).
     static bool isBuy(EOperationType operation);

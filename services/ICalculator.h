@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CAccountData.h"
 #include "TradeEnums.h"
 
@@ -11,7 +12,7 @@ namespace ttservice {
 
 // The client's trading calculator: volumes an account can trade. Reached through
 // TraderCenter::instance()->getCalculator().
-class ICalculator
+class BASKET_SERVICES_EXPORT ICalculator
 {
 public:
     // The mark of a volume that could not be worked out.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CAccountData.h"
 #include "CQueryDataReq.h"
 #include "TTError.h"
@@ -13,7 +14,7 @@ namespace ttservice {
 
 // The client's data centre: the data of every account the user can see, by account key.
 // Reached through TraderCenter::instance()->getDataCenter().
-class IDataCenter
+class BASKET_SERVICES_EXPORT IDataCenter
 {
 public:
     // Called when a query has been answered, with the request and the outcome.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketServicesExport.h"
+
 #include <list>
 #include <set>
 #include <string>
@@ -15,9 +17,10 @@ namespace luawrapper {
 // group off turns off everything under it.
 //
 // User-interface thread only.
-class LuaModuleCtrl final
+class BASKET_SERVICES_EXPORT LuaModuleCtrl final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static LuaModuleCtrl *instance();
 
     // True when every named module is on; an empty list names nothing and is true.

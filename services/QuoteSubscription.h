@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "CPriceData.h"
 
 #include <boost/function.hpp>
@@ -16,7 +17,7 @@ namespace TC {
 // m_mutex is held while the callback runs and while the request's release marks the
 // subscription dead, so that a callback never starts after the release has returned. It is
 // recursive because a callback may release its own request.
-struct CQuoteSubscription
+struct BASKET_SERVICES_EXPORT CQuoteSubscription
 {
     QString m_stockKey;
     boost::function<void(boost::shared_ptr<CPriceData>)> m_callback;

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "BasketServicesExport.h"
+
 namespace ttservice {
 
 // The kinds of one instrument, as the client's type cache answers them
 // (StockTypeCacheCenter::getTypeStockCache). All false for an instrument of no special kind.
-class StockTypeCache
+class BASKET_SERVICES_EXPORT StockTypeCache
 {
 public:
     bool m_etf = false;

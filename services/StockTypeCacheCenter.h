@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "StockTypeCache.h"
 
 #include <boost/shared_ptr.hpp>
@@ -12,7 +13,7 @@ namespace ttservice {
 
 // The client's cache of instrument kinds (ETF, fund, B share ...), by market and code.
 // Thread-safe.
-class StockTypeCacheCenter final
+class BASKET_SERVICES_EXPORT StockTypeCacheCenter final
 {
 public:
     // The kinds of the instrument; never null: an unknown instrument answers false to every test.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketServicesExport.h"
+
 #include <QString>
 
 #include <string>
@@ -12,10 +14,12 @@ namespace ttservice {
 // display and key rules. What a number means is the client's; here every instrument belongs to
 // no type until a test or the demo host marks it.
 // Thread-safe.
-class StockTypeCenter final
+class BASKET_SERVICES_EXPORT StockTypeCenter final
 {
 public:
+    // Whether the instrument (market "SH", "SZ", ... and code) belongs to the type typeId.
     static bool isTypedStock(int typeId, const std::string &market, const std::string &code);
+    // As above, with Qt texts.
     static bool isTypedStock(int typeId, const QString &market, const QString &code);
     // For literals on both sides, which would fit both of the others.
     static bool isTypedStock(int typeId, const char *market, const char *code)

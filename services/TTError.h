@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketServicesExport.h"
+
 #include <string>
 #include <utility>
 
@@ -7,7 +9,7 @@ namespace utils {
 
 // The error record the client's services fill in when a request fails. A default record means
 // success; the services set a non-zero code and a text for the user.
-class TTError
+class BASKET_SERVICES_EXPORT TTError
 {
 public:
     int m_code = 0;

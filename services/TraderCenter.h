@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "ICalculator.h"
 #include "IDataCenter.h"
 
@@ -12,12 +13,15 @@ class CMemoryDataCenter;
 // Access to the client's data services: the data centre and the calculator.
 // Here they are the in-memory implementations of this library (CMemoryDataCenter,
 // CMemoryCalculator); tests may put fakes of their own in their place.
-class TraderCenter final
+class BASKET_SERVICES_EXPORT TraderCenter final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static TraderCenter *instance();
 
+    // The data centre: accounts, their details and positions. Never null.
     boost::shared_ptr<IDataCenter> getDataCenter() const { return m_dataCenter; }
+    // The calculator: fees, margins and buyable volumes. Never null.
     boost::shared_ptr<ICalculator> getCalculator() const { return m_calculator; }
 
     // --- control surface (tests and the demo host) ---

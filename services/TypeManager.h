@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketServicesExport.h"
 #include "TradeEnums.h"
 
 #include <map>
@@ -16,9 +17,10 @@ namespace ttservice {
 // The trader type picks a variant of the table where the client has one; this library has one
 // table for all. A value without a name gives its decimal text. Texts are UTF-8.
 // User-interface thread only.
-class TypeManager final
+class BASKET_SERVICES_EXPORT TypeManager final
 {
 public:
+    // The one instance in the process, created on first use; never null, never freed.
     static TypeManager *instance();
 
     std::string getEnumItemName(std::string enumName, int value, EVqTraderType traderType) const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseWidget.h"
 
 #include <QList>
@@ -24,7 +25,7 @@ namespace WK {
 // An item that its owner hides must go on the row's invisible list (doOperationInvisibleList):
 // the row then neither shows it for want of room nor keeps a place for it. Separators are hidden
 // by the row where they would stand at an end or next to another separator.
-class CAutoExpandToolBar : public CBaseWidget
+class BASKET_TOOLKIT_EXPORT CAutoExpandToolBar : public CBaseWidget
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CEventWidgetT.h"
 
 #include <QDialog>
@@ -10,7 +11,7 @@
 namespace WK {
 
 // What a dialog run without a user showed and answered (see CBaseDialog::setInteractive).
-struct DialogRecord {
+struct BASKET_TOOLKIT_EXPORT DialogRecord {
     QString className;
     QString title;
     QStringList texts; // the dialog's own texts, as they stood when it opened
@@ -31,7 +32,7 @@ struct DialogRecord {
 // it records the dialog (class, title, texts) and answers at once with the scripted answer:
 // Rejected by default; with Accepted, the scripted input goes into the dialog and the OK path
 // runs, so a refusal of checkOK gives Rejected.
-class CBaseDialog : public CEventWidgetT<QDialog>
+class BASKET_TOOLKIT_EXPORT CBaseDialog : public CEventWidgetT<QDialog>
 {
     Q_OBJECT
 

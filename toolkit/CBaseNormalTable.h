@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseWidget.h"
 #include "CTableColumn.h"
 
@@ -36,7 +37,7 @@ class CTableModel;
 // 48 when the user ticks or unticks a check box, 49 on a click in a cell, 53 after the user
 // deleted rows, 42 when another row becomes current. Loads of many rows belong between
 // beginUpdate and endUpdate (or addRowBegin and addRowEnd): the view then hears of them once.
-class CBaseNormalTable : public CBaseWidget
+class BASKET_TOOLKIT_EXPORT CBaseNormalTable : public CBaseWidget
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
+
 #include <QHash>
 #include <QString>
 #include <QStyledItemDelegate>
@@ -15,7 +17,7 @@ class CEventDeliverer;
 // hidden and typed: type 3 is drawn in the colour of buying, type 1 in that of selling, others
 // in the accent colour. The buttons are painted, not widgets, so a column of twenty thousand
 // buttons costs nothing until it is seen.
-class CBaseTableColumnPushButtonDelegate : public QStyledItemDelegate
+class BASKET_TOOLKIT_EXPORT CBaseTableColumnPushButtonDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 

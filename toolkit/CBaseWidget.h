@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CEventWidgetT.h"
 
 #include <QString>
@@ -11,7 +12,7 @@ namespace WK {
 
 // The base of every panel widget: a QWidget on the event bus that follows the user-interface
 // resources.
-class CBaseWidget : public CEventWidgetT<QWidget>
+class BASKET_TOOLKIT_EXPORT CBaseWidget : public CEventWidgetT<QWidget>
 {
     Q_OBJECT
 

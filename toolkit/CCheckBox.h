@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CEventWidgetT.h"
 
 #include <QCheckBox>
@@ -9,7 +10,7 @@ namespace WK {
 // A check box with an id. Every change of its state delivers event 60 (value 1 when checked,
 // else 0), whether the user or the program changed it; a click of the user then also delivers
 // event 61 with the new state.
-class CCheckBox : public CEventWidgetT<QCheckBox>
+class BASKET_TOOLKIT_EXPORT CCheckBox : public CEventWidgetT<QCheckBox>
 {
     Q_OBJECT
 

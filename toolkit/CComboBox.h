@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CEventWidgetT.h"
 
 #include <QComboBox>
@@ -9,7 +10,7 @@ namespace WK {
 // A combo box with an id. When the user chooses an item (the current one too) it delivers event
 // 64 with the id, the index as value and the item's text; changes made by the program deliver
 // nothing.
-class CComboBox : public CEventWidgetT<QComboBox>
+class BASKET_TOOLKIT_EXPORT CComboBox : public CEventWidgetT<QComboBox>
 {
     Q_OBJECT
 

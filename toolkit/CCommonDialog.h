@@ -1,12 +1,13 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseDialog.h"
 #include "CInnerWidgetSlot.h"
 
 namespace WK {
 
 // A window dialog with the title in its window frame and one inner widget as its content.
-class CCommonDialog : public CBaseDialog
+class BASKET_TOOLKIT_EXPORT CCommonDialog : public CBaseDialog
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseWidget.h"
 
 #include <QString>
@@ -18,7 +19,7 @@ namespace WK {
 // name editor that offers the user's portfolio names as completions. Every change of the tick,
 // and every finished edit that changed the name, delivers event 60 with the id (value: 1 when
 // ticked, else 0; text: the name). The name can be edited only while the box is ticked.
-class CCreatePortfolioKeyboard : public CBaseWidget
+class BASKET_TOOLKIT_EXPORT CCreatePortfolioKeyboard : public CBaseWidget
 {
     Q_OBJECT
 

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
+
 #include <QValidator>
 
 namespace WK {
 
 // Decimal numbers within a range, with at most so many decimals, typed with or without
 // thousands separators; the decimal point is always ".".
-class CDoubleValidator : public QValidator
+class BASKET_TOOLKIT_EXPORT CDoubleValidator : public QValidator
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
+
 #include <QString>
 
 class QWidget;
@@ -10,7 +12,7 @@ namespace WK {
 // data); a child hands it to its parent deliverer without knowing who that is, and it climbs
 // the chain of deliverers until one handleEvent takes it. Everything runs synchronously on the
 // user-interface thread.
-class CEventDeliverer
+class BASKET_TOOLKIT_EXPORT CEventDeliverer
 {
 public:
     // parent: the deliverer that receives this one's events; null for a root. A non-null parent

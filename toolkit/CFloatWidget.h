@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseDialog.h"
 #include "CInnerWidgetSlot.h"
 
@@ -10,7 +11,7 @@ namespace WK {
 // A frameless box that floats over the panel, with an optional title strip. It hides itself as
 // a popup does: on a click outside it and on Escape. Show it with show(), showAt() or
 // showBelow().
-class CFloatWidget : public CBaseDialog
+class BASKET_TOOLKIT_EXPORT CFloatWidget : public CBaseDialog
 {
     Q_OBJECT
 

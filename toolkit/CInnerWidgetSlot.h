@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
+
 #include <QPointer>
 
 class QVBoxLayout;
@@ -10,7 +12,7 @@ namespace WK {
 // The one widget that fills a frame (a dialog, a floating box) inside the given margins.
 // Placing another widget hides the one before; a host that already has a layout of its own
 // keeps it and takes nothing.
-class CInnerWidgetSlot
+class BASKET_TOOLKIT_EXPORT CInnerWidgetSlot
 {
 public:
     void place(QWidget *host, QWidget *widget, int left, int top, int right, int bottom);

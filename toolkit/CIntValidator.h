@@ -1,11 +1,13 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
+
 #include <QValidator>
 
 namespace WK {
 
 // Whole numbers within a range, typed with or without thousands separators.
-class CIntValidator : public QValidator
+class BASKET_TOOLKIT_EXPORT CIntValidator : public QValidator
 {
     Q_OBJECT
 

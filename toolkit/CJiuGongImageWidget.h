@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseWidget.h"
 
 #include <QMargins>
@@ -16,7 +17,7 @@ void drawNinePatch(QPainter &painter, const QRect &target, const QPixmap &pixmap
 
 // A container whose background is a CUiResource image painted as a nine-patch (a white panel
 // with a thin border in the built-in theme).
-class CJiuGongImageWidget : public CBaseWidget
+class BASKET_TOOLKIT_EXPORT CJiuGongImageWidget : public CBaseWidget
 {
     Q_OBJECT
 

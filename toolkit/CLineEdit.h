@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CEventWidgetT.h"
 
 #include <QLineEdit>
@@ -8,7 +9,7 @@ namespace WK {
 
 // A line edit with an id. Each edit of the user delivers event 107 with the id and the text;
 // the end of an edit (Return or leaving the field) that changed the text delivers event 103.
-class CLineEdit : public CEventWidgetT<QLineEdit>
+class BASKET_TOOLKIT_EXPORT CLineEdit : public CEventWidgetT<QLineEdit>
 {
     Q_OBJECT
 

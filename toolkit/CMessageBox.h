@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
+
 #include <QMessageBox>
 #include <QString>
 #include <QVector>
@@ -9,7 +11,7 @@ class QWidget;
 namespace WK {
 
 // One message box as it was asked for.
-struct MessageBoxRecord {
+struct BASKET_TOOLKIT_EXPORT MessageBoxRecord {
     enum Kind { Information, Warning };
     Kind kind = Information;
     int style = 0;
@@ -25,7 +27,7 @@ struct MessageBoxRecord {
 // at once, with the scripted answer if one is set, else with the default button if it is one of
 // the buttons, else with the first of the buttons (in Qt's order of values: Ok before Cancel,
 // Yes before No), else Ok.
-class CMessageBox final
+class BASKET_TOOLKIT_EXPORT CMessageBox final
 {
 public:
     CMessageBox() = delete;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseWidget.h"
 
 #include <QPointer>
@@ -11,7 +12,7 @@ class QTimer;
 namespace WK {
 
 // One tip as it was shown.
-struct MessageTipRecord {
+struct BASKET_TOOLKIT_EXPORT MessageTipRecord {
     QString anchorName; // objectName of the anchor
     QString text;
     int alignment = 0;
@@ -30,7 +31,7 @@ struct MessageTipRecord {
 // style: the client's look of the tip; this toolkit has one look.
 // showTime: how long the tip stays, in milliseconds, and at least 3 s so that it can be read; 0
 // or less keeps it until it is hidden.
-class CMessageTip : public CBaseWidget
+class BASKET_TOOLKIT_EXPORT CMessageTip : public CBaseWidget
 {
     Q_OBJECT
 

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseNormalTable.h"
 
 namespace WK {
 
 // The table whose rows alternate between two backgrounds, for long lists read across.
-class COddEvenRowTable : public CBaseNormalTable
+class BASKET_TOOLKIT_EXPORT COddEvenRowTable : public CBaseNormalTable
 {
     Q_OBJECT
 

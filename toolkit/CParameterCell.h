@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseWidget.h"
 
 class QLabel;
@@ -17,7 +18,7 @@ class CIntValidator;
 // the Up and Down keys) and the value differs from the last one committed. A number outside the
 // validator's range is brought back to the nearer bound when the edit ends, with a tip saying
 // the range unless tips are switched off.
-class CParameterCell : public CBaseWidget
+class BASKET_TOOLKIT_EXPORT CParameterCell : public CBaseWidget
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CEventWidgetT.h"
 
 #include <QPushButton>
@@ -12,7 +13,7 @@ namespace WK {
 // An image key paints the button with that CUiResource image, stretched as a nine-patch, with a
 // light overlay on hover and a darker one when pressed; without one the button has the toolkit's
 // flat look. An icon key sets the icon.
-class CPushButton : public CEventWidgetT<QPushButton>
+class BASKET_TOOLKIT_EXPORT CPushButton : public CEventWidgetT<QPushButton>
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseWidget.h"
 
 #include <QVector>
@@ -14,7 +15,7 @@ class CWidgetList;
 // A row or column of push buttons of which one at a time is checked, as tabs or modes are.
 // A click delivers event 5 with the button's id through the group to the group's parent;
 // setCheckedByID delivers nothing.
-class CPushButtonGroup : public CBaseWidget
+class BASKET_TOOLKIT_EXPORT CPushButtonGroup : public CBaseWidget
 {
     Q_OBJECT
 

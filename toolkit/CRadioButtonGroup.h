@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseWidget.h"
 
 #include <QVector>
@@ -12,7 +13,7 @@ namespace WK {
 
 // Radio buttons of which one is chosen. Each click of the user delivers event 85 with the
 // button's id, also on the button already chosen; setButtonCheckedByID delivers nothing.
-class CRadioButtonGroup : public CBaseWidget
+class BASKET_TOOLKIT_EXPORT CRadioButtonGroup : public CBaseWidget
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CCommonDialog.h"
 
 #include <functional>
@@ -12,7 +13,7 @@ namespace WK {
 
 // Asks the user for one line of text: a label, a line edit, "确定" and "取消". An empty (or
 // blank) text cannot be confirmed.
-class CSimpleInputDialog : public CCommonDialog
+class BASKET_TOOLKIT_EXPORT CSimpleInputDialog : public CCommonDialog
 {
     Q_OBJECT
 

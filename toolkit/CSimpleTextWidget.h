@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseWidget.h"
 
 namespace WK {
@@ -8,7 +9,7 @@ namespace WK {
 // text (up to the width given with the text), so in a CWidgetList it takes just the room it
 // needs; a longer text is elided. A click delivers event 9 with the id; a clickable text also
 // looks like a link (pointing hand, underlined under the mouse).
-class CSimpleTextWidget : public CBaseWidget
+class BASKET_TOOLKIT_EXPORT CSimpleTextWidget : public CBaseWidget
 {
     Q_OBJECT
 

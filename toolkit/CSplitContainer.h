@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseWidget.h"
 
 #include <QPointer>
@@ -11,7 +12,7 @@ namespace WK {
 // the rest. The user drags the handle to change the stable length. The first part never gets
 // shorter than its minimum length: when the container is too small the stable part gives way
 // (its stable length is kept and comes back when there is room again).
-class CSplitContainer : public CBaseWidget
+class BASKET_TOOLKIT_EXPORT CSplitContainer : public CBaseWidget
 {
     Q_OBJECT
 

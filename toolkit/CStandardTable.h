@@ -1,11 +1,12 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseNormalTable.h"
 
 namespace WK {
 
 // The table with plain rows on one background.
-class CStandardTable : public CBaseNormalTable
+class BASKET_TOOLKIT_EXPORT CStandardTable : public CBaseNormalTable
 {
     Q_OBJECT
 

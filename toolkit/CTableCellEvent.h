@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
+
 #include <QString>
 
 namespace WK {
@@ -16,7 +18,7 @@ enum ETableEvent {
 
 // The cell an event is about. For TE_VALIDATE_EDIT a handler may rewrite m_text and clear
 // m_accept to refuse the edit.
-struct CTableCellEvent
+struct BASKET_TOOLKIT_EXPORT CTableCellEvent
 {
     CTableCellEvent() = default;
     CTableCellEvent(int rowId, int column, const QString &text);

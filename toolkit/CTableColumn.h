@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "TextHelpers.h"
 
 #include <QString>
@@ -23,7 +24,7 @@ enum EFilterType {
 
 // The description of one table column. A column is addressed by its number (its id), which
 // stays the same whatever order the user drags the columns into.
-struct CTableColumn
+struct BASKET_TOOLKIT_EXPORT CTableColumn
 {
     CTableColumn() = default;
     explicit CTableColumn(const QString &title, int width = 80,

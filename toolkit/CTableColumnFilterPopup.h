@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
+
 #include <QFrame>
 #include <QSet>
 #include <QString>
@@ -13,7 +15,7 @@ namespace WK {
 
 // The filter of one table column: its distinct values with check boxes. It floats below the
 // header as a popup and closes when the user clicks elsewhere; nothing waits for it.
-class CTableColumnFilterPopup : public QFrame
+class BASKET_TOOLKIT_EXPORT CTableColumnFilterPopup : public QFrame
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
+
 #include <QColor>
 #include <QHash>
 #include <QPointer>
@@ -12,7 +14,7 @@ namespace WK {
 // Draws and edits the cells of a CTableModel: bold columns and the totals line in bold, colour
 // keys kept on selected rows, a check box alone in its cell drawn in the middle and toggled by
 // a click anywhere in the cell, and a line edit with the column's validator as editor.
-class CTableItemDelegate : public QStyledItemDelegate
+class BASKET_TOOLKIT_EXPORT CTableItemDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CTableColumn.h"
 
 #include <QAbstractTableModel>
@@ -39,7 +40,7 @@ namespace WK {
 // the sort and the filters.
 //
 // User-interface thread only.
-class CTableModel : public QAbstractTableModel
+class BASKET_TOOLKIT_EXPORT CTableModel : public QAbstractTableModel
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
+
 #include <QTableView>
 
 namespace WK {
@@ -7,7 +9,7 @@ namespace WK {
 // The view of the toolkit's tables. A change of many cells repaints only the part of the
 // viewport those cells cover: Qt's own view repaints the whole viewport for any change of more
 // than one cell, so a market that moves one column of every row would repaint every column.
-class CTableView final : public QTableView
+class BASKET_TOOLKIT_EXPORT CTableView final : public QTableView
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
+
 #include <QColor>
 #include <QFont>
 #include <QHash>
@@ -22,7 +24,7 @@ class CUiResourceChangeHandler;
 // and fall: red for buy and rise, green for sell and fall.
 //
 // A plain singleton, used on the user-interface thread only.
-class CUiResource final
+class BASKET_TOOLKIT_EXPORT CUiResource final
 {
 public:
     static CUiResource *instance();

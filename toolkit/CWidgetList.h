@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BasketToolkitExport.h"
 #include "CBaseWidget.h"
 
 class QBoxLayout;
@@ -14,7 +15,7 @@ namespace WK {
 // vertical ones; such a widget keeps its own breadth and sits where the flag says. 0, or 3 (left
 // and right together), and any flag that says nothing across the list make the widget fill the
 // list's breadth.
-class CWidgetList : public CBaseWidget
+class BASKET_TOOLKIT_EXPORT CWidgetList : public CBaseWidget
 {
     Q_OBJECT
 

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QtGlobal>
+
+// Classes of the stand-in library for the shared records and enumerations, exported so that the panel and the client's
+// host reach the one definition in the library. The stand-in libraries are built with default
+// visibility as well, so that their free functions and the statics of header templates (the help
+// dialog recorders) also exist once in a process.
+#if defined(BASKET_RECORDS_LIBRARY)
+#define BASKET_RECORDS_EXPORT Q_DECL_EXPORT
+#else
+#define BASKET_RECORDS_EXPORT Q_DECL_IMPORT
+#endif
