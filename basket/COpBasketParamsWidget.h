@@ -318,6 +318,9 @@ private:
     void getBatchBuyStockList(QList<CBasketStockData> &rows) const;
     // A line of a handed-over position or account position, before its block fills it.
     ttservice::CCodeOrderParam batchLine(const ttservice::CStockInfo &stock, int operation) const;
+    // The line of a handed-over position: its account (copied), instrument and position keys.
+    ttservice::CCodeOrderParam positionLine(const CPositionParam &position, int operation) const;
+    void requestPositionQuotes(const QVector<CPositionParam> &positions);
     // The list the custom group's mode points at; null for a mode without one.
     QList<CBasketStockData> *customGroupList(quint64 tab);
     // Adds row unless an equal row is there; true if it was added.

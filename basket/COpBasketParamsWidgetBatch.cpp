@@ -168,6 +168,27 @@ CCodeOrderParam COpBasketParamsWidget::batchLine(const ttservice::CStockInfo &st
     return line;
 }
 
+CCodeOrderParam COpBasketParamsWidget::positionLine(const CPositionParam &position, int operation) const
+{
+    CCodeOrderParam line = batchLine(stockInfoOf(position.m_market, position.m_stockCode, position.m_stockName), operation);
+    if (position.m_account)
+        line.m_account = boost::make_shared<ttservice::CAccountInfo>(*position.m_account);
+    line.m_positionAttr = position.m_positionAttr;
+    line.m_positionId = position.m_positionId.toStdString();
+    line.m_extraKey = position.m_extraKey;
+    return line;
+}
+
+void COpBasketParamsWidget::requestPositionQuotes(const QVector<CPositionParam> &positions)
+{
+    // The filter's marks do not act on these lines: the rows only decide which quotes to ask for.
+    QList<CBasketStockData> rows;
+    for (const CPositionParam &position : positions)
+        rows.push_back(rowOf(position.m_market, position.m_stockCode));
+    filterStockParam(rows);
+    requestQuotes(rows);
+}
+
 // --- the fillers ---
 
 void COpBasketParamsWidget::getBatchBuyStockList(QList<CBasketStockData> &rows) const
@@ -197,11 +218,7 @@ bool COpBasketParamsWidget::fillBatchBuyParam(QVector<CCodeOrderParam> &params, 
 bool COpBasketParamsWidget::fillBatchSellParam(QVector<CCodeOrderParam> &params, QString &)
 {
     // A batch sell has its accounts in its rows: nothing is split over the picker's accounts.
-    QList<CBasketStockData> rows;
-    for (const CPositionParam &position : qAsConst(m_batchSellPositions))
-        rows.push_back(rowOf(position.m_market, position.m_stockCode));
-    filterStockParam(rows);
-    requestQuotes(rows);
+    requestPositionQuotes(m_batchSellPositions);
 
     params.clear();
     const double ratio = m_sellRatioCell ? m_sellRatioCell->toDouble() / 100 : 1.0;
@@ -209,11 +226,7 @@ bool COpBasketParamsWidget::fillBatchSellParam(QVector<CCodeOrderParam> &params,
     for (const CPositionParam &position : qAsConst(m_batchSellPositions)) {
         if (!position.m_account)
             continue; // a position of no account has nothing to sell from
-        CCodeOrderParam line = batchLine(stockInfoOf(position.m_market, position.m_stockCode, position.m_stockName), operation);
-        line.m_account = boost::make_shared<ttservice::CAccountInfo>(*position.m_account);
-        line.m_positionAttr = position.m_positionAttr;
-        line.m_positionId = position.m_positionId.toStdString();
-        line.m_extraKey = position.m_extraKey;
+        CCodeOrderParam line = positionLine(position, operation);
         line.m_volume = sellRatioVolume(position.m_volume, ratio,
                                         ttservice::getTradeMinUnit(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode));
         // The block sees the whole holding; the line keeps the ratio's volume.
@@ -229,11 +242,7 @@ bool COpBasketParamsWidget::fillBatchSellParam(QVector<CCodeOrderParam> &params,
 bool COpBasketParamsWidget::fillBatchBuySellParam(QVector<CCodeOrderParam> &params, QString &)
 {
     const QVector<CPositionParam> positions = m_batchBuySellPositions.value(m_tradeOpType);
-    QList<CBasketStockData> rows;
-    for (const CPositionParam &position : positions)
-        rows.push_back(rowOf(position.m_market, position.m_stockCode));
-    filterStockParam(rows);
-    requestQuotes(rows);
+    requestPositionQuotes(positions);
 
     params.clear();
     const bool oneKey = m_tradeOpType == TOT_ONEKEY_FUTURE;
@@ -242,12 +251,7 @@ bool COpBasketParamsWidget::fillBatchBuySellParam(QVector<CCodeOrderParam> &para
     };
     for (const CPositionParam &position : positions) {
         const int operation = oneKey ? position.m_oneKeyOperation : rowOperation(position);
-        CCodeOrderParam line = batchLine(stockInfoOf(position.m_market, position.m_stockCode, position.m_stockName), operation);
-        if (position.m_account)
-            line.m_account = boost::make_shared<ttservice::CAccountInfo>(*position.m_account);
-        line.m_positionAttr = position.m_positionAttr;
-        line.m_positionId = position.m_positionId.toStdString();
-        line.m_extraKey = position.m_extraKey;
+        CCodeOrderParam line = positionLine(position, operation);
 
         const COpBasketStockParamsWidget *block = nullptr;
         if (oneKey && m_ftrOneKeyWidget) {
@@ -344,9 +348,7 @@ bool COpBasketParamsWidget::fillCustomGroupParam(QVector<CCodeOrderParam> &param
         if (m_basketsCombo && m_basketsCombo->count() > 0) {
             // The group is a basket of its own, of the broker type of its instruments.
             CBasketSetting &setting = getUserConfig()->baskets()[m_basketsCombo->itemText(0)];
-            const QString market = rows.isEmpty() ? QString() : rows.first().m_market;
-            const bool stocks = rows.isEmpty() || market == QLatin1String("SH") || market == QLatin1String("SZ")
-                || market == QLatin1String("SSE") || market == QLatin1String("SZSE");
+            const bool stocks = rows.isEmpty() || ttservice::isStockMarket(rows.first().m_market.toStdString());
             setting.m_name = m_basketsCombo->itemText(0);
             setting.m_brokerType = stocks ? ttservice::BROKER_TYPE_STOCK : ttservice::BROKER_TYPE_FUTURE;
         }

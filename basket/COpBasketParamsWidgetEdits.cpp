@@ -30,12 +30,6 @@ using ttservice::CCodeOrderParam;
 constexpr int kModeBasketList = 0;
 constexpr int kModePasteList = 8;
 
-bool isStockMarket(const QString &market)
-{
-    return market == QLatin1String("SH") || market == QLatin1String("SZ") || market == QLatin1String("SSE")
-        || market == QLatin1String("SZSE");
-}
-
 CBasketStockData probeOf(const CCodeOrderParam &line)
 {
     CBasketStockData probe;
@@ -269,7 +263,7 @@ void COpBasketParamsWidget::onSelectStock(const ttservice::CStockInfo &stock, ES
         const auto info = CExchangeClient::instance()->getCodeInfo(QString::fromStdString(stock.m_stockCode));
         take = info && ttservice::isFutureMarket(info->m_market);
     } else {
-        take = isStockMarket(QString::fromStdString(stock.m_market));
+        take = ttservice::isStockMarket(stock.m_market);
     }
     if (!take)
         return;
