@@ -552,17 +552,6 @@ void COpBasketParamsWidget::doShortCutOrder(int key, QKeyEvent *)
     }
 }
 
-void COpBasketParamsWidget::setCommand(const std::string &key, quint64 word)
-{
-    m_commandKey = key;
-    m_commandOpType = word;
-}
-
-void COpBasketParamsWidget::setEnableForCommand(bool enable)
-{
-    m_commandEnabled = enable;
-}
-
 void COpBasketParamsWidget::setBatchOp(QFlags<ETempBatchOrderFlag> flags, bool select)
 {
     if (m_basketsCombo)

@@ -11,6 +11,7 @@
 #include "CSmartKeyboardDialog.h"
 #include "CStockInfo.h"
 #include "PanelEnums.h"
+#include "sSplitCmdInfo.h"
 
 #include <boost/format/format_fwd.hpp>
 
@@ -184,8 +185,19 @@ public:
     // Keys 400 (buy) and 401 (sell): the first press switches to the tab, the next one places.
     void doShortCutOrder(int key, QKeyEvent *event);
 
+    // --- a manager's instruction executed by this trader ---
+    // Loads the instruction's lines (or the part of a split instruction meant for this user) as
+    // the order list of the tab word it belongs to; the caller has switched to that tab.
     void setCommand(const std::string &key, quint64 word);
+    void setSplitCommand(const std::string &key, quint64 word, const sSplitCmdInfo &info);
+    // What the trader may change of an instruction; basket and sizing stay locked either way.
     void setEnableForCommand(bool enable);
+    // The order ratio of the instruction, in percent.
+    double getCommandPercentage() const;
+    // Rebuilds the instruction's lines, sizing what is left of each by the order ratio; false,
+    // with nothing changed, while there is no instruction of this trader on this tab.
+    bool updateParamsByCmd(bool fillUi);
+    bool updateParamsBySubCmd(bool fillUi, const sSplitCmdInfo &info);
     // --- checks before an order is generated or a paste is taken ---
     bool check(QString &error, QString &log);
     // False when the accounts' available money does not cover what the list buys.
@@ -329,9 +341,11 @@ private:
                         QVector<ttservice::CCodeOrderParam> &params, const std::vector<double> &weights);
     void calcReplaceBlacklist(QVector<ttservice::CCodeOrderParam> &params);
     void keepBlackStocksUnbought(QVector<ttservice::CCodeOrderParam> &params) const;
-    bool updateParamsByCmd(bool fromTab);
     void updateParamsByAccount();
     void setParities();
+    // The common body of the two instruction loaders, over the lines they picked.
+    bool loadCommandLines(const std::vector<ttservice::CCodeOrderParam> &lines, bool fillUi);
+    void fillCommandTable(const ttservice::CCodeOrderParam &line, int tableType, const QString &tableText);
     void logUserAction(const boost::format &text);
     void reportCheckFailure(const QString &message, QString &error, QWidget *tipAnchor);
     void showMoneyTip();
@@ -386,6 +400,9 @@ private:
     std::string m_thirdPartyParam;
 
     bool m_commandEnabled = true;
+    // The part of a split instruction this trader executes; without it, the whole instruction.
+    bool m_hasSplitInfo = false;
+    sSplitCmdInfo m_splitInfo;
     QVector<CPositionParam> m_batchBuyPositions;
     QVector<CPositionParam> m_batchSellPositions;
     QMap<quint64, QVector<CPositionParam>> m_batchBuySellPositions;

@@ -739,17 +739,4 @@ bool COpBasketParamsWidget::fillClipboard(QVector<CCodeOrderParam> &params, QStr
     return fillParamByStocks(rows, params, error, true);
 }
 
-bool COpBasketParamsWidget::updateParamsByCmd(bool)
-{
-    return false;
-}
-
-void COpBasketParamsWidget::updateParamsByAccount()
-{
-}
-
-void COpBasketParamsWidget::setParities()
-{
-}
-
 } // namespace TC

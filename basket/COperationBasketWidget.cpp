@@ -1,6 +1,7 @@
 #include "COperationBasketWidget.h"
 
 #include "CHpfOpConfirmWidget.h"
+#include "COpBasketCrdBuySellWidget.h"
 #include "COpBasketParamsEditWidget.h"
 #include "COpBasketParamsWidget.h"
 #include "COpBasketReplaceStockToolBar.h"
@@ -210,7 +211,8 @@ quint64 COperationBasketWidget::tabWordOfLines(const std::vector<ttservice::CCod
     return TOT_NONE;
 }
 
-void COperationBasketWidget::showCommandLines(const std::string &key, const std::vector<ttservice::CCodeOrderParam> &lines)
+void COperationBasketWidget::showCommandLines(const std::string &key, const std::vector<ttservice::CCodeOrderParam> &lines,
+                                              const sSplitCmdInfo *split)
 {
     if (!m_paramsWidget || !m_editWidget)
         return;
@@ -221,7 +223,20 @@ void COperationBasketWidget::showCommandLines(const std::string &key, const std:
     m_paramsWidget->setCurrentOperationType(word);
     if (m_replaceToolBar)
         m_replaceToolBar->setShowReplace(word == TOT_BUY);
-    m_paramsWidget->setCommand(key, word);
+    if (word == TOT_CREDIT && m_paramsWidget->crdWidget()) {
+        // The credit block takes the instruction's operation: the smallest number among its lines.
+        std::set<int> operations;
+        for (const ttservice::CCodeOrderParam &line : lines)
+            operations.insert(line.m_operationType);
+        m_paramsWidget->crdWidget()->setCurrentOpt(static_cast<ttservice::EOperationType>(*operations.begin()));
+    }
+    const sSplitCmdInfo whole(true, nullptr, nullptr);
+    if (split)
+        m_paramsWidget->setSplitCommand(key, word, *split);
+    else
+        m_paramsWidget->setCommand(key, word);
+    const bool canCustom = m_paramsWidget->basketsCombo() && m_paramsWidget->basketsCombo()->canCustom();
+    m_editWidget->setCommand(key, m_paramsWidget->getCodeOrderParams(), word, canCustom, split ? *split : whole);
 }
 
 void COperationBasketWidget::setCommand(const std::string &key)
@@ -264,7 +279,7 @@ void COperationBasketWidget::setSplitCommand(const std::string &key, const sSpli
     const boost::shared_ptr<ttservice::COrderCommand> command = CTradeClient::instance()->getCommandByKey(key);
     if (!command)
         return;
-    showCommandLines(command->getKey(), lines);
+    showCommandLines(command->getKey(), lines, &info);
 }
 
 void COperationBasketWidget::setEnableCmdOrder(const std::string &key, bool enable)

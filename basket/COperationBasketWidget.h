@@ -102,7 +102,10 @@ private:
     void createUi();
     // The tab that the lines of an instruction belong to; 0 when they name none.
     static quint64 tabWordOfLines(const std::vector<ttservice::CCodeOrderParam> &lines);
-    void showCommandLines(const std::string &key, const std::vector<ttservice::CCodeOrderParam> &lines);
+    // Switches to the lines' tab and hands the instruction to form and table; split names the
+    // part of a split instruction, null for a whole one.
+    void showCommandLines(const std::string &key, const std::vector<ttservice::CCodeOrderParam> &lines,
+                          const sSplitCmdInfo *split = nullptr);
     void onTabChanged(quint64 word);
     void onListGenerated(quint64 word, const QString &basketName);
     // An order button's press: the checks in their order, then doOperation.

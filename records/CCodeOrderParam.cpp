@@ -40,6 +40,7 @@ void CCodeOrderParam::appendElements(bson::BSONObjBuilder &builder) const
     builder.append("pa", m_positionAttr);
     builder.append("pi", m_positionId);
     builder.append("ek", m_extraKey);
+    builder.append("st", m_orderStatus);
 }
 
 void CCodeOrderParam::bsonValueFromObj(bson::BSONObj obj, bool partial, const IData *base)
@@ -80,6 +81,7 @@ void CCodeOrderParam::bsonValueFromObj(bson::BSONObj obj, bool partial, const ID
     m_positionAttr = bsonInt(obj, "pa", d.m_positionAttr);
     m_positionId = bsonString(obj, "pi", d.m_positionId);
     m_extraKey = bsonString(obj, "ek", d.m_extraKey);
+    m_orderStatus = bsonInt(obj, "st", d.m_orderStatus);
 }
 
 } // namespace ttservice

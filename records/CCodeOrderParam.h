@@ -46,6 +46,7 @@ public:
     int m_positionAttr = 0;     // of a handed-over position
     std::string m_positionId;
     std::string m_extraKey;
+    int m_orderStatus = 0; // an instruction line's state in the trading service; 0 for a new order
 
     // Account key and stock key: one line per instrument and account.
     std::string getKey() const override;

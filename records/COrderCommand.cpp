@@ -14,6 +14,14 @@ void COrderCommand::appendElements(bson::BSONObjBuilder &builder) const
     builder.append("os", orders.arr());
     builder.append("hb", m_hedgeBson);
     builder.append("ci", m_commandId);
+    builder.append("cs", m_commandState);
+    bson::BSONArrayBuilder holders;
+    for (const std::string &holder : m_holderIds)
+        holders.append(holder);
+    builder.append("hi", holders.arr());
+    builder.append("tt", m_tableType);
+    builder.append("ts", m_tableSettings);
+    builder.append("bn", m_basketName);
 }
 
 void COrderCommand::bsonValueFromObj(bson::BSONObj obj, bool partial, const IData *base)
@@ -28,8 +36,11 @@ void COrderCommand::bsonValueFromObj(bson::BSONObj obj, bool partial, const IDat
         m_orders.clear();
         bson::BSONObjIterator it(obj.getObjectField("os"));
         while (it.more()) {
+            const bson::BSONElement element = it.next();
+            if (element.type() != bson::Object)
+                continue; // a damaged line is no line
             CCodeOrderParam line;
-            line.bsonValueFromObj(it.next().Obj());
+            line.bsonValueFromObj(element.Obj());
             m_orders.push_back(line);
         }
     } else {
@@ -37,6 +48,21 @@ void COrderCommand::bsonValueFromObj(bson::BSONObj obj, bool partial, const IDat
     }
     m_hedgeBson = obj.hasField("hb") ? obj.getObjectField("hb").getOwned() : d.m_hedgeBson;
     m_commandId = bsonInt(obj, "ci", d.m_commandId);
+    m_commandState = bsonInt(obj, "cs", d.m_commandState);
+    if (obj.hasField("hi") && obj.getField("hi").type() == bson::Array) {
+        m_holderIds.clear();
+        bson::BSONObjIterator it(obj.getObjectField("hi"));
+        while (it.more()) {
+            const bson::BSONElement holder = it.next();
+            // A holder that is no text names nobody; it still takes its place in the order.
+            m_holderIds.push_back(holder.type() == bson::String ? holder.String() : std::string());
+        }
+    } else {
+        m_holderIds = d.m_holderIds;
+    }
+    m_tableType = bsonInt(obj, "tt", d.m_tableType);
+    m_tableSettings = bsonString(obj, "ts", d.m_tableSettings);
+    m_basketName = bsonString(obj, "bn", d.m_basketName);
 }
 
 } // namespace ttservice

@@ -4,6 +4,7 @@
 #include "CCodeOrderParam.h"
 #include "TradeEnums.h"
 
+#include <string>
 #include <vector>
 
 namespace ttservice {
@@ -15,6 +16,7 @@ public:
     int m_subCommandId = 0;
     ESubCommandStatus m_status = SUB_COMMAND_NONE;
     std::vector<CCodeOrderParam> m_orders;
+    std::string m_userId; // the trader this part is meant for
 };
 
 } // namespace ttservice

@@ -19,6 +19,7 @@ namespace ttservice {
 enum EAccountDataType : int {
     DATA_TYPE_POSITION_DETAIL = 545,    // CPositionDetail, one per position
     DATA_TYPE_PRODUCT_NET_VALUE = 580,  // CProductNetValue, keyed by CProductNetValue::genKey
+    DATA_TYPE_EXCHANGE_RATE = 602,      // CExchangeRate of a connect account, one record
     DATA_TYPE_CREDIT_SLO = 13904,       // what the credit accounts' refresh query asks for
 };
 
