@@ -7,6 +7,7 @@
 #include <QDockWidget>
 #include <QFont>
 #include <QLabel>
+#include <QListWidget>
 #include <QMetaObject>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
@@ -31,8 +32,27 @@ CDemoMainWindow::CDemoMainWindow(QWidget *parent)
     m_dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
     m_panel = new TC::CBasketOperationPanel(1, m_dock);
 
+    m_instructionsTitle = new QLabel(QStringLiteral("待执行指令 (单击载入面板, 调整下单比例后下单)"), central);
+    m_instructions = new QListWidget(central);
+    m_instructions->setObjectName(QStringLiteral("instruction_list"));
+    m_instructions->setMaximumHeight(110);
+    m_instructionsTitle->hide();
+    m_instructions->hide();
+    connect(m_instructions, &QListWidget::currentRowChanged, this, [this](int row) {
+        if (row < 0 || row >= m_entries.size())
+            return;
+        const CSampleInstructions::Entry &entry = m_entries.at(row);
+        if (entry.split)
+            m_panel->setSplitCommand(entry.key, entry.info);
+        else
+            m_panel->setSingleCommand(entry.key);
+        appendLog(QStringLiteral("载入指令 ") + QString::fromStdString(entry.key) + QStringLiteral(" ") + entry.title);
+    });
+
     auto *layout = new QVBoxLayout(central);
     layout->setContentsMargins(6, 6, 6, 6);
+    layout->addWidget(m_instructionsTitle);
+    layout->addWidget(m_instructions);
     layout->addWidget(title);
     layout->addWidget(m_log, 1);
     setCentralWidget(central);
@@ -52,6 +72,27 @@ CDemoMainWindow::CDemoMainWindow(QWidget *parent)
 }
 
 CDemoMainWindow::~CDemoMainWindow() = default;
+
+void CDemoMainWindow::showInstructions(const QVector<CSampleInstructions::Entry> &entries)
+{
+    m_entries = entries;
+    m_instructions->clear();
+    for (const CSampleInstructions::Entry &entry : entries)
+        m_instructions->addItem(QString::fromStdString(entry.key) + QStringLiteral("  ") + entry.title);
+    m_instructionsTitle->setVisible(!entries.isEmpty());
+    m_instructions->setVisible(!entries.isEmpty());
+}
+
+bool CDemoMainWindow::chooseInstruction(const std::string &key)
+{
+    for (int row = 0; row < m_entries.size(); ++row) {
+        if (m_entries.at(row).key == key) {
+            m_instructions->setCurrentRow(row);
+            return true;
+        }
+    }
+    return false;
+}
 
 void CDemoMainWindow::appendLog(const QString &line)
 {

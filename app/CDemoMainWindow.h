@@ -1,8 +1,12 @@
 #pragma once
 
+#include "CSampleInstructions.h"
+
 #include <QMainWindow>
 
 class QDockWidget;
+class QLabel;
+class QListWidget;
 class QPlainTextEdit;
 
 namespace TC {
@@ -21,6 +25,12 @@ public:
 
     TC::CBasketOperationPanel *panel() const { return m_panel; }
 
+    // Lists the instructions waiting for this trader above the order log; choosing one hands it
+    // to the panel as the client does (a split one as the part meant for this user).
+    void showInstructions(const QVector<CSampleInstructions::Entry> &entries);
+    // Chooses the instruction with this key as the trader would; false if none has it.
+    bool chooseInstruction(const std::string &key);
+
 public Q_SLOTS:
     // One line of the order log; safe to call from any thread.
     void appendLog(const QString &line);
@@ -29,4 +39,7 @@ private:
     TC::CBasketOperationPanel *m_panel = nullptr;
     QDockWidget *m_dock = nullptr;
     QPlainTextEdit *m_log = nullptr;
+    QLabel *m_instructionsTitle = nullptr;
+    QListWidget *m_instructions = nullptr;
+    QVector<CSampleInstructions::Entry> m_entries;
 };

@@ -1,6 +1,9 @@
 #include "CSampleClient.h"
 
 #include "CBlackAndWhiteListService.h"
+#include "CExchangeRate.h"
+#include "IDataCenter.h"
+#include "TraderCenter.h"
 #include "CExchangeClient.h"
 #include "CTimeService.h"
 #include "Clock.h"
@@ -11,6 +14,8 @@
 #include "SubstituteReset.h"
 
 #include "StockKey.h"
+
+#include <boost/make_shared.hpp>
 
 namespace {
 
@@ -114,6 +119,18 @@ void CSampleClient::install(const CSampleData &data, int role)
         detail.m_marketValue = sample.totalAsset - sample.available;
         const bool holdsStocks = sample.type == ttservice::BROKER_TYPE_STOCK || sample.type == ttservice::BROKER_TYPE_CREDIT;
         user->addAccount(info, detail, holdsStocks ? positionsFor(data, index++) : std::vector<ttservice::CPositionStatics>());
+    }
+
+    // The connect account's rates, as its data centre has them: the Hong Kong tab prices by them.
+    if (const auto center = ttservice::TraderCenter::instance()->getDataCenter()) {
+        if (const auto hgt = center->getAccountData("hgt-001")) {
+            auto rate = boost::make_shared<ttservice::CExchangeRate>();
+            rate->m_buyRate = 0.9186;
+            rate->m_sellRate = 0.9148;
+            rate->m_buyFloat = 0.03;
+            rate->m_sellFloat = -0.03;
+            hgt->setData(ttservice::DATA_TYPE_EXCHANGE_RATE, rate);
+        }
     }
 
     addInstruments(data.stocks());

@@ -4,6 +4,7 @@
 #include "CBasketOperationPanel.h"
 #include "CSampleClient.h"
 #include "CSampleData.h"
+#include "CSampleInstructions.h"
 #include "CSimulatedMarket.h"
 
 #include "COpBasketParamsWidget.h"
@@ -11,6 +12,7 @@
 #include "COperationBasketWidget.h"
 
 #include "BasketHelpers.h"
+#include "CBasketHedgeManager.h"
 #include "CMsgService.h"
 #include "COpAccountsWidget.h"
 #include "CUserConfig.h"
@@ -22,12 +24,14 @@
 #include <QPixmap>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
 #include <vector>
 
 namespace {
 
 constexpr int kManagerRole = 90;
+constexpr int kTraderRole = 200;
 
 void printLine(const std::string &line)
 {
@@ -181,6 +185,12 @@ int main(int argc, char **argv)
         QStringLiteral("Hand the panel positions of two accounts as the client's position panel would: buy (to buy "
                        "more of) or sell."),
         QStringLiteral("KIND"));
+    const QCommandLineOption commandOption(
+        QStringLiteral("command"),
+        QStringLiteral("As the trader (--role 200), load the waiting instruction with this key first (cmd-buy-001, "
+                       "cmd-onekey-001, cmd-credit-001, cmd-split-001, cmd-hedge-001)."),
+        QStringLiteral("KEY"));
+    parser.addOption(commandOption);
     parser.addOption(placeOption);
     parser.addOption(batchOption);
     parser.addOption(freshOption);
@@ -205,6 +215,17 @@ int main(int argc, char **argv)
 
     const CSampleData data;
     CSampleClient::install(data, role);
+    const QVector<CSampleInstructions::Entry> instructions = CSampleInstructions::install(data);
+    if (parser.isSet(commandOption)) {
+        const std::string key = parser.value(commandOption).toStdString();
+        const bool known = std::any_of(instructions.begin(), instructions.end(),
+                                       [&key](const CSampleInstructions::Entry &entry) { return entry.key == key; });
+        if (role != kTraderRole || !known) {
+            std::fprintf(stderr, "basket-demo: --command wants --role 200 and one of the waiting instructions, got \"%s\"\n",
+                         key.c_str());
+            return 2;
+        }
+    }
     // In the demo a person answers the panel's questions; a screenshot run must never wait.
     WK::setToolkitInteractive(!screenshot);
 
@@ -233,6 +254,13 @@ int main(int argc, char **argv)
         printLine(line);
         window.appendLog(QStringLiteral("执行指令 ") + QString::fromStdString(line));
     });
+    TC::CBasketHedgeManager::instance()->setBasketCommandObserver(
+        [&window](const TC::CBasketHedgeManager::CBasketCommandCall &call) {
+            const std::string line = "{ \"hedgeService\" : \"onBasketCommand\", \"command\" : \""
+                + (call.m_command ? call.m_command->m_commandKey : std::string()) + "\" }";
+            printLine(line);
+            window.appendLog(QStringLiteral("对冲服务接管 ") + QString::fromStdString(line));
+        });
     TC::getMsgService()->setObserver([&window](const TC::CMsgService::CShowMsgCall &call) {
         window.appendLog(QStringLiteral("消息 ") + call.m_text);
     });
@@ -244,6 +272,10 @@ int main(int argc, char **argv)
                                                       : (screenshot ? QStringLiteral("大盘蓝筹") : QString());
     if (!basket.isEmpty())
         chooseBasket(window.panel(), basket);
+    if (role == kTraderRole)
+        window.showInstructions(instructions);
+    if (parser.isSet(commandOption))
+        window.chooseInstruction(parser.value(commandOption).toStdString());
     if (parser.isSet(batchOption)) {
         const QString kind = parser.value(batchOption);
         if (kind != QLatin1String("buy") && kind != QLatin1String("sell")) {
@@ -275,6 +307,7 @@ int main(int argc, char **argv)
     TC::CTradeClient::instance()->setPlaceCommandsObserver({});
     TC::CTradeClient::instance()->setPlaceTasksObserver({});
     TC::getMsgService()->setObserver({});
+    TC::CBasketHedgeManager::instance()->setBasketCommandObserver({});
     CDemoLogging::detachPane();
     return result;
 }

@@ -15,6 +15,7 @@
 #include "CGlobalOrderParamTable.h"
 #include "COpAccountsWidget.h"
 #include "CParameterCell.h"
+#include "CPushButton.h"
 #include "CTradeClient.h"
 #include "CUserConfig.h"
 #include "IDataCenter.h"
@@ -87,7 +88,8 @@ void COpBasketParamsWidget::setEnableForCommand(bool enable)
             widget->setEnabled(enable);
     }
     // The instruction's basket and sizing are the manager's: they stay locked either way.
-    for (QWidget *widget : {static_cast<QWidget *>(m_basketsCombo), static_cast<QWidget *>(m_volumnRow),
+    for (QWidget *widget : {static_cast<QWidget *>(m_basketsCombo), static_cast<QWidget *>(m_adjustBtn),
+                            static_cast<QWidget *>(m_volumnRow),
                             static_cast<QWidget *>(m_volumnCombobox), static_cast<QWidget *>(m_copiesCell),
                             static_cast<QWidget *>(m_moneyCell), static_cast<QWidget *>(m_ratioCell),
                             static_cast<QWidget *>(m_sellRatioCell), static_cast<QWidget *>(m_assetRatioCell),
@@ -153,7 +155,9 @@ bool COpBasketParamsWidget::loadCommandLines(const std::vector<CCodeOrderParam> 
         if (fillUi) {
             m_accountsWidget->setEnabled(true);
             m_accountsWidget->setAllAccountEnable(false);
-            m_basketsCombo->setBasket(QString::fromStdString(command->m_basketName), true);
+            // An instruction made without a basket names none; an empty name is no basket to enter.
+            if (!command->m_basketName.empty())
+                m_basketsCombo->setBasket(QString::fromStdString(command->m_basketName), true);
         }
         const QStringList tableTexts = QString::fromStdString(command->m_tableSettings).split(QLatin1Char('@'), Qt::KeepEmptyParts);
         const QStringList displayed = m_accountsWidget->getDisplayedAccounts();

@@ -13,6 +13,13 @@ CBasketHedgeManager *CBasketHedgeManager::instance()
 void CBasketHedgeManager::onBasketCommand(boost::shared_ptr<ttservice::COrderCommand> command, bool manual)
 {
     m_commandCalls.push_back(CBasketCommandCall{std::move(command), manual});
+    if (m_commandObserver)
+        m_commandObserver(m_commandCalls.back());
+}
+
+void CBasketHedgeManager::setBasketCommandObserver(std::function<void(const CBasketCommandCall &)> observer)
+{
+    m_commandObserver = std::move(observer);
 }
 
 bool CBasketHedgeManager::saveHedgeParam(const std::string &key, const ttservice::CBasketHedgeParam &param)

@@ -6,6 +6,7 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -44,7 +45,9 @@ public:
     // --- control surface (tests and the demo host) ---
     const std::vector<CBasketCommandCall> &basketCommands() const { return m_commandCalls; }
     const std::vector<CSaveHedgeParamCall> &savedHedgeParams() const { return m_saveCalls; }
-    // No recorded calls and no stored parameters.
+    // Called after each recorded onBasketCommand (the demo prints what the service took over).
+    void setBasketCommandObserver(std::function<void(const CBasketCommandCall &)> observer);
+    // No recorded calls and no stored parameters; the observer stays.
     void reset();
 
 private:
@@ -53,6 +56,7 @@ private:
     std::vector<CBasketCommandCall> m_commandCalls;
     std::vector<CSaveHedgeParamCall> m_saveCalls;
     std::map<std::string, ttservice::CBasketHedgeParam> m_params;
+    std::function<void(const CBasketCommandCall &)> m_commandObserver;
 };
 
 // The hedge service's store of hedge parameters: keeps param under key (the order tag's
