@@ -72,11 +72,15 @@ QVector<CSampleInstructions::Entry> CSampleInstructions::install(const CSampleDa
         entries.push_back(entry);
     };
 
-    // 红利精选's stocks are 100, 105, 110 ...; one line is half done.
-    add(command(data, "cmd-buy-001", 5001, "红利精选",
+    // 红利精选's stocks are 100, 105, 110 ...; one line is half done. The manager set the
+    // algorithm's intervals and participation (strategy#order interval#cancel interval#rate).
+    const boost::shared_ptr<ttservice::COrderCommand> buy =
+        command(data, "cmd-buy-001", 5001, "红利精选",
                 {{"stk-001", 100, 18, 2000, 0}, {"stk-001", 105, 18, 1500, 0}, {"stk-001", 110, 18, 3000, 1000},
-                 {"stk-002", 100, 18, 1000, 0}, {"stk-002", 115, 18, 800, 0}}),
-        "王经理 · 买入 红利精选 (两个账户, 一笔已成交一部分)");
+                 {"stk-002", 100, 18, 1000, 0}, {"stk-002", 115, 18, 800, 0}});
+    buy->m_tableType = ttservice::ORDER_TYPE_INSTRUCTION;
+    buy->m_tableSettings = "#20#40#15@#20#40#15@#20#40#15@#20#40#15@#20#40#15";
+    add(buy, "王经理 · 买入 红利精选 (两个账户, 一笔已成交一部分)");
     // stk-001 holds stocks 0, 3, 6, ...: it sells two of them and buys two growth stocks.
     add(command(data, "cmd-onekey-001", 5002, "科技成长",
                 {{"stk-001", 40, 18, 1000, 0}, {"stk-001", 42, 18, 1200, 0}, {"stk-001", 3, 19, 2000, 0},

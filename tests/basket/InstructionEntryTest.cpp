@@ -143,3 +143,16 @@ TEST_F(InstructionEntry, MainRecordWithOneItemStopsAtOnce)
     EXPECT_EQ(form()->getTradeOpType(), 0x200u);
     EXPECT_TRUE(form()->commandKey().empty());
 }
+
+TEST_F(InstructionEntry, RoleWithoutFormStopsAllThreeCalls)
+{
+    getUserConfig()->setRole(400);
+    CBasketOperationPanel viewer(1, nullptr);
+    addCommand("cmd", {{"SH", 18}});
+    viewer.setSingleCommand("cmd");
+    viewer.setSplitCommand("cmd", sSplitCmdInfo(false, nullptr, nullptr));
+    viewer.setEnableCmdOrder("cmd", false);
+    // Role 400 may receive instructions but has no form to show them: nothing is kept.
+    EXPECT_TRUE(viewer.commandKey().empty());
+    EXPECT_TRUE(CTradeClient::instance()->placedTasks().empty());
+}
