@@ -108,13 +108,7 @@ void CExChangeBasketTable::createUi()
     m_moneyCell->setFixedWidth(138);
     m_moneyCell->setFontKey(kFixFont);
 
-    m_table = new WK::COddEvenRowTable(list, WK::CBaseNormalTable::ST_SINGLE_ROW);
-    m_table->setFlag(m_table->flag() | WK::CBaseNormalTable::TF_TOTALS_LINE);
-    const Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
-    m_table->addColumn(QStringLiteral("账号"), 90, left);
-    m_table->addColumn(QStringLiteral("市场"), 50, left);
-    m_table->addColumn(QStringLiteral("代码"), 70, left);
-    m_table->addColumn(isFutureWord() ? QStringLiteral("合约名称") : QStringLiteral("股票名称"), 90, left);
+    m_table = CExchangePositionTable::createInstrumentTable(list, isFutureWord());
     m_table->addColumn(QStringLiteral("分配量"), 80);
     m_table->setColumnIntValidator(COL_VOLUME, 0, 1000000000);
     m_table->setColumnEditable(COL_VOLUME, true);
@@ -306,8 +300,11 @@ QList<CBasketStockData> CExChangeBasketTable::withUserEdits(QList<CBasketStockDa
 
 void CExChangeBasketTable::calcVolumnByCopy(QList<CBasketStockData> list, int copies)
 {
-    for (CBasketStockData &row : list)
-        row.m_volume *= copies;
+    for (CBasketStockData &row : list) {
+        // A damaged stored volume that no multiple can hold sizes to nothing.
+        if (__builtin_mul_overflow(row.m_volume, static_cast<int64_t>(copies), &row.m_volume) || row.m_volume < 0)
+            row.m_volume = 0;
+    }
     setBasketStockList(withUserEdits(list), 1);
 }
 

@@ -31,9 +31,10 @@ constexpr int kPortfolioMode = 2;
 constexpr int kTypeRepurchaseSh = 126;
 constexpr int kTypeRepurchaseSz = 100017;
 
+// A damaged record (not a number, beyond any volume) holds nothing.
 int64_t wholeVolume(double volume)
 {
-    return static_cast<int64_t>(std::llround(volume));
+    return std::isfinite(volume) && std::fabs(volume) < 1e15 ? static_cast<int64_t>(std::llround(volume)) : 0;
 }
 
 // Adds a known value; the no-value mark adds nothing.
@@ -75,13 +76,7 @@ void CExchangePositionTable::createUi()
     }
     topRow->addStretchSpace(1);
 
-    m_table = new WK::COddEvenRowTable(box, WK::CBaseNormalTable::ST_SINGLE_ROW);
-    m_table->setFlag(m_table->flag() | WK::CBaseNormalTable::TF_TOTALS_LINE);
-    const Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
-    m_table->addColumn(QStringLiteral("账号"), 90, left);
-    m_table->addColumn(QStringLiteral("市场"), 50, left);
-    m_table->addColumn(QStringLiteral("代码"), 70, left);
-    m_table->addColumn(isFutureWord() ? QStringLiteral("合约名称") : QStringLiteral("股票名称"), 90, left);
+    m_table = createInstrumentTable(box, isFutureWord());
     m_table->addColumn(QStringLiteral("持仓量"), 70);
     if (isFutureWord()) {
         m_table->addColumn(QStringLiteral("最新价"), 70);
@@ -145,6 +140,18 @@ void CExchangePositionTable::getPortfolioData(int &id, QString &name, QString &c
     id = portfolio->m_portfolioId;
     name = QString::fromStdString(portfolio->m_portfolioName);
     code = QString::fromStdString(portfolio->m_portfolioCode);
+}
+
+WK::COddEvenRowTable *CExchangePositionTable::createInstrumentTable(QWidget *parent, bool futures)
+{
+    auto *table = new WK::COddEvenRowTable(parent, WK::CBaseNormalTable::ST_SINGLE_ROW);
+    table->setFlag(table->flag() | WK::CBaseNormalTable::TF_TOTALS_LINE);
+    const Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
+    table->addColumn(QStringLiteral("账号"), 90, left);
+    table->addColumn(QStringLiteral("市场"), 50, left);
+    table->addColumn(QStringLiteral("代码"), 70, left);
+    table->addColumn(futures ? QStringLiteral("合约名称") : QStringLiteral("股票名称"), 90, left);
+    return table;
 }
 
 bool CExchangePositionTable::isRepurchaseCode(const std::string &code)

@@ -18,6 +18,7 @@
 #include <vector>
 
 class QPaintEvent;
+class QWidget;
 
 namespace ttservice {
 class CAccountData;
@@ -85,6 +86,9 @@ public:
     // The value of the position that may be traded now: the market value in the share of the
     // volume that is available.
     static double availableValue(const ttservice::CPositionStatics &position);
+    // The table both sides of the exchange start from: 账号, 市场, 代码 and the name (合约名称
+    // on the futures tab, else 股票名称), with a totals line.
+    static WK::COddEvenRowTable *createInstrumentTable(QWidget *parent, bool futures);
     // Bond repurchases are money, not positions: they never stand in an exchange.
     static bool isRepurchaseCode(const std::string &code);
 

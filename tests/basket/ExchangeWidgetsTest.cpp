@@ -26,6 +26,8 @@
 #include <QTest>
 #include <QTreeWidget>
 
+#include <cmath>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -222,6 +224,16 @@ TEST_F(BasketTable, CopiesMultiplyTheStoredVolumesAndRepurchasesNeverStand)
     EXPECT_EQ(table->table()->itemText(0, CExChangeBasketTable::COL_ACCOUNT), QStringLiteral("id-a1"));
 }
 
+TEST_F(BasketTable, ADamagedStoredVolumeSizesToNothing)
+{
+    storeBasket(QStringLiteral("c"), {row("SH", "600000", 1, INT64_MAX / 2), row("SH", "600001", 1, -300)});
+    makeTable();
+    chooseBasket(QStringLiteral("c"));
+    table->copiesCell()->setInt(3);
+    table->handleEvent(103, CExChangeBasketTable::COPIES_ID, 0, QString(), nullptr);
+    EXPECT_EQ(volumes(), (std::map<std::string, int64_t>{{"600000", 0}, {"600001", 0}}));
+}
+
 TEST_F(BasketTable, WithoutAccountRowsStayEmptyAndAnUnstoredBasketGivesNothing)
 {
     storeBasket(QStringLiteral("c"), {row("SH", "600000", 1, 300)});
@@ -414,7 +426,8 @@ TEST_F(PositionTable, ShowsHeldPositionsWithoutRepurchasesOrEmptyOnesAndTotalsTh
 {
     ttservice::StockTypeCenter::setTypedStock(100017, "SZ", "131810");
     makeTable()->setAccount(addAccount("a1", {position("600000", 1000, 1000, 10000), position("131810", 100, 100, 10000),
-                                              position("600001", 0, 0, 0), position("600002", 500, 200, 6000)}));
+                                              position("600001", 0, 0, 0), position("600002", 500, 200, 6000),
+                                              position("600003", std::nan(""), 0, 0)}));
     EXPECT_EQ(table->table()->columnCount(), 9);
     EXPECT_EQ(table->table()->columnTitle(CExchangePositionTable::COL_AVAILABLE), QStringLiteral("可用量"));
     ASSERT_EQ(table->table()->dataRowCount(), 2);
