@@ -31,6 +31,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 using namespace TC;
@@ -285,6 +286,23 @@ TEST_F(BasketTable, MoneySizingWaitsForEveryQuoteThenFollowsAndKeepsHandEdits)
 
     table->unrequestAll();
     EXPECT_TRUE(table->quoteRequestKeys().isEmpty());
+}
+
+TEST_F(BasketTable, QuotesFromTheFeedsThreadSizeOnTheWidgetsThread)
+{
+    storeBasket(QStringLiteral("w"), {row("SH", "600000", 1, 700), row("SH", "600001", 3, 700)});
+    makeTable();
+    chooseBasket(QStringLiteral("w"));
+    sizeByMoney(400000);
+    std::thread feed([] {
+        setQuote("SH", "600000", 10);
+        setQuote("SH", "600001", 20);
+        publish("SH", "600000", 10);
+        publish("SH", "600001", 20);
+    });
+    feed.join();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return volumes().at("600001") == 15000; }, 3000));
+    EXPECT_EQ(volumes().at("600000"), 10000);
 }
 
 TEST_F(BasketTable, SwitchingTheComboShowsTheCellOfTheMode)
