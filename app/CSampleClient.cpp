@@ -17,6 +17,9 @@
 
 #include <boost/make_shared.hpp>
 
+#include <algorithm>
+#include <cstdint>
+
 namespace {
 
 struct SampleAccount
@@ -60,9 +63,70 @@ std::vector<ttservice::CPositionStatics> positionsFor(const CSampleData &data, i
         position.m_volume = 1000.0 * (1 + i % 7);
         position.m_canUseVolume = position.m_volume - (i % 4 == 0 ? 500.0 : 0.0);
         position.m_cost = stocks[i].lastClose * 0.97;
+        // Every fourth position is partly held back by open orders.
+        position.m_availableVolume = static_cast<int64_t>(position.m_canUseVolume);
+        position.m_lastPrice = stocks[i].lastClose;
+        position.m_marketValue = position.m_volume * stocks[i].lastClose;
         positions.push_back(position);
     }
     return positions;
+}
+
+// Index futures of the hedge accounts, so that a rebalance to "股指期货组合" closes, opens and
+// keeps contracts: the first account is long and short IF, long IH and short IC.
+std::vector<ttservice::CPositionStatics> futuresPositionsFor(const CSampleData &data, int accountIndex)
+{
+    const struct
+    {
+        int future;
+        int direction;
+        int volume;
+    } first[] = {{0, 48, 3}, {0, 49, 1}, {1, 48, 1}, {2, 49, 2}}, second[] = {{2, 48, 2}};
+    std::vector<ttservice::CPositionStatics> positions;
+    const QVector<CSampleInstrument> &futures = data.futures();
+    auto add = [&](int future, int direction, int volume) {
+        if (future >= futures.size())
+            return;
+        const CSampleInstrument &contract = futures[future];
+        ttservice::CPositionStatics position;
+        position.m_market = contract.market.toStdString();
+        position.m_stockCode = contract.code.toStdString();
+        position.m_stockName = contract.name.toStdString();
+        position.m_direction = direction;
+        position.m_volume = volume;
+        position.m_canUseVolume = volume;
+        position.m_availableVolume = volume;
+        position.m_cost = contract.lastClose;
+        position.m_lastPrice = contract.lastClose;
+        position.m_marketValue = volume * contract.lastClose * contract.volumeMultiple;
+        positions.push_back(position);
+    };
+    if (accountIndex == 0) {
+        for (const auto &p : first)
+            add(p.future, p.direction, p.volume);
+    } else {
+        for (const auto &p : second)
+            add(p.future, p.direction, p.volume);
+    }
+    return positions;
+}
+
+// A portfolio of the user over the first two stock accounts: the first ten positions of each.
+ttservice::CPortfolio samplePortfolio(const CSampleData &data)
+{
+    ttservice::CPortfolio portfolio;
+    portfolio.m_portfolioKey = "pf-001";
+    portfolio.m_portfolioId = 1;
+    portfolio.m_portfolioName = "价值精选";
+    portfolio.m_portfolioCode = "JZJX";
+    for (int index = 0; index < 2; ++index) {
+        const std::string key = index == 0 ? "stk-001" : "stk-002";
+        portfolio.m_accountKeys.push_back(key);
+        std::vector<ttservice::CPositionStatics> held = positionsFor(data, index);
+        held.resize(std::min<size_t>(held.size(), 10));
+        portfolio.m_positions[key] = held;
+    }
+    return portfolio;
 }
 
 void addInstruments(const QVector<CSampleInstrument> &list)
@@ -104,6 +168,7 @@ void CSampleClient::install(const CSampleData &data, int role)
         luawrapper::LuaModuleCtrl::instance()->setModule(module, true);
 
     int index = 0;
+    int futuresIndex = 0;
     for (const SampleAccount &sample : kAccounts) {
         ttservice::CAccountInfo info;
         info.m_accountKey = sample.key;
@@ -118,8 +183,15 @@ void CSampleClient::install(const CSampleData &data, int role)
         detail.m_totalAsset = sample.totalAsset;
         detail.m_marketValue = sample.totalAsset - sample.available;
         const bool holdsStocks = sample.type == ttservice::BROKER_TYPE_STOCK || sample.type == ttservice::BROKER_TYPE_CREDIT;
-        user->addAccount(info, detail, holdsStocks ? positionsFor(data, index++) : std::vector<ttservice::CPositionStatics>());
+        std::vector<ttservice::CPositionStatics> positions;
+        if (holdsStocks)
+            positions = positionsFor(data, index++);
+        else if (sample.type == ttservice::BROKER_TYPE_FUTURE)
+            positions = futuresPositionsFor(data, futuresIndex++);
+        user->addAccount(info, detail, positions);
     }
+    user->addPortfolio(samplePortfolio(data));
+    user->setHasPortfolio(true);
 
     // The connect account's rates, as its data centre has them: the Hong Kong tab prices by them.
     if (const auto center = ttservice::TraderCenter::instance()->getDataCenter()) {

@@ -60,6 +60,7 @@ class COpBasketParamsExpandBar;
 class COpBasketReplaceStockToolBar;
 class COpBasketsComboBox;
 class COperationPushButtonGroup;
+class COptBasketExchangePositionDialog;
 
 // The parameter form of the basket panel: the vertical tabs that choose the kind of trade, the
 // accounts, the basket and the way of sizing it. The same class computes the order list
@@ -251,6 +252,9 @@ public:
     };
     const QMap<quint64, CTabBasket> &tabBaskets() const { return m_tabBaskets; }
     int customGroupMode() const { return m_customGroupMode; }
+    // The position exchange dialog of the all-directions (2048) or one-key futures (16384) tab;
+    // null until it was first opened.
+    COptBasketExchangePositionDialog *exchangeDialog(quint64 word) const;
 
     // Which value cell cell() answers.
     enum ECell { CellCopies, CellMoney, CellRatio, CellSellRatio, CellAssetRatio, CellCmdRatio, CellContract, CellTotalLots };
@@ -349,6 +353,13 @@ private:
     void logUserAction(const boost::format &text);
     void reportCheckFailure(const QString &message, QString &error, QWidget *tipAnchor);
     void showMoneyTip();
+    // --- the position exchange dialogs ---
+    void openExchangeDialog();
+    // The dialog that sent an event (its data), else the current tab's.
+    COptBasketExchangePositionDialog *exchangeDialogOf(void *sender) const;
+    void takeExchangePositions(void *sender);
+    void pushAccountsToExchangeDialog(void *sender);
+    void handOverToExchangeDialog(const ttservice::CStockInfo &stock);
 
     quint64 m_tradeOpType = TOT_BUY;
     int m_operationType = -1;
@@ -418,6 +429,8 @@ private:
     // custom group's lists.
     QMap<quint64, CTabBasket> m_tabBaskets;
     int m_customGroupMode = 0;
+    COptBasketExchangePositionDialog *m_exchangeDialog = nullptr;
+    COptBasketExchangePositionDialog *m_ftrExchangeDialog = nullptr;
 };
 
 } // namespace TC

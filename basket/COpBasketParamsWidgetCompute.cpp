@@ -136,10 +136,13 @@ void COpBasketParamsWidget::genOperation()
             requestKeys << key;
     }
 
-    // A list sized without all its prices must not look sized. Position sells and futures carry
-    // volumes that do not depend on the price, so they keep theirs.
-    const bool positionSell = m_basketsCombo && m_basketsCombo->batchOp() == ETempBatchOrderFlags(BATCH_POSITION_SELL);
-    if (!requestKeys.isEmpty() && !positionSell && m_tradeOpType != TOT_FUTURE && m_tradeOpType != TOT_ONEKEY_FUTURE) {
+    // A list sized without all its prices must not look sized. Position sells, handed-over lines
+    // (a position exchange among them) and futures carry volumes that do not depend on the
+    // price, so they keep theirs.
+    const bool fixedVolumes = m_basketsCombo
+        && (m_basketsCombo->batchOp() == ETempBatchOrderFlags(BATCH_POSITION_SELL)
+            || m_basketsCombo->batchOp() == ETempBatchOrderFlags(BATCH_BUY_SELL));
+    if (!requestKeys.isEmpty() && !fixedVolumes && m_tradeOpType != TOT_FUTURE && m_tradeOpType != TOT_ONEKEY_FUTURE) {
         for (CCodeOrderParam &line : m_orderParams)
             line.m_volume = 0;
     }

@@ -172,6 +172,7 @@ void COpBasketParamsWidget::changeBascketData(CCodeOrderParam *line)
 
 void COpBasketParamsWidget::addOneBascketData(const ttservice::CStockInfo &stock)
 {
+    handOverToExchangeDialog(stock);
     if (!m_basketsCombo)
         return;
     CBasketStockData row;

@@ -170,8 +170,9 @@ bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString te
             for (COpBasketStockParamsWidget *block : tabBlocks())
                 block->setExpandItemsHidden(!m_expanded);
             resetLayout();
+        } else if (id == 107) {
+            openExchangeDialog();
         }
-        // Id 107 (position exchange) opens a dialog the panel does not hold yet.
         const quint64 tab = m_tradeOpType;
         if (m_accountsWidget)
             m_accountsWidget->setShowToolBar(tab != TOT_ONEKEY_FUTURE && tab != TOT_FUTURE && tab != TOT_ALL && tab != TOT_CREDIT);
@@ -300,8 +301,11 @@ bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString te
         return true;
     }
     case 1146:
+        takeExchangePositions(data);
+        return true;
     case 1149:
-        // The position exchange dialog answers these; the form has none yet.
+        if (value == 1)
+            pushAccountsToExchangeDialog(data);
         return true;
     case 1147:
         setCurrentOperationType(m_tradeOpType);

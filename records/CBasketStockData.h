@@ -33,6 +33,7 @@ public:
     std::string m_accountKey;     // empty: every account; else this one account
     int m_entrustBs = 48;         // side of a pasted row: 48 buy, 49 sell
     ttservice::EHedge_Flag_Type m_hedgeFlag = ttservice::HEDGE_FLAG_SPECULATION; // of a pasted futures row
+    int m_positionDirection = 48; // a held row's side: 48 long, 49 short
 
     // The stock key of the row.
     QString key() const;

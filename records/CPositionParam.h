@@ -19,6 +19,7 @@ public:
     QString m_market;
     QString m_stockCode;
     QString m_stockName;
+    QString m_directionText; // "买" or "卖" on a line of the position exchange; empty for a whole sale
     int64_t m_volume = 0;
     int m_operationType = -1;
     int m_positionAttr = 0;

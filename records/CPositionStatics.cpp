@@ -17,6 +17,10 @@ void CPositionStatics::appendElements(bson::BSONObjBuilder &builder) const
     builder.append("vo", m_volume);
     builder.append("cu", m_canUseVolume);
     bsonAppendDouble(builder, "co", m_cost);
+    builder.append("di", m_direction);
+    builder.append("av", static_cast<long long>(m_availableVolume));
+    bsonAppendDouble(builder, "lp", m_lastPrice);
+    bsonAppendDouble(builder, "mv", m_marketValue);
 }
 
 void CPositionStatics::bsonValueFromObj(bson::BSONObj obj, bool partial, const IData *base)
@@ -29,6 +33,10 @@ void CPositionStatics::bsonValueFromObj(bson::BSONObj obj, bool partial, const I
     m_volume = bsonDouble(obj, "vo", d.m_volume);
     m_canUseVolume = bsonDouble(obj, "cu", d.m_canUseVolume);
     m_cost = bsonDouble(obj, "co", d.m_cost);
+    m_direction = bsonInt(obj, "di", d.m_direction);
+    m_availableVolume = bsonInt64(obj, "av", d.m_availableVolume);
+    m_lastPrice = bsonDouble(obj, "lp", d.m_lastPrice);
+    m_marketValue = bsonDouble(obj, "mv", d.m_marketValue);
 }
 
 } // namespace ttservice

@@ -46,6 +46,34 @@ long long CMemoryCalculator::calcBuyVolume(boost::shared_ptr<CAccountData>, doub
     return result;
 }
 
+namespace {
+
+// The side of a futures position that an operation closes: 48 long, 49 short; 0 for others.
+int closedDirection(EOperationType operation)
+{
+    if (operation == OT_CLOSE_LONG || operation == OT_CLOSE_LONG_TODAY || operation == OT_CLOSE_LONG_YESTERDAY)
+        return 48;
+    if (operation == OT_CLOSE_SHORT || operation == OT_CLOSE_SHORT_TODAY || operation == OT_CLOSE_SHORT_YESTERDAY)
+        return 49;
+    return 0;
+}
+
+// The position an operation sells or closes: of a futures close, the side it closes (a contract
+// may be held long and short at once); else the instrument's position.
+boost::shared_ptr<CPositionStatics> heldPosition(const CAccountData &account, const std::string &market,
+                                                 const std::string &code, int direction)
+{
+    if (direction == 0)
+        return account.getPositionStatic(market, code);
+    for (const boost::shared_ptr<CPositionStatics> &position : account.getPositionStatics()) {
+        if (position && position->m_market == market && position->m_stockCode == code && position->m_direction == direction)
+            return position;
+    }
+    return boost::shared_ptr<CPositionStatics>();
+}
+
+} // namespace
+
 long long CMemoryCalculator::calcAvailableVolume(boost::shared_ptr<CAccountData> account, const std::string &market,
                                                  const std::string &code, EOperationType operation,
                                                  EHedge_Flag_Type, char &, char &, double price, long long limit,
@@ -54,13 +82,16 @@ long long CMemoryCalculator::calcAvailableVolume(boost::shared_ptr<CAccountData>
     if (!account)
         return 0;
     long long result = 0;
-    if (TC::isBuy(operation)) {
+    // A close (a short's close too, though it buys) is limited by the side it closes; opening a
+    // short takes margin, not a holding, and is limited by money as a buy is.
+    const int direction = closedDirection(operation);
+    if (direction == 0 && (TC::isBuy(operation) || operation == OT_OPEN_SHORT)) {
         const boost::shared_ptr<CAccountDetail> detail = account->getAccountDetail();
         if (isNoValue(price) || price <= DOUBLE_EPSILON)
             price = quotePrice(market, code);
         if (detail && hasValue(price) && price > DOUBLE_EPSILON)
             result = moneyVolume(detail->m_available, price, std::max(1, getTradeMinUnit(market, code)));
-    } else if (const boost::shared_ptr<CPositionStatics> position = account->getPositionStatic(market, code)) {
+    } else if (const boost::shared_ptr<CPositionStatics> position = heldPosition(*account, market, code, direction)) {
         result = std::max(0LL, static_cast<long long>(std::floor(position->m_canUseVolume + DOUBLE_EPSILON)));
     }
     return std::min(result, limit);

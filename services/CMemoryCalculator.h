@@ -13,12 +13,14 @@ namespace ttservice {
 //
 // calcAvailableVolume:
 //   - no account data: 0;
-//   - buy-side operations (TC::isBuy): what the account's available money buys at price, by
+//   - buy-side operations (TC::isBuy) but the closes of shorts, and opening a short (3): what
+//     the account's available money buys at price, by
 //     the rule of calcBuyVolume. A price without a value (or 0) is replaced by the quote
 //     service's last price of the instrument (else its last close); with no price at all, or
 //     no account detail, the result is 0;
 //   - every other operation: m_canUseVolume of the account's position statics in the
-//     instrument, 0 without a position;
+//     instrument; a futures close (6 to 9, 14, 15) reads the position of the side it closes
+//     (m_direction 48 long, 49 short); 0 without a position;
 //   - the result is capped at limit. entrustBs and offsetFlag are left as they are.
 class BASKET_SERVICES_EXPORT CMemoryCalculator final : public ICalculator
 {

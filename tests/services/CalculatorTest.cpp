@@ -114,3 +114,56 @@ TEST(CalcAvailableVolume, BuysAreLimitedByTheMoneyAtTheLineOrQuotePrice)
                                               10.0, ICalculator::NO_VOLUME, 0),
               0);
 }
+
+namespace {
+
+struct FutureSideCase
+{
+    const char *name;
+    EOperationType operation;
+    long long expected;
+};
+
+class FuturesAvailable : public ::testing::TestWithParam<FutureSideCase>
+{
+protected:
+    void SetUp() override { TC::resetAllSubstitutes(); }
+};
+
+} // namespace
+
+// A contract held 3 long (2 closable) and 1 short, with money for 5 lots at the line's price.
+TEST_P(FuturesAvailable, ClosesReadTheirSideAndOpensTheMoney)
+{
+    const FutureSideCase &c = GetParam();
+    CAccountInfo info;
+    info.m_accountKey = "f1";
+    info.m_brokerType = BROKER_TYPE_FUTURE;
+    CAccountDetail detail;
+    detail.m_available = 5000.0;
+    CPositionStatics longSide;
+    longSide.m_market = "CFFEX";
+    longSide.m_stockCode = "IF01";
+    longSide.m_volume = 3;
+    longSide.m_canUseVolume = 2;
+    CPositionStatics shortSide = longSide;
+    shortSide.m_direction = 49;
+    shortSide.m_volume = 1;
+    shortSide.m_canUseVolume = 1;
+    TC::getUserConfig()->addAccount(info, detail, {longSide, shortSide});
+    char side = '0';
+    char offset = '0';
+    EXPECT_EQ(TraderCenter::instance()->getCalculator()->calcAvailableVolume(
+                  TraderCenter::instance()->getDataCenter()->getAccountData("f1"), "CFFEX", "IF01", c.operation,
+                  HEDGE_FLAG_SPECULATION, side, offset, 1000.0, ICalculator::NO_VOLUME, 0),
+              c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sides, FuturesAvailable,
+                         ::testing::Values(FutureSideCase{"closeLong", OT_CLOSE_LONG, 2},
+                                           FutureSideCase{"closeLongToday", OT_CLOSE_LONG_TODAY, 2},
+                                           FutureSideCase{"closeShort", OT_CLOSE_SHORT, 1},
+                                           FutureSideCase{"closeShortYesterday", OT_CLOSE_SHORT_YESTERDAY, 1},
+                                           FutureSideCase{"openLong", OT_OPEN_LONG, 5},
+                                           FutureSideCase{"openShort", OT_OPEN_SHORT, 5}),
+                         [](const ::testing::TestParamInfo<FutureSideCase> &info) { return std::string(info.param.name); });

@@ -1,0 +1,677 @@
+// The pieces of the position exchange dialog: the target basket table, the position table, the
+// account tree and the portfolio picker.
+#include "CExChangeBasketTable.h"
+#include "CExchangePositionAccountTreeWidget.h"
+#include "CExchangePositionTable.h"
+#include "COpBasketsLineEdit.h"
+#include "COpBasketsPortfolioComboBox.h"
+#include "COpBasketsPortfolioTree.h"
+
+#include "CBaseTableColumnPushButtonDelegate.h"
+#include "CBaseWidget.h"
+#include "CComboBox.h"
+#include "COddEvenRowTable.h"
+#include "CParameterCell.h"
+#include "CQuoteClient.h"
+#include "CUserConfig.h"
+#include "LuaModuleCtrl.h"
+#include "SampleMarket.h"
+#include "StockTypeCenter.h"
+#include "SubstituteFixture.h"
+#include "TraderCenter.h"
+
+#include <gtest/gtest.h>
+
+#include <QTableView>
+#include <QTest>
+#include <QTreeWidget>
+
+#include <cmath>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+using namespace TC;
+using sample::addInstrument;
+using sample::setQuote;
+
+namespace {
+
+// Takes and records what climbs out of the widget under test.
+class Root : public WK::CBaseWidget
+{
+public:
+    Root()
+        : WK::CBaseWidget(QStringLiteral("root"), false, nullptr)
+    {
+    }
+
+    bool handleEvent(int event, int id, int value, QString text, void *) override
+    {
+        received << QStringLiteral("%1,%2,%3,%4").arg(event).arg(id).arg(value).arg(text);
+        return true;
+    }
+
+    QStringList received;
+};
+
+CBasketStockData row(const char *market, const char *code, double weight, int64_t volume,
+                     ttservice::EOperationType operation = ttservice::OT_BUY)
+{
+    CBasketStockData r;
+    r.m_market = QString::fromLatin1(market);
+    r.m_stockCode = QString::fromLatin1(code);
+    r.m_stockName = QStringLiteral("n") + r.m_stockCode;
+    r.m_weight = weight;
+    r.m_volume = volume;
+    r.m_operationType = operation;
+    return r;
+}
+
+void storeBasket(const QString &name, const QList<CBasketStockData> &rows)
+{
+    CBasketSetting basket;
+    basket.m_name = name;
+    basket.m_stocks = rows;
+    getUserConfig()->baskets().insert(name, basket);
+}
+
+boost::shared_ptr<ttservice::CAccountData> addAccount(const std::string &key, const std::vector<ttservice::CPositionStatics> &held = {})
+{
+    ttservice::CAccountInfo info;
+    info.m_accountKey = key;
+    info.m_accountId = "id-" + key;
+    info.m_brokerType = ttservice::BROKER_TYPE_STOCK;
+    getUserConfig()->addAccount(info, ttservice::CAccountDetail(), held);
+    return ttservice::TraderCenter::instance()->getDataCenter()->getAccountData(key);
+}
+
+ttservice::CPositionStatics position(const char *code, double volume, int64_t available, double marketValue,
+                                     int direction = 48)
+{
+    ttservice::CPositionStatics p;
+    p.m_market = code[0] == 'I' ? "CFFEX" : "SH";
+    p.m_stockCode = code;
+    p.m_stockName = std::string("n") + code;
+    p.m_volume = volume;
+    p.m_availableVolume = available;
+    p.m_lastPrice = 10;
+    p.m_marketValue = marketValue;
+    p.m_direction = direction;
+    return p;
+}
+
+void publish(const char *market, const char *code, double last)
+{
+    CPriceData quote;
+    quote.m_market = market;
+    quote.m_stockCode = code;
+    quote.m_lastPrice = last;
+    CQuoteClient::instance()->publishQuote(quote);
+}
+
+// --- the target basket table ---
+
+class BasketTable : public SubstituteTest
+{
+protected:
+    void SetUp() override
+    {
+        SubstituteTest::SetUp();
+        for (const char *code : {"600000", "600001", "600002", "600003"})
+            addInstrument("SH", code);
+        account = addAccount("a1");
+    }
+
+    CExChangeBasketTable *makeTable(quint64 word = TOT_ALL)
+    {
+        table = new CExChangeBasketTable(&root, word);
+        table->setAccount(account);
+        return table;
+    }
+
+    void chooseBasket(const QString &name) { table->basketEdit()->setBasket(name, false); }
+
+    // The money sizing, as the user sets it: the combo, then the amount.
+    void sizeByMoney(double money)
+    {
+        table->sizeCombo()->setCurrentIndex(1);
+        table->handleEvent(64, CExChangeBasketTable::COMBO_ID, 1, QString(), nullptr);
+        table->moneyCell()->setDouble(money);
+        table->handleEvent(103, CExChangeBasketTable::MONEY_ID, 0, QString(), nullptr);
+    }
+
+    // code -> volume of the target rows, and the volumes the table shows.
+    std::map<std::string, int64_t> volumes() const
+    {
+        std::map<std::string, int64_t> out;
+        QVector<CBasketStockData> rows;
+        table->getBasketStockParam(rows);
+        for (const CBasketStockData &r : rows)
+            out[r.m_stockCode.toStdString()] = r.m_volume;
+        for (int id = 0; id < table->table()->dataRowCount(); ++id)
+            EXPECT_EQ(table->table()->itemLonglong(id, CExChangeBasketTable::COL_VOLUME),
+                      out[table->table()->itemText(id, CExChangeBasketTable::COL_CODE).toStdString()]);
+        return out;
+    }
+
+    Root root;
+    boost::shared_ptr<ttservice::CAccountData> account;
+    CExChangeBasketTable *table = nullptr;
+};
+
+struct WeightCase
+{
+    const char *name;
+    std::vector<double> weights;
+    double money;
+    double last;
+    std::vector<int64_t> expected;
+};
+
+std::ostream &operator<<(std::ostream &os, const WeightCase &c)
+{
+    return os << c.name;
+}
+
+class WeightSizing : public BasketTable, public ::testing::WithParamInterface<WeightCase>
+{
+};
+
+TEST_P(WeightSizing, SpreadsMoneyByWeightInWholeUnits)
+{
+    const WeightCase &c = GetParam();
+    QList<CBasketStockData> rows;
+    const char *codes[] = {"600000", "600001", "600002", "600003"};
+    for (size_t i = 0; i < c.weights.size(); ++i) {
+        rows.push_back(row("SH", codes[i], c.weights[i], 700));
+        setQuote("SH", codes[i], c.last);
+    }
+    storeBasket(QStringLiteral("w"), rows);
+    makeTable();
+    chooseBasket(QStringLiteral("w"));
+    sizeByMoney(c.money);
+
+    const std::map<std::string, int64_t> shown = volumes();
+    for (size_t i = 0; i < c.expected.size(); ++i)
+        EXPECT_EQ(shown.at(codes[i]), c.expected[i]) << codes[i];
+    // Every key already has a price: nothing is awaited.
+    EXPECT_TRUE(table->pendingKeys().isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Volumes, WeightSizing,
+                         ::testing::Values(WeightCase{"quarterOfAMillionAtTen", {1, 1, 1, 1}, 1000000, 10, {25000, 25000, 25000, 25000}},
+                                           WeightCase{"weightsSummingToZero", {1, -1, 0}, 1000000, 10, {0, 0, 0}},
+                                           WeightCase{"hundredFiftySharesRoundToHundred", {1}, 1500, 10, {100}},
+                                           WeightCase{"belowOneUnitGivesNothing", {1, 1}, 1500, 10, {0, 0}},
+                                           WeightCase{"unequalWeights", {3, 1}, 100000, 20, {3700, 1200}}),
+                         [](const ::testing::TestParamInfo<WeightCase> &info) { return std::string(info.param.name); });
+
+TEST_F(BasketTable, CopiesMultiplyTheStoredVolumesAndRepurchasesNeverStand)
+{
+    ttservice::StockTypeCenter::setTypedStock(126, "SH", "204001");
+    storeBasket(QStringLiteral("c"), {row("SH", "600000", 1, 300), row("SH", "204001", 1, 100), row("SH", "600001", 1, 50)});
+    makeTable();
+    chooseBasket(QStringLiteral("c"));
+    table->copiesCell()->setInt(3);
+    table->handleEvent(103, CExChangeBasketTable::COPIES_ID, 0, QString(), nullptr);
+
+    EXPECT_EQ(volumes(), (std::map<std::string, int64_t>{{"600000", 900}, {"600001", 150}}));
+    EXPECT_EQ(table->table()->dataRowCount(), 2);
+    EXPECT_EQ(table->table()->statText(CExChangeBasketTable::COL_VOLUME), QStringLiteral("1050"));
+    EXPECT_EQ(table->table()->itemText(0, CExChangeBasketTable::COL_ACCOUNT), QStringLiteral("id-a1"));
+}
+
+TEST_F(BasketTable, ADamagedStoredVolumeSizesToNothing)
+{
+    storeBasket(QStringLiteral("c"), {row("SH", "600000", 1, INT64_MAX / 2), row("SH", "600001", 1, -300)});
+    makeTable();
+    chooseBasket(QStringLiteral("c"));
+    table->copiesCell()->setInt(3);
+    table->handleEvent(103, CExChangeBasketTable::COPIES_ID, 0, QString(), nullptr);
+    EXPECT_EQ(volumes(), (std::map<std::string, int64_t>{{"600000", 0}, {"600001", 0}}));
+}
+
+TEST_F(BasketTable, WithoutAccountRowsStayEmptyAndAnUnstoredBasketGivesNothing)
+{
+    storeBasket(QStringLiteral("c"), {row("SH", "600000", 1, 300)});
+    table = new CExChangeBasketTable(&root, TOT_ALL);
+    chooseBasket(QStringLiteral("c"));
+    EXPECT_EQ(table->table()->dataRowCount(), 1);
+    EXPECT_TRUE(table->table()->itemText(0, CExChangeBasketTable::COL_CODE).isEmpty());
+
+    table->setAccount(account);
+    EXPECT_EQ(table->table()->itemText(0, CExChangeBasketTable::COL_CODE), QStringLiteral("600000"));
+
+    table->basketEdit()->setBasket(QStringLiteral("gone"), true);
+    EXPECT_EQ(table->table()->dataRowCount(), 0);
+    EXPECT_TRUE(table->stockList().isEmpty());
+}
+
+TEST_F(BasketTable, MoneySizingWaitsForEveryQuoteThenFollowsAndKeepsHandEdits)
+{
+    storeBasket(QStringLiteral("w"), {row("SH", "600000", 1, 700), row("SH", "600001", 1, 700)});
+    makeTable();
+    chooseBasket(QStringLiteral("w"));
+    sizeByMoney(200000);
+
+    // No prices yet: nothing is sized, and the stored volume of a copy is not shown as if it were.
+    EXPECT_EQ(volumes(), (std::map<std::string, int64_t>{{"600000", 0}, {"600001", 0}}));
+    EXPECT_EQ(table->pendingKeys().size(), 2);
+    EXPECT_EQ(table->quoteRequestKeys().size(), 2);
+
+    setQuote("SH", "600000", 10);
+    publish("SH", "600000", 10);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(volumes().at("600000"), 0) << "sized before the last awaited quote";
+
+    setQuote("SH", "600001", 20);
+    publish("SH", "600001", 20);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(volumes(), (std::map<std::string, int64_t>{{"600000", 10000}, {"600001", 5000}}));
+
+    // The user's volume stands while the market moves the other row.
+    ASSERT_TRUE(table->table()->submitEdit(1, CExChangeBasketTable::COL_VOLUME, QStringLiteral("700")));
+    setQuote("SH", "600000", 20);
+    publish("SH", "600000", 20);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return volumes().at("600000") == 5000; }, 3000));
+    EXPECT_EQ(volumes().at("600001"), 700);
+
+    // A new amount starts afresh.
+    sizeByMoney(400000);
+    EXPECT_EQ(volumes(), (std::map<std::string, int64_t>{{"600000", 10000}, {"600001", 10000}}));
+
+    table->unrequestAll();
+    EXPECT_TRUE(table->quoteRequestKeys().isEmpty());
+}
+
+TEST_F(BasketTable, QuotesFromTheFeedsThreadSizeOnTheWidgetsThread)
+{
+    storeBasket(QStringLiteral("w"), {row("SH", "600000", 1, 700), row("SH", "600001", 3, 700)});
+    makeTable();
+    chooseBasket(QStringLiteral("w"));
+    sizeByMoney(400000);
+    std::thread feed([] {
+        setQuote("SH", "600000", 10);
+        setQuote("SH", "600001", 20);
+        publish("SH", "600000", 10);
+        publish("SH", "600001", 20);
+    });
+    feed.join();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return volumes().at("600001") == 15000; }, 3000));
+    EXPECT_EQ(volumes().at("600000"), 10000);
+}
+
+TEST_F(BasketTable, SwitchingTheComboShowsTheCellOfTheMode)
+{
+    storeBasket(QStringLiteral("w"), {row("SH", "600000", 1, 700)});
+    makeTable();
+    root.show();
+    chooseBasket(QStringLiteral("w"));
+    EXPECT_TRUE(table->copiesCell()->isVisible());
+    EXPECT_FALSE(table->moneyCell()->isVisible());
+    EXPECT_TRUE(table->quoteRequestKeys().isEmpty()) << "sizing by copies needs no price";
+
+    sizeByMoney(1000);
+    EXPECT_FALSE(table->copiesCell()->isVisible());
+    EXPECT_TRUE(table->moneyCell()->isVisible());
+    EXPECT_EQ(table->quoteRequestKeys(), QStringList{QStringLiteral("600000.SH")});
+}
+
+TEST_F(BasketTable, AnAddedStockStandsOnceAndOutlivesFollowing)
+{
+    storeBasket(QStringLiteral("c"), {row("SH", "600000", 1, 300)});
+    makeTable();
+    chooseBasket(QStringLiteral("c"));
+    ttservice::CStockInfo stock;
+    stock.m_market = "SH";
+    stock.m_stockCode = "600002";
+    stock.m_stockName = "n600002";
+    table->addOneBascketData(stock);
+    table->addOneBascketData(stock);
+    ASSERT_EQ(table->stockList().size(), 2);
+    EXPECT_EQ(table->stockList().at(1).m_operationType, ttservice::OT_BUY);
+    EXPECT_DOUBLE_EQ(table->stockList().at(1).m_weight, 1.0);
+
+    // A change of copies sizes the added row with the others; a new basket drops it.
+    table->copiesCell()->setInt(2);
+    table->handleEvent(103, CExChangeBasketTable::COPIES_ID, 0, QString(), nullptr);
+    EXPECT_EQ(table->stockList().size(), 2);
+    chooseBasket(QStringLiteral("c"));
+    EXPECT_EQ(table->stockList().size(), 1);
+}
+
+TEST_F(BasketTable, FuturesVariantSizesContractsAndSwitchesDirections)
+{
+    ttservice::CInstrumentDetail future;
+    future.m_market = "CFFEX";
+    future.m_stockCode = "IF2512";
+    future.m_volumeMultiple = 300;
+    future.m_tradeUnit = 1;
+    CExchangeClient::instance()->addInstrument(future);
+    setQuote("CFFEX", "IF2512", 4000);
+    storeBasket(QStringLiteral("f"), {row("CFFEX", "IF2512", 1, 2), row("SH", "600000", 1, 5, ttservice::OT_SELL)});
+    makeTable(TOT_ONEKEY_FUTURE);
+    chooseBasket(QStringLiteral("f"));
+    EXPECT_EQ(table->table()->columnCount(), 7);
+    EXPECT_EQ(table->sizeCombo()->itemText(0), QStringLiteral("按期货数量"));
+    EXPECT_EQ(table->table()->itemText(0, CExChangeBasketTable::COL_DIRECTION), QStringLiteral("买"));
+    EXPECT_EQ(table->table()->itemText(1, CExChangeBasketTable::COL_DIRECTION), QStringLiteral("卖"));
+
+    auto *buttons = qobject_cast<WK::CBaseTableColumnPushButtonDelegate *>(
+        table->table()->view()->itemDelegateForColumn(CExChangeBasketTable::COL_DIRECTION));
+    ASSERT_NE(buttons, nullptr);
+    EXPECT_EQ(buttons->buttonText(0), QStringLiteral("买入"));
+    EXPECT_EQ(buttons->buttonType(0), 3);
+    ASSERT_TRUE(buttons->click(0));
+    EXPECT_EQ(table->stockList().at(0).m_operationType, ttservice::OT_SELL);
+    EXPECT_EQ(buttons->buttonText(0), QStringLiteral("卖出"));
+    EXPECT_EQ(buttons->buttonType(0), 1);
+
+    // By money, a contract costs its price times its multiple: 2,400,000 buys two lots at 4000.
+    sizeByMoney(4800000);
+    EXPECT_EQ(volumes().at("IF2512"), 2);
+
+    QMap<QString, QMap<int, CBasketStockData>> map;
+    table->getBasketStockParam(map);
+    EXPECT_EQ(map.value(QStringLiteral("IF2512")).keys(), QList<int>{ttservice::OT_BUY});
+}
+
+TEST_F(BasketTable, StockVariantHasSixColumnsWithThePriceInTheLast)
+{
+    setQuote("SH", "600000", 12.346);
+    storeBasket(QStringLiteral("c"), {row("SH", "600000", 1, 300)});
+    makeTable();
+    chooseBasket(QStringLiteral("c"));
+    EXPECT_EQ(table->table()->columnCount(), 6);
+    EXPECT_EQ(table->table()->columnTitle(CExChangeBasketTable::COL_LAST_PRICE), QStringLiteral("最新价"));
+    EXPECT_EQ(table->table()->itemText(0, CExChangeBasketTable::COL_LAST_PRICE), QStringLiteral("12.35"));
+    EXPECT_EQ(table->sizeCombo()->itemText(1), QStringLiteral("按股票权重"));
+}
+
+// --- the position table ---
+
+class PositionTable : public SubstituteTest
+{
+protected:
+    CExchangePositionTable *makeTable(quint64 word = TOT_ALL)
+    {
+        table = new CExchangePositionTable(&root, word);
+        return table;
+    }
+
+    Root root;
+    CExchangePositionTable *table = nullptr;
+};
+
+struct AvailableCase
+{
+    const char *name;
+    double volume;
+    int64_t available;
+    double marketValue;
+    QString shown;
+};
+
+std::ostream &operator<<(std::ostream &os, const AvailableCase &c)
+{
+    return os << c.name;
+}
+
+class AvailableValue : public PositionTable, public ::testing::WithParamInterface<AvailableCase>
+{
+};
+
+TEST_P(AvailableValue, IsTheAvailableShareOfTheMarketValue)
+{
+    const AvailableCase &c = GetParam();
+    makeTable()->setAccount(addAccount("a1", {position("600000", c.volume, c.available, c.marketValue)}));
+    EXPECT_EQ(table->table()->itemText(0, CExchangePositionTable::COL_AVAILABLE_VALUE), c.shown);
+    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_AVAILABLE_VALUE), c.shown == QStringLiteral("-") ? QStringLiteral("0.00") : c.shown);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, AvailableValue,
+                         ::testing::Values(AvailableCase{"allAvailable", 1000, 1000, 10000, QStringLiteral("10000.00")},
+                                           AvailableCase{"partlyFrozen", 1000, 400, 10000, QStringLiteral("4000.00")},
+                                           AvailableCase{"allFrozen", 1000, 0, 10000, QStringLiteral("0.00")},
+                                           AvailableCase{"noMarketValue", 1000, 1000, ttservice::NO_VALUE, QStringLiteral("-")}),
+                         [](const ::testing::TestParamInfo<AvailableCase> &info) { return std::string(info.param.name); });
+
+TEST_F(PositionTable, ShowsHeldPositionsWithoutRepurchasesOrEmptyOnesAndTotalsThem)
+{
+    ttservice::StockTypeCenter::setTypedStock(100017, "SZ", "131810");
+    makeTable()->setAccount(addAccount("a1", {position("600000", 1000, 1000, 10000), position("131810", 100, 100, 10000),
+                                              position("600001", 0, 0, 0), position("600002", 500, 200, 6000),
+                                              position("600003", std::nan(""), 0, 0)}));
+    EXPECT_EQ(table->table()->columnCount(), 9);
+    EXPECT_EQ(table->table()->columnTitle(CExchangePositionTable::COL_AVAILABLE), QStringLiteral("可用量"));
+    ASSERT_EQ(table->table()->dataRowCount(), 2);
+    EXPECT_EQ(table->table()->itemText(1, CExchangePositionTable::COL_CODE), QStringLiteral("600002"));
+    EXPECT_EQ(table->table()->itemText(1, CExchangePositionTable::COL_ACCOUNT), QStringLiteral("id-a1"));
+    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_VOLUME), QStringLiteral("1500"));
+    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_AVAILABLE), QStringLiteral("1200"));
+    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_MARKET_VALUE), QStringLiteral("16000.00"));
+    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_AVAILABLE_VALUE), QStringLiteral("12400.00"));
+
+    QVector<CBasketStockData> rows;
+    table->getBasketStockParam(rows);
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(rows[1].m_volume, 500) << "the exchange starts from the whole holding";
+
+    table->setAccount(addAccount("empty"));
+    EXPECT_EQ(table->table()->dataRowCount(), 0);
+    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_VOLUME), QStringLiteral("0"));
+}
+
+TEST_F(PositionTable, FuturesShowDirectionsAndMergeRowsOfOneSide)
+{
+    makeTable(TOT_ONEKEY_FUTURE)
+        ->setAccount(addAccount("f1", {position("IF01", 3, 3, 3600000), position("IF01", 1, 1, 1200000, 49),
+                                       position("IF01", 2, 2, 2400000)}));
+    EXPECT_EQ(table->table()->columnCount(), 8);
+    EXPECT_EQ(table->table()->columnTitle(CExchangePositionTable::COL_FTR_DIRECTION), QStringLiteral("方向"));
+    EXPECT_EQ(table->table()->itemText(1, CExchangePositionTable::COL_FTR_DIRECTION), QStringLiteral("卖出"));
+    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_VOLUME), QStringLiteral("6"));
+
+    QMap<QString, QMap<int, CBasketStockData>> map;
+    table->getBasketStockParam(map);
+    EXPECT_EQ(map.value(QStringLiteral("IF01")).value(48).m_volume, 5);
+    EXPECT_EQ(map.value(QStringLiteral("IF01")).value(49).m_volume, 1);
+}
+
+TEST_F(PositionTable, WithoutPortfoliosThereIsNoComboAndNoPortfolioData)
+{
+    makeTable();
+    EXPECT_EQ(table->portfolioCombo(), nullptr);
+    int id = 5;
+    QString name = QStringLiteral("x");
+    QString code = QStringLiteral("y");
+    table->getPortfolioData(id, name, code);
+    EXPECT_EQ(id, 5);
+    EXPECT_EQ(name, QStringLiteral("x"));
+    EXPECT_EQ(code, QStringLiteral("y"));
+}
+
+TEST_F(PositionTable, PortfolioModeShowsThePortfoliosPositions)
+{
+    luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_order", "mdl_order_portfolio"}, true);
+    getUserConfig()->setHasPortfolio(true);
+    const auto account = addAccount("a1", {position("600000", 1000, 1000, 10000), position("600001", 800, 800, 8000)});
+    ttservice::CPortfolio portfolio;
+    portfolio.m_portfolioKey = "p1";
+    portfolio.m_portfolioId = 11;
+    portfolio.m_portfolioName = "价值";
+    portfolio.m_portfolioCode = "JZ";
+    portfolio.m_accountKeys = {"a1"};
+    portfolio.m_positions["a1"] = {position("600001", 300, 300, 3000)};
+    getUserConfig()->addPortfolio(portfolio);
+
+    makeTable();
+    ASSERT_NE(table->portfolioCombo(), nullptr);
+    root.show();
+    table->portfolioCombo()->showPopup();
+    QTreeWidget *tree = table->portfolioCombo()->tree()->treeWidget();
+    ASSERT_EQ(tree->topLevelItemCount(), 2);
+    tree->setCurrentItem(tree->topLevelItem(1)->child(0));
+    table->portfolioCombo()->hidePopup();
+    EXPECT_EQ(table->positionMode(), 2);
+    EXPECT_EQ(root.received.last(), QStringLiteral("1149,2,2,p1"));
+    EXPECT_EQ(table->portfolioCombo()->currentText(), QStringLiteral("价值"));
+
+    table->setAccount(account);
+    ASSERT_EQ(table->table()->dataRowCount(), 1);
+    EXPECT_EQ(table->table()->itemLonglong(0, CExchangePositionTable::COL_VOLUME), 300);
+    int id = -1;
+    QString name;
+    QString code;
+    table->getPortfolioData(id, name, code);
+    EXPECT_EQ(id, 11);
+    EXPECT_EQ(name, QStringLiteral("价值"));
+    EXPECT_EQ(code, QStringLiteral("JZ"));
+}
+
+// --- the account tree ---
+
+class AccountTree : public SubstituteTest
+{
+protected:
+    void SetUp() override
+    {
+        SubstituteTest::SetUp();
+        for (const char *key : {"a1", "a2", "a3"})
+            addAccount(key);
+    }
+
+    Root root;
+    CExchangePositionAccountTreeWidget *tree = new CExchangePositionAccountTreeWidget(&root);
+};
+
+struct SelectCase
+{
+    const char *name;
+    QSet<QString> selected;
+    QString chosen; // empty: none
+};
+
+std::ostream &operator<<(std::ostream &os, const SelectCase &c)
+{
+    return os << c.name;
+}
+
+class AccountChoice : public AccountTree, public ::testing::WithParamInterface<SelectCase>
+{
+};
+
+TEST_P(AccountChoice, MakesOneAccountCurrentAndReportsItOnce)
+{
+    const SelectCase &c = GetParam();
+    QStringList clicked;
+    QObject::connect(tree, &QTreeWidget::itemClicked, [&clicked](QTreeWidgetItem *item, int) {
+        clicked << item->data(0, CExchangePositionAccountTreeWidget::KEY_ROLE).toString();
+    });
+    tree->setAccounts({QStringLiteral("a1"), QStringLiteral("a2"), QStringLiteral("a3"), QStringLiteral("unknown")}, c.selected);
+
+    ASSERT_EQ(tree->rootItem()->childCount(), 3);
+    EXPECT_EQ(tree->rootItem()->child(0)->text(0), QStringLiteral("id-a1"));
+    if (c.chosen.isEmpty()) {
+        EXPECT_TRUE(clicked.isEmpty());
+        EXPECT_EQ(tree->getSelectAccount(), nullptr);
+        return;
+    }
+    EXPECT_EQ(clicked, QStringList{c.chosen});
+    ASSERT_NE(tree->getSelectAccount(), nullptr);
+    EXPECT_EQ(tree->getSelectAccount()->getAccountInfo()->m_accountKey, c.chosen.toStdString());
+}
+
+INSTANTIATE_TEST_SUITE_P(Selection, AccountChoice,
+                         ::testing::Values(SelectCase{"oneSelectedNotFirst", {QStringLiteral("a3")}, QStringLiteral("a3")},
+                                           SelectCase{"twoSelectedTakesFirst", {QStringLiteral("a3"), QStringLiteral("a2")}, QStringLiteral("a1")},
+                                           SelectCase{"noneSelectedTakesFirst", {}, QStringLiteral("a1")},
+                                           SelectCase{"selectedNotListed", {QStringLiteral("zz")}, QString()}),
+                         [](const ::testing::TestParamInfo<SelectCase> &info) { return std::string(info.param.name); });
+
+// --- the portfolio picker ---
+
+class PortfolioPicker : public SubstituteTest
+{
+protected:
+    void SetUp() override
+    {
+        SubstituteTest::SetUp();
+        luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_order", "mdl_order_portfolio"}, true);
+        addPortfolio("p2", "成长");
+        addPortfolio("p1", "价值");
+        root.show();
+    }
+
+    static void addPortfolio(const std::string &key, const std::string &name)
+    {
+        ttservice::CPortfolio portfolio;
+        portfolio.m_portfolioKey = key;
+        portfolio.m_portfolioName = name;
+        getUserConfig()->addPortfolio(portfolio);
+    }
+
+    void choose(int index)
+    {
+        combo->showPopup();
+        QTreeWidget *tree = combo->tree()->treeWidget();
+        tree->setCurrentItem(index < 0 ? tree->topLevelItem(0) : tree->topLevelItem(1)->child(index));
+        combo->hidePopup();
+    }
+
+    Root root;
+    COpBasketsPortfolioComboBox *combo = new COpBasketsPortfolioComboBox(2, TOT_ALL, &root);
+};
+
+TEST_F(PortfolioPicker, OffersPortfoliosInKeyOrderOnlyWithTheModule)
+{
+    combo->showPopup();
+    QTreeWidget *tree = combo->tree()->treeWidget();
+    ASSERT_EQ(tree->topLevelItemCount(), 2);
+    EXPECT_EQ(tree->topLevelItem(0)->text(0), QStringLiteral("当前持仓"));
+    ASSERT_EQ(tree->topLevelItem(1)->childCount(), 2);
+    EXPECT_EQ(tree->topLevelItem(1)->child(0)->text(0), QStringLiteral("价值"));
+    combo->hidePopup();
+
+    luawrapper::LuaModuleCtrl::instance()->setModule("mdl_order_portfolio", false);
+    combo->tree()->refreshData();
+    EXPECT_EQ(tree->topLevelItemCount(), 1);
+}
+
+TEST_F(PortfolioPicker, ChoicesGoUpWithKeyOrText)
+{
+    choose(1);
+    EXPECT_EQ(combo->currentText(), QStringLiteral("成长"));
+    EXPECT_EQ(combo->getCurrentSelectedKey(), QStringLiteral("p2"));
+    choose(-1);
+    EXPECT_EQ(combo->currentText(), QStringLiteral("当前持仓"));
+    EXPECT_TRUE(combo->getCurrentSelectedKey().isEmpty());
+    EXPECT_EQ(root.received, (QStringList{QStringLiteral("1149,2,2,p2"), QStringLiteral("1149,2,1,当前持仓")}));
+}
+
+TEST_F(PortfolioPicker, ADeletedPortfolioFallsBackToCurrentPositions)
+{
+    choose(0);
+    root.received.clear();
+    combo->updatePortfolioDataForCombo();
+    EXPECT_EQ(root.received, QStringList{QStringLiteral("1149,2,2,p1")}) << "still there: reported again";
+
+    getUserConfig()->portfolios().remove(QStringLiteral("p1"));
+    root.received.clear();
+    combo->updatePortfolioDataForCombo();
+    EXPECT_EQ(combo->currentText(), QStringLiteral("当前持仓"));
+    EXPECT_EQ(root.received, QStringList{QStringLiteral("1149,2,1,")});
+}
+
+TEST_F(PortfolioPicker, TwoPortfoliosOfOneNameGiveTheFirstKey)
+{
+    addPortfolio("p0", "价值");
+    choose(1); // the second "价值" in key order
+    EXPECT_EQ(combo->getCurrentSelectedKey(), QStringLiteral("p0"));
+}
+
+} // namespace
