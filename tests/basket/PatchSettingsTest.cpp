@@ -260,13 +260,13 @@ TEST_P(PatchRename, renamesOrRefusesAndKeepsEachSetsParameters)
 
     EXPECT_EQ(sets().keys(), c.setsAfter);
     EXPECT_EQ(defaultName(), c.defaultAfter);
+    EXPECT_EQ(markedRows(), QStringList{c.defaultAfter});
     const QString shown = list()->itemText(rowId, COpBasketPatchSettingWidget::ColName);
     EXPECT_EQ(shown, c.stored ? c.to : c.from);
-    // The parameters travel with the name.
+    // The parameters travel with the name; the other set keeps its own.
+    const QString other = c.from == QLatin1String("A") ? QStringLiteral("B") : QStringLiteral("A");
     EXPECT_EQ(sets().value(shown), c.from == QLatin1String("A") ? a : b);
-    EXPECT_EQ(sets().value(c.from == QLatin1String("A") ? QStringLiteral("B") : QStringLiteral("A")),
-              c.from == QLatin1String("A") ? b : a);
-    EXPECT_EQ(markedRows(), QStringList{c.defaultAfter == QLatin1String("A") ? QStringLiteral("A") : c.defaultAfter});
+    EXPECT_EQ(sets().value(other), other == QLatin1String("A") ? a : b);
     EXPECT_EQ(saved.size(), savesBefore + (c.stored && c.from != c.to ? 1 : 0));
 }
 
