@@ -346,7 +346,8 @@ void COpBasketParamsWidget::disableForTrader()
 {
     for (QWidget *widget : {static_cast<QWidget *>(m_accountsWidget), static_cast<QWidget *>(m_otherParams),
                             static_cast<QWidget *>(m_stockParams), static_cast<QWidget *>(m_buySellWidget),
-                            static_cast<QWidget *>(m_patchSetting), static_cast<QWidget *>(m_ftrWidget), static_cast<QWidget *>(m_ftrOneKeyWidget)}) {
+                            static_cast<QWidget *>(m_patchSetting), static_cast<QWidget *>(m_ftrWidget),
+                            static_cast<QWidget *>(m_ftrOneKeyWidget)}) {
         if (widget)
             widget->setEnabled(false);
     }
