@@ -14,9 +14,19 @@ constexpr qint64 kMaxSavedSize = 4 * 1024 * 1024;
 } // namespace
 
 CDemoSavedState::CDemoSavedState(int role)
-    : m_filePath(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation)
-                 + QStringLiteral("/panel-role-%1.txt").arg(role))
+    : CDemoSavedState(role, "/panel-role-%1.txt")
 {
+}
+
+CDemoSavedState::CDemoSavedState(int role, const char *fileNamePattern)
+    : m_filePath(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation)
+                 + QString::fromLatin1(fileNamePattern).arg(role))
+{
+}
+
+CDemoSavedState CDemoSavedState::patchSettings(int role)
+{
+    return CDemoSavedState(role, "/patch-settings-role-%1.json");
 }
 
 QString CDemoSavedState::load() const

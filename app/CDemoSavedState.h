@@ -9,6 +9,9 @@ class CDemoSavedState final
 {
 public:
     explicit CDemoSavedState(int role);
+    // The user's patch parameter sets, kept apart from the panel's text: they belong to the
+    // user's configuration, not to the panel (patch-settings-role-N.json in the same folder).
+    static CDemoSavedState patchSettings(int role);
 
     QString filePath() const { return m_filePath; }
     // The text saved last; empty when there is none or it cannot be read.
@@ -17,5 +20,7 @@ public:
     bool save(const QString &text) const;
 
 private:
+    CDemoSavedState(int role, const char *fileNamePattern);
+
     QString m_filePath;
 };

@@ -7,6 +7,7 @@
 #include "CSampleInstructions.h"
 #include "CSimulatedMarket.h"
 
+#include "COpBasketParamsButtonsBar.h"
 #include "COpBasketParamsWidget.h"
 #include "COpBasketsComboBox.h"
 #include "COperationBasketWidget.h"
@@ -15,7 +16,9 @@
 #include "CBasketHedgeManager.h"
 #include "CMsgService.h"
 #include "COpAccountsWidget.h"
+#include "CSimpleTextWidget.h"
 #include "CUserConfig.h"
+#include "PatchSettingsText.h"
 #include "CTradeClient.h"
 #include "ToolkitRecords.h"
 
@@ -124,6 +127,29 @@ void handOverPositions(TC::CBasketOperationPanel *panel, TC::ETempBatchOrderFlag
     }
     if (panel)
         panel->batchPositions(positions, flag);
+}
+
+// The user's patch sets from their file, saved there again on every change. Damaged text gives
+// no sets rather than a failed start.
+void keepPatchSettings(const CDemoSavedState &store)
+{
+    const QString text = store.load();
+    if (!text.isEmpty() && !TC::patchSettingsFromText(text, *TC::getUserConfig()))
+        std::fprintf(stderr, "basket-demo: %s is no patch settings text; starting without patch sets\n",
+                     qPrintable(store.filePath()));
+    TC::getUserConfig()->setPatchSettingsStore([&store](const QString &changed) {
+        if (!store.save(changed))
+            std::fprintf(stderr, "basket-demo: could not save the patch sets to %s\n", qPrintable(store.filePath()));
+    });
+}
+
+// The client offers the patch settings from the bar's link, which the bar itself keeps hidden.
+void showPatchLink(TC::CBasketOperationPanel *panel)
+{
+    TC::COperationBasketWidget *basketWidget = panel ? panel->basketWidget() : nullptr;
+    TC::COpBasketParamsWidget *form = basketWidget ? basketWidget->paramsWidget() : nullptr;
+    if (form && form->buttonsBar() && form->buttonsBar()->patchText())
+        form->buttonsBar()->patchText()->show();
 }
 
 // A press of the order button.
@@ -238,6 +264,9 @@ int main(int argc, char **argv)
     const bool scripted = screenshot || parser.isSet(placeOption);
     const CDemoSavedState savedState(role);
     const QString saved = scripted || parser.isSet(freshOption) ? QString() : savedState.load();
+    const CDemoSavedState patchStore = CDemoSavedState::patchSettings(role);
+    if (!scripted)
+        keepPatchSettings(patchStore);
 
     CDemoMainWindow window;
     CDemoLogging::attachPane([&window](const QString &line) { window.appendLog(QStringLiteral("日志 ") + line); });
@@ -264,6 +293,7 @@ int main(int argc, char **argv)
     TC::getMsgService()->setObserver([&window](const TC::CMsgService::CShowMsgCall &call) {
         window.appendLog(QStringLiteral("消息 ") + call.m_text);
     });
+    showPatchLink(window.panel());
     window.show();
     // An explicit tab wins over the restored one.
     if (parser.isSet(tabOption) && tab != currentTab(window.panel()))
@@ -308,6 +338,7 @@ int main(int argc, char **argv)
     TC::CTradeClient::instance()->setPlaceTasksObserver({});
     TC::getMsgService()->setObserver({});
     TC::CBasketHedgeManager::instance()->setBasketCommandObserver({});
+    TC::getUserConfig()->setPatchSettingsStore({});
     CDemoLogging::detachPane();
     return result;
 }

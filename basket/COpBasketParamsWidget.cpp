@@ -5,6 +5,7 @@
 #include "COpBasketFtrBuySellWidget.h"
 #include "COpBasketFtrOneKeyWidget.h"
 #include "COpBasketParamsButtonsBar.h"
+#include "COpBasketPatchSettingWidget.h"
 #include "COpBasketReplaceStockToolBar.h"
 #include "COpBasketStockParamsWidget.h"
 #include "COpBasketsComboBox.h"
@@ -191,6 +192,10 @@ void COpBasketParamsWidget::createModeBlocks()
     m_stockParams->resetStrategyType(ttservice::ORDER_TYPE_VWAPPLUS, QStringLiteral("VWAPPLUS"));
     if (moduleOn("mdl_order", "mdl_order_compose_basket_buy_sell"))
         m_buySellWidget = new COpBasketBuySellWidget(ttservice::BROKER_TYPE_STOCK, this);
+    m_patchSetting = new COpBasketPatchSettingWidget(this);
+    if (m_buySellWidget)
+        connect(m_buySellWidget, &COpBasketBuySellWidget::sigSetOperation, m_patchSetting,
+                &COpBasketPatchSettingWidget::slotSetOperation);
     if (moduleOn("mdl_order", "mdl_order_compose_credits"))
         m_crdWidget = new COpBasketCrdBuySellWidget(this);
     if (futures)
@@ -341,7 +346,8 @@ void COpBasketParamsWidget::disableForTrader()
 {
     for (QWidget *widget : {static_cast<QWidget *>(m_accountsWidget), static_cast<QWidget *>(m_otherParams),
                             static_cast<QWidget *>(m_stockParams), static_cast<QWidget *>(m_buySellWidget),
-                            static_cast<QWidget *>(m_ftrWidget), static_cast<QWidget *>(m_ftrOneKeyWidget)}) {
+                            static_cast<QWidget *>(m_patchSetting), static_cast<QWidget *>(m_ftrWidget),
+                            static_cast<QWidget *>(m_ftrOneKeyWidget)}) {
         if (widget)
             widget->setEnabled(false);
     }

@@ -57,6 +57,7 @@ class COpBasketFutureParamsWidget;
 class COpBasketHedgeSettingWidget;
 class COpBasketParamsButtonsBar;
 class COpBasketParamsExpandBar;
+class COpBasketPatchSettingWidget;
 class COpBasketReplaceStockToolBar;
 class COpBasketsComboBox;
 class COperationPushButtonGroup;
@@ -224,6 +225,7 @@ public:
     CComboxNameWidget *volumnRow() const { return m_volumnRow; }
     WK::CParameterCell *cell(int which) const;
     COpBasketFutureParamsWidget *hedgeWidget() const { return m_hedgeWidget; }
+    COpBasketPatchSettingWidget *patchSetting() const { return m_patchSetting; }
     COpBasketStockParamsWidget *stockParams() const { return m_stockParams; }
     COpBasketBuySellWidget *buySellWidget() const { return m_buySellWidget; }
     COpBasketCrdBuySellWidget *crdWidget() const { return m_crdWidget; }
@@ -380,6 +382,7 @@ private:
     COpBasketParamsButtonsBar *m_buttonsBar = nullptr;
     COpBasketFutureParamsWidget *m_hedgeWidget = nullptr;
     COpBasketHedgeSettingWidget *m_hedgeSetting = nullptr;
+    COpBasketPatchSettingWidget *m_patchSetting = nullptr;
     COpBasketReplaceStockToolBar *m_replaceToolBar = nullptr;
     COpBasketsComboBox *m_basketsCombo = nullptr;
     CComboxNameWidget *m_volumnRow = nullptr;

@@ -6,6 +6,8 @@
 #include "COpBasketCrdBuySellWidget.h"
 #include "COpBasketFtrBuySellWidget.h"
 #include "COpBasketFtrOneKeyWidget.h"
+#include "COpBasketParamsButtonsBar.h"
+#include "COpBasketPatchSettingWidget.h"
 #include "COpBasketStockParamsWidget.h"
 #include "COpBasketsComboBox.h"
 
@@ -270,7 +272,14 @@ bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString te
         return true;
     }
     case 1142:
-        // The patch settings pop-up comes with the button bar it is placed against.
+        if (!m_patchSetting || !m_buttonsBar)
+            return true;
+        m_patchSetting->load();
+        m_patchSetting->show();
+        // Its bottom right corner on the bar's top right corner: the window rises from the bar.
+        m_patchSetting->move(m_buttonsBar->mapToGlobal(m_buttonsBar->rect().topRight())
+                             - QPoint(m_patchSetting->width() - 1, m_patchSetting->height() - 1));
+        keepOnScreen(m_patchSetting, m_buttonsBar);
         return true;
     case 1143:
         if (!m_hedgeWidget)

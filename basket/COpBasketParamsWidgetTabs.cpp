@@ -7,6 +7,7 @@
 #include "COpBasketFtrBuySellWidget.h"
 #include "COpBasketFtrOneKeyWidget.h"
 #include "COpBasketParamsButtonsBar.h"
+#include "COpBasketPatchSettingWidget.h"
 #include "COpBasketReplaceStockToolBar.h"
 #include "COpBasketStockParamsWidget.h"
 #include "COpBasketsComboBox.h"
@@ -209,6 +210,8 @@ void COpBasketParamsWidget::setCurrentOperationType(quint64 word)
         m_stockParams->setOperationType(m_operationType);
     if (m_basketsCombo)
         m_basketsCombo->setOperationType(static_cast<ttservice::EOperationType>(op));
+    if (m_patchSetting)
+        m_patchSetting->setOperationType(static_cast<ttservice::EOperationType>(op));
 
     if (m_accountsWidget) {
         m_accountsWidget->setTradeOpType(tab);

@@ -1,6 +1,7 @@
 #include "CUserConfig.h"
 
 #include "CMemoryDataCenter.h"
+#include "PatchSettingsText.h"
 #include "TradeUnits.h"
 #include "TraderCenter.h"
 
@@ -104,6 +105,12 @@ void CUserConfig::addPortfolio(const ttservice::CPortfolio &portfolio)
         boost::shared_ptr<ttservice::CPortfolio>(new ttservice::CPortfolio(portfolio));
 }
 
+void CUserConfig::savePatchSettings() const
+{
+    if (m_patchSettingsStore)
+        m_patchSettingsStore(patchSettingsToText(*this));
+}
+
 void CUserConfig::reset()
 {
     m_role = 0;
@@ -121,6 +128,7 @@ void CUserConfig::reset()
     m_msgSettings.clear();
     m_patchSettings.clear();
     m_defaultPatchSetting.clear();
+    m_patchSettingsStore = nullptr;
     m_portfolios.clear();
 }
 

@@ -24,8 +24,10 @@
 #include <QStringList>
 #include <QVector>
 
+#include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace TC {
@@ -88,6 +90,10 @@ public:
     // The name of the default patch set, empty for none.
     QString &defaultPatchSetting() { return m_defaultPatchSetting; }
     QString defaultPatchSetting() const { return m_defaultPatchSetting; }
+    // Writes the patch sets and the default's name to the user's store at once; the panel calls
+    // it after every change of either. Here the text of patchSettingsToText (PatchSettingsText.h)
+    // goes to the store set by setPatchSettingsStore; without one the sets live in memory only.
+    void savePatchSettings() const;
     // The user's portfolios by key (PortfolioLookup.h reads them).
     QMap<QString, boost::shared_ptr<ttservice::CPortfolio>> &portfolios() { return m_portfolios; }
     const QMap<QString, boost::shared_ptr<ttservice::CPortfolio>> &portfolios() const { return m_portfolios; }
@@ -114,7 +120,10 @@ public:
     void setAccountProduct(const std::string &accountKey, const ttservice::CProductInfo &product);
     // Adds (or replaces) a portfolio under its key.
     void addPortfolio(const ttservice::CPortfolio &portfolio);
-    // Role 0, empty name and id, no accounts, baskets, settings, portfolios, rights or products.
+    // Where savePatchSettings writes: the demo keeps the sets in a file, tests record the texts.
+    void setPatchSettingsStore(std::function<void(const QString &text)> store) { m_patchSettingsStore = std::move(store); }
+    // Role 0, empty name and id, no accounts, baskets, settings, portfolios, rights or products;
+    // no patch settings store.
     void reset();
 
 private:
@@ -135,6 +144,7 @@ private:
     QMap<int, CMsgSetting> m_msgSettings;
     QMap<QString, QString> m_patchSettings;
     QString m_defaultPatchSetting;
+    std::function<void(const QString &text)> m_patchSettingsStore;
     QMap<QString, boost::shared_ptr<ttservice::CPortfolio>> m_portfolios;
 };
 

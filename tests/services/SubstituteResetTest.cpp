@@ -23,6 +23,8 @@ using namespace ttservice;
 
 namespace {
 
+int patchStoreCalls = 0;
+
 // Puts something into every substitute.
 void fillEverything()
 {
@@ -39,6 +41,7 @@ void fillEverything()
     config->baskets().insert(QStringLiteral("b"), TC::CBasketSetting());
     config->msgSettings().insert(1, TC::CMsgSetting());
     config->patchSettings().insert(QStringLiteral("p"), QStringLiteral("x"));
+    config->setPatchSettingsStore([](const QString &) { ++patchStoreCalls; });
     config->addPortfolio(CPortfolio());
 
     std::vector<CCodeOrderParam> orders(1);
@@ -100,6 +103,10 @@ TEST(SubstituteReset, EveryServiceIsBackToItsEmptyState)
     EXPECT_TRUE(config->baskets().isEmpty());
     EXPECT_TRUE(config->msgSettings().isEmpty());
     EXPECT_TRUE(config->patchSettings().isEmpty());
+    // A store left set would outlive the test that set it.
+    patchStoreCalls = 0;
+    config->savePatchSettings();
+    EXPECT_EQ(patchStoreCalls, 0);
     EXPECT_TRUE(config->portfolios().isEmpty());
     EXPECT_FALSE(TraderCenter::instance()->getDataCenter()->getAccountData("acc"));
     EXPECT_TRUE(TraderCenter::instance()->memoryDataCenter()->queries().empty());
