@@ -217,6 +217,9 @@ int main(int argc, char **argv)
     const bool scripted = screenshot || parser.isSet(placeOption);
     const CDemoSavedState savedState(role);
     const QString saved = scripted || parser.isSet(freshOption) ? QString() : savedState.load();
+    if (!savedState.keptAsidePath().isEmpty())
+        std::fprintf(stderr, "basket-demo: the saved state could not be read; kept as %s, starting from the defaults\n",
+                     qPrintable(savedState.keptAsidePath()));
 
     CDemoMainWindow window;
     CDemoLogging::attachPane([&window](const QString &line) { window.appendLog(QStringLiteral("日志 ") + line); });

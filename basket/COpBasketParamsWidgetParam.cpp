@@ -58,6 +58,14 @@ quint64 savedWord(const QString &text)
     return static_cast<quint64>(static_cast<qint64>(savedInt(text)));
 }
 
+// The tab of a saved text: a word of none of the tabs (damaged, or 0) opens the buy tab, as the
+// panel would otherwise stand on a tab that does not exist.
+quint64 savedTab(const QString &text)
+{
+    const quint64 word = savedWord(text);
+    return (word & TOT_ALL_TABS_MASK) == 0 ? TOT_BUY : word;
+}
+
 QString cellText(const WK::CParameterCell *cell)
 {
     return QString::number(cell->toDouble(), 'g', 6);
@@ -178,9 +186,7 @@ void COpBasketParamsWidget::setParam(const QString &text)
     try {
         const bson::BSONObj obj = bson::fromjson(text.toStdString());
 
-        m_tradeOpType = savedWord(fieldText(obj, "BS"));
-        if (m_tradeOpType == 0)
-            m_tradeOpType = TOT_BUY;
+        m_tradeOpType = savedTab(fieldText(obj, "BS"));
         if (m_tradeOpType & kConnectBits)
             m_tradeOpType = getGgtTradeOpType(m_tradeOpType);
 
@@ -289,9 +295,7 @@ void COpBasketParamsWidget::setOldParam(const QString &text)
 
     if (count > 0 && m_tabGroup) {
         // Old clients had no connect tabs, so their words need no mapping.
-        m_tradeOpType = savedWord(parts.at(0));
-        if (m_tradeOpType == 0)
-            m_tradeOpType = TOT_BUY;
+        m_tradeOpType = savedTab(parts.at(0));
     }
     QString fallback;
     if (count > 1 && m_stockParams) {
