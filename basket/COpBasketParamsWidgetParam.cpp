@@ -87,19 +87,18 @@ QString fieldText(const bson::BSONObj &obj, const char *key)
 
 std::string COpBasketParamsWidget::getBsonName(quint64 word) const
 {
-    // The entry's own word is not looked at: every entry is named after the tab that is current
-    // while saving. Clients read their texts back by these names, so it stays that way.
-    Q_UNUSED(word)
-    const quint64 tab = m_tradeOpType;
-    if (tab & TOT_ALL)
+    // Each entry under the name of its own tab: named after the tab current while saving, as
+    // older clients did, the entries of every other tab shared one name and all but one were
+    // lost when the text was read back. Their texts are still read as before.
+    if (word & TOT_ALL)
         return "COM_ALL";
-    if (tab & TOT_CREDIT)
+    if (word & TOT_CREDIT)
         return "COM_CRD_ALL";
-    if (tab & TOT_SGT)
+    if (word & TOT_SGT)
         return "COM_SGT_ALL";
-    if (tab & TOT_HGT)
+    if (word & TOT_HGT)
         return "COM_HGT_ALL";
-    if (tab & TOT_SELL)
+    if (word & TOT_SELL)
         return "COM_SELL";
     return "COM_BUY";
 }
