@@ -273,7 +273,9 @@ void COpBasketParamsWidget::setParam(const QString &text)
             m_tradeOpType = TOT_BUY;
 
         setCurrentOperationType(m_tradeOpType);
-        if (!m_hedgeParams.isEmpty())
+        // Only the tab's own entry applies; a tab without one (the futures tabs keep none) keeps
+        // the sizing the text gave it instead of falling back to one copy.
+        if (m_hedgeParams.contains(m_tradeOpType))
             loadHedgeParam();
         updateCmdParamVisible();
         deliverEvent(1072, 0, static_cast<int>(m_tradeOpType), QString(), nullptr);
@@ -347,7 +349,7 @@ void COpBasketParamsWidget::setOldParam(const QString &text)
     }
 
     setCurrentOperationType(m_tradeOpType);
-    if (!m_hedgeParams.isEmpty())
+    if (m_hedgeParams.contains(m_tradeOpType))
         loadHedgeParam();
     updateCmdParamVisible();
     deliverEvent(1072, 0, static_cast<int>(m_tradeOpType), QString(), nullptr);

@@ -291,13 +291,15 @@ TEST_F(PanelSoak, ALiveMarketWhileTheTraderWorksLeavesNoReportNoHangAndFlatMemor
     ASSERT_GT(panel.basketWidget()->editWidget()->confirmWidget()->table()->rowCount(), 0);
 
     const int seconds = soakSeconds();
-    // Memory may grow while caches fill during the first minute (a third of a shorter run).
+    // Memory may grow while caches fill during the first minute (a third of a shorter run) and
+    // the first round of steps.
     const auto warmUp = std::chrono::seconds(std::min(60, seconds / 3));
     const auto start = std::chrono::steady_clock::now();
     const auto end = start + std::chrono::seconds(seconds);
     double afterWarmUp = 0.0;
     double peak = residentMegabytes();
     double peakAfterWarmUp = 0.0;
+    long stepsAfterWarmUp = 0;
     double last = peak;
     long steps = 0;
     {
@@ -309,10 +311,12 @@ TEST_F(PanelSoak, ALiveMarketWhileTheTraderWorksLeavesNoReportNoHangAndFlatMemor
             watchdog.stepped();
             last = residentMegabytes();
             peak = std::max(peak, last);
-            if (afterWarmUp == 0.0 && std::chrono::steady_clock::now() - start >= warmUp)
-                afterWarmUp = last;
-            if (afterWarmUp > 0.0)
+            if (afterWarmUp > 0.0) {
                 peakAfterWarmUp = std::max(peakAfterWarmUp, last);
+                ++stepsAfterWarmUp;
+            } else if (steps >= Trader::kRoundSteps && std::chrono::steady_clock::now() - start >= warmUp) {
+                afterWarmUp = last;
+            }
         }
         feed.stop();
         const double elapsed = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -324,7 +328,14 @@ TEST_F(PanelSoak, ALiveMarketWhileTheTraderWorksLeavesNoReportNoHangAndFlatMemor
         // The feed keeps its pace unless the machine starves it.
         EXPECT_GT(feed.published(), static_cast<long>(0.5 * kQuotesPerSecond * elapsed));
     }
+#ifndef __SANITIZE_THREAD__
     // Flat: what was held after the warm-up is all the run needs, give or take the allocator.
-    EXPECT_LT(peakAfterWarmUp - afterWarmUp, 16.0 + 0.1 * afterWarmUp)
-        << "after warm-up " << afterWarmUp << " MB, highest later " << peakAfterWarmUp << " MB";
+    // (ThreadSanitizer's own memory grows with the history it keeps, so only the other builds
+    // measure.) A run too short for a whole round after the warm-up has nothing to compare.
+    if (stepsAfterWarmUp >= Trader::kRoundSteps)
+        EXPECT_LT(peakAfterWarmUp - afterWarmUp, 16.0 + 0.1 * afterWarmUp)
+            << "after warm-up " << afterWarmUp << " MB, highest later " << peakAfterWarmUp << " MB";
+    else
+        std::printf("soak: %ld steps after the warm-up, too few to judge the memory\n", stepsAfterWarmUp);
+#endif
 }
