@@ -252,6 +252,21 @@ TEST_F(ParamPersistence, EveryTabsEntryComesBackWhicheverTabTheTextWasSavedOn)
     EXPECT_EQ(restored->param(), text);
 }
 
+TEST_F(ParamPersistence, AFuturesTabKeepsItsCopiesBesideOtherTabsEntries)
+{
+    for (quint64 word : {TOT_FUTURE, TOT_ONEKEY_FUTURE}) {
+        COpBasketParamsWidget *form = makeForm();
+        form->handleEvent(5, static_cast<int>(TOT_SELL), 0, QString(), nullptr);
+        form->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr);
+        form->cell(COpBasketParamsWidget::CellCopies)->setInt(3);
+        ASSERT_FALSE(form->hedgeParams().isEmpty());
+
+        COpBasketParamsWidget *restored = makeForm();
+        restored->setParam(form->param());
+        EXPECT_EQ(restored->cell(COpBasketParamsWidget::CellCopies)->toInt(), 3) << word;
+    }
+}
+
 TEST_F(ParamPersistence, AnOlderTextWithEveryEntryUnderOneNameKeepsItsFirst)
 {
     // Older clients named every entry after the tab that was current while saving.
