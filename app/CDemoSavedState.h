@@ -14,13 +14,22 @@ public:
     static CDemoSavedState patchSettings(int role);
 
     QString filePath() const { return m_filePath; }
-    // The text saved last; empty when there is none or it cannot be read.
+    // The text saved last; empty when there is none or it cannot be read. A file that holds no
+    // text of this store's kind (damaged, cut short, too large) is renamed aside, to the name that
+    // keptAsidePath() then answers, so that the text saved on exit does not write over it.
     QString load() const;
-    // Replaces the saved text whole or not at all; false when it could not be written.
+    // Replaces the saved text whole or not at all; false when it could not be written, or when
+    // the last load() found an unreadable file it could not move aside.
     bool save(const QString &text) const;
+    // Where the last load() put an unreadable file; empty when it put none aside.
+    QString keptAsidePath() const { return m_keptAside; }
 
 private:
-    CDemoSavedState(int role, const char *fileNamePattern);
+    CDemoSavedState(int role, const char *fileNamePattern, bool (*isKnownText)(const QString &));
 
     QString m_filePath;
+    // Whether a file's text is of the kind this store writes; any other is kept aside.
+    bool (*m_isKnownText)(const QString &) = nullptr;
+    mutable QString m_keptAside;
+    mutable bool m_unreadableInPlace = false;
 };

@@ -267,6 +267,9 @@ int main(int argc, char **argv)
     const CDemoSavedState patchStore = CDemoSavedState::patchSettings(role);
     if (!scripted)
         keepPatchSettings(patchStore);
+    if (!savedState.keptAsidePath().isEmpty())
+        std::fprintf(stderr, "basket-demo: the saved state could not be read; kept as %s, starting from the defaults\n",
+                     qPrintable(savedState.keptAsidePath()));
 
     CDemoMainWindow window;
     CDemoLogging::attachPane([&window](const QString &line) { window.appendLog(QStringLiteral("日志 ") + line); });

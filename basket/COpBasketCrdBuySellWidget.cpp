@@ -96,7 +96,9 @@ void COpBasketCrdBuySellWidget::setParam(const QString &text)
         id = 52;
     m_group->setCheckedByID(id);
 
-    readKeptSettings(parts, true);
+    // Every kept setting is read, the shown operation's included: reading only operations the
+    // block already kept took nothing into a new panel, so the user's settings were lost.
+    readKeptSettings(parts, false);
 }
 
 bool COpBasketCrdBuySellWidget::handleEvent(int event, int id, int value, QString text, void *data)

@@ -61,8 +61,16 @@ void COpBasketOptMemoryWidget::loadKeptSetting(int operation)
 
 QString COpBasketOptMemoryWidget::param() const
 {
+    // The operation on view is written with what the block shows now, even before it was ever
+    // left, or what the user set on it would be lost with the text.
+    QMap<int, ttservice::COrderSetting> settings = m_orderSettings;
+    if (m_param && m_param->table()) {
+        ttservice::COrderSetting fresh;
+        m_param->table()->saveOpParam(QString(), fresh);
+        settings.insert(m_currentOpt, fresh);
+    }
     QStringList parts{QString::number(m_currentOpt)};
-    for (auto it = m_orderSettings.cbegin(); it != m_orderSettings.cend(); ++it)
+    for (auto it = settings.cbegin(); it != settings.cend(); ++it)
         parts << QString::number(it.key()) << orderSettingToString(it.value());
     return parts.join(QLatin1Char('%'));
 }

@@ -80,7 +80,7 @@ public:
     QString param() const;
     void setParam(const QString &text);
     void setOldParam(const QString &text);
-    // The name under which a per-tab entry is saved. It looks at the current tab, not at word.
+    // The name under which the per-tab entry of the tab word is saved.
     std::string getBsonName(quint64 word) const;
     static quint64 getOpTypeFromQString(const QString &name);
     // The form's memory per tab word: the "*" text of saveHedgeParam.

@@ -58,6 +58,14 @@ quint64 savedWord(const QString &text)
     return static_cast<quint64>(static_cast<qint64>(savedInt(text)));
 }
 
+// The tab of a saved text: a word of none of the tabs (damaged, or 0) opens the buy tab, as the
+// panel would otherwise stand on a tab that does not exist.
+quint64 savedTab(const QString &text)
+{
+    const quint64 word = savedWord(text);
+    return (word & TOT_ALL_TABS_MASK) == 0 ? TOT_BUY : word;
+}
+
 QString cellText(const WK::CParameterCell *cell)
 {
     return QString::number(cell->toDouble(), 'g', 6);
@@ -79,19 +87,18 @@ QString fieldText(const bson::BSONObj &obj, const char *key)
 
 std::string COpBasketParamsWidget::getBsonName(quint64 word) const
 {
-    // The entry's own word is not looked at: every entry is named after the tab that is current
-    // while saving. Clients read their texts back by these names, so it stays that way.
-    Q_UNUSED(word)
-    const quint64 tab = m_tradeOpType;
-    if (tab & TOT_ALL)
+    // Each entry under the name of its own tab: named after the tab current while saving, as
+    // older clients did, the entries of every other tab shared one name and all but one were
+    // lost when the text was read back. Their texts are still read as before.
+    if (word & TOT_ALL)
         return "COM_ALL";
-    if (tab & TOT_CREDIT)
+    if (word & TOT_CREDIT)
         return "COM_CRD_ALL";
-    if (tab & TOT_SGT)
+    if (word & TOT_SGT)
         return "COM_SGT_ALL";
-    if (tab & TOT_HGT)
+    if (word & TOT_HGT)
         return "COM_HGT_ALL";
-    if (tab & TOT_SELL)
+    if (word & TOT_SELL)
         return "COM_SELL";
     return "COM_BUY";
 }
@@ -178,9 +185,7 @@ void COpBasketParamsWidget::setParam(const QString &text)
     try {
         const bson::BSONObj obj = bson::fromjson(text.toStdString());
 
-        m_tradeOpType = savedWord(fieldText(obj, "BS"));
-        if (m_tradeOpType == 0)
-            m_tradeOpType = TOT_BUY;
+        m_tradeOpType = savedTab(fieldText(obj, "BS"));
         if (m_tradeOpType & kConnectBits)
             m_tradeOpType = getGgtTradeOpType(m_tradeOpType);
 
@@ -268,7 +273,9 @@ void COpBasketParamsWidget::setParam(const QString &text)
             m_tradeOpType = TOT_BUY;
 
         setCurrentOperationType(m_tradeOpType);
-        if (!m_hedgeParams.isEmpty())
+        // Only the tab's own entry applies; a tab without one (the futures tabs keep none) keeps
+        // the sizing the text gave it instead of falling back to one copy.
+        if (m_hedgeParams.contains(m_tradeOpType))
             loadHedgeParam();
         updateCmdParamVisible();
         deliverEvent(1072, 0, static_cast<int>(m_tradeOpType), QString(), nullptr);
@@ -289,9 +296,7 @@ void COpBasketParamsWidget::setOldParam(const QString &text)
 
     if (count > 0 && m_tabGroup) {
         // Old clients had no connect tabs, so their words need no mapping.
-        m_tradeOpType = savedWord(parts.at(0));
-        if (m_tradeOpType == 0)
-            m_tradeOpType = TOT_BUY;
+        m_tradeOpType = savedTab(parts.at(0));
     }
     QString fallback;
     if (count > 1 && m_stockParams) {
@@ -344,7 +349,7 @@ void COpBasketParamsWidget::setOldParam(const QString &text)
     }
 
     setCurrentOperationType(m_tradeOpType);
-    if (!m_hedgeParams.isEmpty())
+    if (m_hedgeParams.contains(m_tradeOpType))
         loadHedgeParam();
     updateCmdParamVisible();
     deliverEvent(1072, 0, static_cast<int>(m_tradeOpType), QString(), nullptr);

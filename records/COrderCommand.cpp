@@ -36,9 +36,10 @@ void COrderCommand::bsonValueFromObj(bson::BSONObj obj, bool partial, const IDat
         m_orders.clear();
         bson::BSONObjIterator it(obj.getObjectField("os"));
         while (it.more()) {
+            // An element that is no object is no line; Obj() would throw on it.
             const bson::BSONElement element = it.next();
             if (element.type() != bson::Object)
-                continue; // a damaged line is no line
+                continue;
             CCodeOrderParam line;
             line.bsonValueFromObj(element.Obj());
             m_orders.push_back(line);

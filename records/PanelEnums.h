@@ -22,7 +22,9 @@ enum ETradeOperationType : quint64 {
 constexpr quint64 TOT_ALL_TABS_MASK = 0x187e00;
 
 // The kind of temporary list a basket picker holds instead of a stored basket.
-enum ETempBatchOrderFlag {
+// Fixed to int: the flag words also carry bits of their own (64, the system groups), which an
+// enumeration without a fixed type could not hold.
+enum ETempBatchOrderFlag : int {
     BATCH_NONE = 0,
     BATCH_BUY = 1,
     BATCH_SELL = 2,

@@ -118,18 +118,20 @@ const StoredOperation kStored[] = {
 INSTANTIATE_TEST_SUITE_P(Texts, CreditText, ::testing::ValuesIn(kStored),
                          [](const auto &info) { return std::string(info.param.name); });
 
-TEST_F(ModeWidgets, creditTextKeepsTheSettingsOfVisitedOperations)
+TEST_F(ModeWidgets, creditTextKeepsTheSettingsOfVisitedOperationsAndOfTheShownOne)
 {
     auto *source = new TC::COpBasketCrdBuySellWidget(&parent);
     setStep(source->getParamWidget(), 0.4);
     press(source->buttonGroup(), 52);
+    setStep(source->getParamWidget(), 0.7);
     const QString text = source->param();
     EXPECT_TRUE(text.startsWith(QStringLiteral("22%18%"))) << text.toStdString();
 
+    // The block of a new panel, which has visited nothing.
     auto *target = new TC::COpBasketCrdBuySellWidget(&parent);
-    press(target->buttonGroup(), 52); // the credit widget only takes what it has visited
     target->setParam(text);
     EXPECT_DOUBLE_EQ(target->orderSettings().value(18).m_stepValue, 0.4);
+    EXPECT_DOUBLE_EQ(target->orderSettings().value(22).m_stepValue, 0.7);
 }
 
 // --- futures ---

@@ -224,18 +224,16 @@ INSTANTIATE_TEST_SUITE_P(
                       ConnectCase{"neither", {}, TOT_BUY}),
     [](const auto &info) { return std::string(info.param.name); });
 
-TEST_F(ParamPersistence, NamesOfTheEntriesReadBackAsTheTabThatWroteThem)
+TEST_F(ParamPersistence, NamesOfTheEntriesReadBackAsTheirOwnTab)
 {
-    for (quint64 word : {TOT_BUY, TOT_SELL, TOT_ALL, TOT_CREDIT, TOT_HGT, TOT_SGT, TOT_FUTURE, TOT_ONEKEY_FUTURE}) {
-        COpBasketParamsWidget *form = makeForm();
-        form->setCurrentOperationType(word);
-        const quint64 back = COpBasketParamsWidget::getOpTypeFromQString(QString::fromStdString(form->getBsonName(0)));
-        const bool futures = word == TOT_FUTURE || word == TOT_ONEKEY_FUTURE;
-        EXPECT_EQ(back, futures ? TOT_BUY : word) << word;
+    COpBasketParamsWidget *form = makeForm();
+    for (quint64 word : {TOT_BUY, TOT_SELL, TOT_ALL, TOT_CREDIT, TOT_HGT, TOT_SGT}) {
+        const quint64 back = COpBasketParamsWidget::getOpTypeFromQString(QString::fromStdString(form->getBsonName(word)));
+        EXPECT_EQ(back, word) << word;
     }
 }
 
-TEST_F(ParamPersistence, TextSavedOnTheFuturesTabNamesEveryEntryAfterTheBuyTab)
+TEST_F(ParamPersistence, EveryTabsEntryComesBackWhicheverTabTheTextWasSavedOn)
 {
     COpBasketParamsWidget *form = makeForm();
     for (quint64 word : {TOT_SELL, TOT_CREDIT, TOT_FUTURE})
@@ -245,15 +243,45 @@ TEST_F(ParamPersistence, TextSavedOnTheFuturesTabNamesEveryEntryAfterTheBuyTab)
     const QString text = form->param();
     EXPECT_FALSE(form->hedgeParams().contains(TOT_FUTURE)) << "the futures tab keeps no entry";
     const bson::BSONObj inner = parsed(field(parsed(text), "bsonParam"));
-    std::vector<std::string> names = fieldNames(inner);
-    EXPECT_EQ(names, std::vector<std::string>(3, "COM_BUY"));
+    EXPECT_EQ(fieldNames(inner), (std::vector<std::string>{"COM_BUY", "COM_SELL", "COM_CRD_ALL"}));
 
-    // Read back, the one name finds its first field: the entry of the lowest tab word.
     COpBasketParamsWidget *restored = makeForm();
     restored->setParam(text);
     EXPECT_EQ(restored->getTradeOpType(), TOT_FUTURE);
-    EXPECT_EQ(restored->hedgeParams().keys(), QList<quint64>{TOT_BUY});
-    EXPECT_EQ(restored->hedgeParams().value(TOT_BUY), form->hedgeParams().value(TOT_BUY));
+    EXPECT_EQ(restored->hedgeParams(), form->hedgeParams());
+    EXPECT_EQ(restored->param(), text);
+}
+
+TEST_F(ParamPersistence, AFuturesTabKeepsItsCopiesBesideOtherTabsEntries)
+{
+    for (quint64 word : {TOT_FUTURE, TOT_ONEKEY_FUTURE}) {
+        COpBasketParamsWidget *form = makeForm();
+        form->handleEvent(5, static_cast<int>(TOT_SELL), 0, QString(), nullptr);
+        form->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr);
+        form->cell(COpBasketParamsWidget::CellCopies)->setInt(3);
+        ASSERT_FALSE(form->hedgeParams().isEmpty());
+
+        COpBasketParamsWidget *restored = makeForm();
+        restored->setParam(form->param());
+        EXPECT_EQ(restored->cell(COpBasketParamsWidget::CellCopies)->toInt(), 3) << word;
+    }
+}
+
+TEST_F(ParamPersistence, AnOlderTextWithEveryEntryUnderOneNameKeepsItsFirst)
+{
+    // Older clients named every entry after the tab that was current while saving.
+    const QString buy = perTabText(TOT_BUY, 0, QStringLiteral("b1"));
+    const QString sell = perTabText(TOT_SELL, 0, QStringLiteral("b2"));
+    bson::BSONObjBuilder inner;
+    inner.append("COM_BUY", buy.toStdString());
+    inner.append("COM_BUY", sell.toStdString());
+    const QString text = formText({{"BS", QStringLiteral("512")},
+                                   {"bsonParam", QString::fromStdString(inner.obj().jsonString(bson::Strict, 0))}});
+
+    COpBasketParamsWidget *form = makeForm();
+    form->setParam(text);
+    EXPECT_EQ(form->hedgeParams().keys(), QList<quint64>{TOT_BUY});
+    EXPECT_EQ(form->hedgeParams().value(TOT_BUY).section(QLatin1Char('*'), 4, 4), QStringLiteral("b1"));
 }
 
 struct BatchCase

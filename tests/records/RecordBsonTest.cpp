@@ -105,6 +105,22 @@ TEST(RecordBson, CommandKeepsItsLinesAndHedgeObject)
     EXPECT_EQ(hedgeBack.m_contractCode, "IF2412");
 }
 
+TEST(RecordBson, CommandLinesThatAreNoObjectsAreSkipped)
+{
+    bson::BSONArrayBuilder lines;
+    lines.append(5);
+    lines.append(makeLine().toBson());
+    lines.append("text");
+    bson::BSONObjBuilder builder;
+    builder.append("ck", "cmd-1");
+    builder.append("os", lines.arr());
+
+    COrderCommand command;
+    command.bsonValueFromObj(builder.obj());
+    ASSERT_EQ(command.m_orders.size(), 1u);
+    EXPECT_EQ(command.m_orders[0].m_volume, makeLine().m_volume);
+}
+
 TEST(RecordBson, EmptyHedgeObjectMeansNoHedge)
 {
     COrderCommand command;

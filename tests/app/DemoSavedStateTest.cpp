@@ -1,0 +1,120 @@
+#include "CDemoSavedState.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void write(const QString &path, const QByteArray &bytes)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+class DemoSavedState : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(config.isValid());
+        qputenv("XDG_CONFIG_HOME", config.path().toUtf8());
+        QCoreApplication::setApplicationName(QStringLiteral("basket-demo"));
+    }
+
+    // Files in the demo's folder other than the saved text itself.
+    QStringList keptAside(const CDemoSavedState &state) const
+    {
+        const QFileInfo saved(state.filePath());
+        QStringList names = saved.dir().entryList(QDir::Files);
+        names.removeAll(saved.fileName());
+        return names;
+    }
+
+    QTemporaryDir config;
+};
+
+const QByteArray kPanelText = R"({ "BS" : "512", "AW" : "stk-001" }/COL:0,1,2/500/0/0/0)";
+
+struct UnreadableCase
+{
+    const char *name;
+    QByteArray bytes;
+};
+
+class UnreadableSavedState : public DemoSavedState, public ::testing::WithParamInterface<UnreadableCase>
+{
+};
+
+} // namespace
+
+TEST_F(DemoSavedState, APanelTextComesBackAndStaysWhereItIs)
+{
+    const CDemoSavedState state(90);
+    write(state.filePath(), kPanelText);
+    EXPECT_EQ(state.load(), QString::fromUtf8(kPanelText));
+    EXPECT_TRUE(state.keptAsidePath().isEmpty());
+    EXPECT_TRUE(keptAside(state).isEmpty());
+    EXPECT_EQ(contentOf(state.filePath()), kPanelText);
+}
+
+TEST_F(DemoSavedState, NoFileAndAnEmptyFileGiveTheDefaults)
+{
+    const CDemoSavedState state(200);
+    EXPECT_TRUE(state.load().isEmpty());
+    write(state.filePath(), QByteArray());
+    EXPECT_TRUE(state.load().isEmpty());
+    EXPECT_TRUE(keptAside(state).isEmpty());
+    EXPECT_TRUE(state.save(QStringLiteral("x")));
+}
+
+TEST_P(UnreadableSavedState, IsKeptAsideWholeAndTheNextSaveWritesANewFile)
+{
+    const CDemoSavedState state(90);
+    write(state.filePath(), GetParam().bytes);
+
+    EXPECT_TRUE(state.load().isEmpty());
+    ASSERT_FALSE(state.keptAsidePath().isEmpty());
+    EXPECT_EQ(keptAside(state), QStringList{QFileInfo(state.keptAsidePath()).fileName()});
+    EXPECT_EQ(contentOf(state.keptAsidePath()), GetParam().bytes);
+
+    ASSERT_TRUE(state.save(QString::fromUtf8(kPanelText)));
+    EXPECT_EQ(contentOf(state.filePath()), kPanelText);
+    EXPECT_EQ(contentOf(state.keptAsidePath()), GetParam().bytes);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, UnreadableSavedState,
+    ::testing::Values(UnreadableCase{"notUtf8", QByteArray("{ \"BS\" : \"512\" }/\xff\xfe/500")},
+                      UnreadableCase{"cutShort", kPanelText.left(12)},
+                      UnreadableCase{"withNul", QByteArray("{ \"BS\" : \"512\" }\0/500", 21)},
+                      UnreadableCase{"anotherProgramsJson", QByteArray("{ \"width\" : 3 }/500")},
+                      UnreadableCase{"tooLarge", QByteArray(5 * 1024 * 1024, 'a')}),
+    [](const ::testing::TestParamInfo<UnreadableCase> &info) { return std::string(info.param.name); });
+
+// The patch sets are kept in a store of their own, in their own JSON: a text of that kind comes
+// back as it is (it is no panel text), and only a damaged one is kept aside.
+TEST_F(DemoSavedState, PatchSetsAreReadByTheirOwnKind)
+{
+    const CDemoSavedState patches = CDemoSavedState::patchSettings(90);
+    const QByteArray sets = R"({ "default" : "尾盘补单", "sets" : { "尾盘补单" : "0;1" } })";
+    write(patches.filePath(), sets);
+    EXPECT_EQ(patches.load(), QString::fromUtf8(sets));
+    EXPECT_TRUE(keptAside(patches).isEmpty());
+
+    write(patches.filePath(), kPanelText);
+    EXPECT_TRUE(patches.load().isEmpty());
+    EXPECT_FALSE(patches.keptAsidePath().isEmpty());
+    EXPECT_EQ(contentOf(patches.keptAsidePath()), kPanelText);
+}
