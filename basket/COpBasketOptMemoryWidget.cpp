@@ -55,8 +55,19 @@ void COpBasketOptMemoryWidget::keepCurrentSetting()
 
 void COpBasketOptMemoryWidget::loadKeptSetting(int operation)
 {
-    if (m_orderSettings.contains(operation) && m_param && m_param->table())
-        m_param->table()->loadOpParam(m_orderSettings.value(operation), 0.01);
+    if (m_orderSettings.contains(operation))
+        applySetting(m_orderSettings.value(operation));
+}
+
+void COpBasketOptMemoryWidget::applySetting(const ttservice::COrderSetting &setting)
+{
+    if (!m_param || !m_param->table())
+        return;
+    // Each operation keeps the order type it was left with too; set first, since it decides
+    // which price types the table offers.
+    if (setting.m_orderType >= 0)
+        m_param->table()->setOrderType(setting.m_orderType);
+    m_param->table()->loadOpParam(setting, 0.01);
 }
 
 QString COpBasketOptMemoryWidget::param() const
@@ -83,8 +94,8 @@ void COpBasketOptMemoryWidget::readKeptSettings(const QStringList &parts, bool o
             continue;
         const ttservice::COrderSetting setting = orderSettingFromString(parts.at(i + 1));
         m_orderSettings.insert(key, setting);
-        if (key == m_currentOpt && m_param && m_param->table())
-            m_param->table()->loadOpParam(setting, 0.01);
+        if (key == m_currentOpt)
+            applySetting(setting);
     }
 }
 

@@ -60,6 +60,8 @@ protected:
     void keepCurrentSetting();
     // Brings back the kept setting of an operation, if there is one.
     void loadKeptSetting(int operation);
+    // Puts a kept setting, order type included, into the block's table.
+    void applySetting(const ttservice::COrderSetting &setting);
     // Reads the kept settings of a text split at "%", from its second part on; with onlyKnown,
     // only operations already kept are taken.
     void readKeptSettings(const QStringList &parts, bool onlyKnown);

@@ -434,6 +434,7 @@ ttservice::COrderSetting COrderParamBaseTable::currentSetting() const
     setting.m_validSeconds = m_validCell->value();
     setting.m_stepFlag = m_stepFlag;
     setting.m_priceType = priceType();
+    setting.m_orderType = orderType();
     const long long day = dayStart(getTimeService()->currentTime());
     setting.m_startTime = static_cast<time_t>(day + startSeconds());
     setting.m_endTime = static_cast<time_t>(day + endSeconds());

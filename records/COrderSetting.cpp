@@ -13,6 +13,7 @@ void COrderSetting::appendElements(bson::BSONObjBuilder &builder) const
     builder.append("st", static_cast<long long>(m_startTime));
     builder.append("et", static_cast<long long>(m_endTime));
     builder.append("pt", m_priceType);
+    builder.append("ot", m_orderType);
 }
 
 void COrderSetting::bsonValueFromObj(bson::BSONObj obj, bool partial, const IData *base)
@@ -28,6 +29,7 @@ void COrderSetting::bsonValueFromObj(bson::BSONObj obj, bool partial, const IDat
     m_startTime = static_cast<time_t>(bsonInt64(obj, "st", d.m_startTime));
     m_endTime = static_cast<time_t>(bsonInt64(obj, "et", d.m_endTime));
     m_priceType = bsonInt(obj, "pt", d.m_priceType);
+    m_orderType = bsonInt(obj, "ot", d.m_orderType);
 }
 
 } // namespace ttservice

@@ -8,7 +8,7 @@
 
 namespace ttservice {
 
-// Price step, validity and price type of an order, as the parameter tables keep them per
+// Price step, validity, price type and order type of an order, as the parameter tables keep them per
 // operation.
 class BASKET_RECORDS_EXPORT COrderSetting : public IData
 {
@@ -23,6 +23,9 @@ public:
     time_t m_endTime = 0;
     // ttservice::EPriceType; -1 leaves the table's price type as it is.
     int m_priceType = -1;
+    // ttservice::EOrderType the table showed. Only the blocks that keep a setting per operation
+    // (credit, futures) bring it back; -1 (texts written before it was kept) brings back none.
+    int m_orderType = -1;
 
     std::string getKey() const override { return std::string(); }
     void appendElements(bson::BSONObjBuilder &builder) const override;

@@ -134,6 +134,28 @@ TEST_F(ModeWidgets, creditTextKeepsTheSettingsOfVisitedOperationsAndOfTheShownOn
     EXPECT_DOUBLE_EQ(target->orderSettings().value(22).m_stepValue, 0.7);
 }
 
+// Each credit operation keeps the order type it was left with: through the block's text and
+// when the trader comes back to the operation.
+TEST_F(ModeWidgets, creditOperationsKeepTheirOrderTypes)
+{
+    auto *source = new TC::COpBasketCrdBuySellWidget(&parent);
+    TC::CGlobalOrderParamTable *table = source->getParamWidget()->table();
+    press(source->buttonGroup(), 108);
+    ASSERT_TRUE(table->setOrderType(5));
+    press(source->buttonGroup(), 52);
+    ASSERT_TRUE(table->setOrderType(4));
+    press(source->buttonGroup(), 108);
+    EXPECT_EQ(table->orderType(), 5);
+    press(source->buttonGroup(), 52);
+    EXPECT_EQ(table->orderType(), 4);
+
+    auto *target = new TC::COpBasketCrdBuySellWidget(&parent);
+    target->setParam(source->param());
+    EXPECT_EQ(target->getParamWidget()->table()->orderType(), 4);
+    press(target->buttonGroup(), 108);
+    EXPECT_EQ(target->getParamWidget()->table()->orderType(), 5);
+}
+
 // --- futures ---
 
 TEST_F(ModeWidgets, futuresPressChangesTheBlockAndTellsTheFuturesWord)
