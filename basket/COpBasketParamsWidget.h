@@ -30,6 +30,10 @@ class QComboBox;
 class QKeyEvent;
 class QPaintEvent;
 
+namespace ttservice {
+class COrderCommand;
+} // namespace ttservice
+
 namespace WK {
 class CComboBox;
 class CMessageTip;
@@ -350,7 +354,8 @@ private:
     void updateParamsByAccount();
     void setParities();
     // The common body of the two instruction loaders, over the lines they picked.
-    bool loadCommandLines(const std::vector<ttservice::CCodeOrderParam> &lines, bool fillUi);
+    bool loadCommandLines(const ttservice::COrderCommand &command, const std::vector<ttservice::CCodeOrderParam> &lines,
+                          bool fillUi);
     void fillCommandTable(const ttservice::CCodeOrderParam &line, int tableType, const QString &tableText);
     void logUserAction(const boost::format &text);
     void reportCheckFailure(const QString &message, QString &error, QWidget *tipAnchor);

@@ -113,7 +113,7 @@ bool COpBasketParamsWidget::updateParamsByCmd(bool fillUi)
     const boost::shared_ptr<ttservice::COrderCommand> command = CTradeClient::instance()->getCommandByKey(m_commandKey);
     if (!command || !isExecutableBy(*command, getUserConfig()->getUserId()) || m_commandOpType != m_tradeOpType)
         return false;
-    return loadCommandLines(command->m_orders, fillUi);
+    return loadCommandLines(*command, command->m_orders, fillUi);
 }
 
 bool COpBasketParamsWidget::updateParamsBySubCmd(bool fillUi, const sSplitCmdInfo &info)
@@ -134,32 +134,32 @@ bool COpBasketParamsWidget::updateParamsBySubCmd(bool fillUi, const sSplitCmdInf
                 continue;
             if (!isSubCmdOrder(item->m_status))
                 return false;
-            return loadCommandLines(item->m_records.front()->m_orders, fillUi);
+            return loadCommandLines(*command, item->m_records.front()->m_orders, fillUi);
         }
         return false;
     }
     const boost::shared_ptr<ttservice::CSubCommandRecord> &record = info.m_subRecord;
     if (!record || record->m_orders.empty() || !isSubCmdOrder(record->m_status) || record->m_userId != userId)
         return false;
-    return loadCommandLines(record->m_orders, fillUi);
+    return loadCommandLines(*command, record->m_orders, fillUi);
 }
 
-bool COpBasketParamsWidget::loadCommandLines(const std::vector<CCodeOrderParam> &lines, bool fillUi)
+bool COpBasketParamsWidget::loadCommandLines(const ttservice::COrderCommand &command,
+                                             const std::vector<CCodeOrderParam> &lines, bool fillUi)
 {
-    const boost::shared_ptr<ttservice::COrderCommand> command = CTradeClient::instance()->getCommandByKey(m_commandKey);
     // Built aside and put in place at the end: choosing the basket below recalculates the form,
     // which comes back here, and must not find half a list.
     std::vector<CCodeOrderParam> params;
     QList<CBasketStockData> quoteRows;
-    if (command && m_accountsWidget && m_basketsCombo) {
+    if (m_accountsWidget && m_basketsCombo) {
         if (fillUi) {
             m_accountsWidget->setEnabled(true);
             m_accountsWidget->setAllAccountEnable(false);
             // An instruction made without a basket names none; an empty name is no basket to enter.
-            if (!command->m_basketName.empty())
-                m_basketsCombo->setBasket(QString::fromStdString(command->m_basketName), true);
+            if (!command.m_basketName.empty())
+                m_basketsCombo->setBasket(QString::fromStdString(command.m_basketName), true);
         }
-        const QStringList tableTexts = QString::fromStdString(command->m_tableSettings).split(QLatin1Char('@'), Qt::KeepEmptyParts);
+        const QStringList tableTexts = QString::fromStdString(command.m_tableSettings).split(QLatin1Char('@'), Qt::KeepEmptyParts);
         const QStringList displayed = m_accountsWidget->getDisplayedAccounts();
         QSet<QString> commandAccounts;
         // A ratio outside 0..100 % would execute more than is left, or a negative volume.
@@ -169,7 +169,7 @@ bool COpBasketParamsWidget::loadCommandLines(const std::vector<CCodeOrderParam> 
                 continue;
             CCodeOrderParam line = lines[i];
             if (fillUi)
-                fillCommandTable(line, command->m_tableType,
+                fillCommandTable(line, command.m_tableType,
                                  int(i) < tableTexts.size() ? tableTexts.at(int(i)) : QString());
             // An unknown traded volume counts as nothing traded yet.
             const double traded = ttservice::isNoValue(line.m_tradedVolume) ? 0.0 : line.m_tradedVolume;
