@@ -1,6 +1,7 @@
 #include "COpBasketParamsButtonsBar.h"
 
 #include "COpOneKeyFutureButtonsBarSettingWidget.h"
+#include "ConnectTabs.h"
 
 #include "CCheckBox.h"
 #include "CLogCenter.h"
@@ -35,11 +36,6 @@ const char kLinkColorKey[] = "clr_clickable_simple_text";
 const char kLinkFontKey[] = "tc_fnt_operation_txt_stop_loss";
 const char kTextFontKey[] = "fnt_default_normal";
 constexpr int kFutureTextHeight = 22;
-
-bool isConnectTab(quint64 tab)
-{
-    return tab == TOT_HGT || tab == TOT_SGT;
-}
 
 bool isYesterdayFirst(int op)
 {

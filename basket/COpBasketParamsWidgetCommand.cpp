@@ -8,6 +8,7 @@
 #include "COpBasketParamsButtonsBar.h"
 #include "COpBasketStockParamsWidget.h"
 #include "COpBasketsComboBox.h"
+#include "ConnectTabs.h"
 
 #include "CAccountData.h"
 #include "CComboxNameWidget.h"
@@ -36,11 +37,6 @@ using ttservice::CCodeOrderParam;
 
 // A remaining volume of this size or more is the service's mark for "not known", never a volume.
 constexpr qint64 kUnknownRemainder = 0x7fffffff;
-
-bool isConnectWord(quint64 word)
-{
-    return word == TOT_HGT || word == TOT_SGT;
-}
 
 // Only an instruction that is new (0) or partly executed (2), last handed to this user, may be
 // executed here.
@@ -226,7 +222,7 @@ void COpBasketParamsWidget::fillCommandTable(const CCodeOrderParam &line, int ta
     } else if (m_commandOpType == TOT_CREDIT) {
         modeWidget = m_crdWidget;
         block = m_crdWidget ? m_crdWidget->getParamWidget() : nullptr;
-    } else if (isConnectWord(m_commandOpType)) {
+    } else if (isConnectTab(m_commandOpType)) {
         modeWidget = m_ggtWidget;
         if (m_ggtWidget)
             block = buy ? m_ggtWidget->getBuyParam() : m_ggtWidget->getSellParam();
@@ -263,7 +259,7 @@ void COpBasketParamsWidget::updateParamsByAccount()
 
 void COpBasketParamsWidget::setParities()
 {
-    if (!isConnectWord(m_tradeOpType) || !m_accountsWidget || !m_buttonsBar)
+    if (!isConnectTab(m_tradeOpType) || !m_accountsWidget || !m_buttonsBar)
         return;
     const boost::shared_ptr<ttservice::IDataCenter> center = ttservice::TraderCenter::instance()->getDataCenter();
     double buyParity = 0.0;

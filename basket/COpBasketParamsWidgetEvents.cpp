@@ -10,6 +10,7 @@
 #include "COpBasketPatchSettingWidget.h"
 #include "COpBasketStockParamsWidget.h"
 #include "COpBasketsComboBox.h"
+#include "ConnectTabs.h"
 
 #include "CAlgorithmHelpDialog.h"
 #include "CCommonHelpDialog.h"
@@ -41,12 +42,6 @@ namespace {
 
 constexpr int kTraderRole = 200;
 constexpr int kSystemBasketFlag = 64;
-
-bool isConnectWord(quint64 word)
-{
-    return word == TOT_HGT || word == TOT_SGT;
-}
-
 
 // The log text of a committed cell, by the cell's id; null for cells that are not logged.
 const char *cellLogText(int id)
@@ -135,7 +130,7 @@ bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString te
                 if (m_entrustLabel)
                     m_entrustLabel->hide();
             }
-            const quint64 word = isConnectWord(idWord) ? getGgtTradeOpType(m_ggtOpType) : idWord;
+            const quint64 word = isConnectTab(idWord) ? getGgtTradeOpType(m_ggtOpType) : idWord;
             saveHedgeParam();
             setCurrentOperationType(word);
             if (m_basketsCombo) {
@@ -235,7 +230,7 @@ bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString te
         if (id == 5) {
             const quint64 tab = m_tradeOpType;
             const bool ownTab = tab == TOT_BUY || tab == TOT_SELL || tab == TOT_ALL || tab == TOT_CREDIT
-                || tab == TOT_FUTURE || isConnectWord(tab);
+                || tab == TOT_FUTURE || isConnectTab(tab);
             if (QWidget *block = ownTab ? modeWidgetOf(tab) : m_ftrOneKeyWidget)
                 block->setVisible(value == 1);
             if (m_expandBtn)
@@ -323,7 +318,7 @@ bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString te
     case 1167:
         if (m_basketsCombo && m_basketsCombo->batchOp() == ETempBatchOrderFlags(BATCH_BUY_SELL))
             m_basketsCombo->setBatchOp(BATCH_NONE, true);
-        if (m_basketsCombo && isConnectWord(m_tradeOpType) && getUserConfig()->getRole() != kTraderRole) {
+        if (m_basketsCombo && isConnectTab(m_tradeOpType) && getUserConfig()->getRole() != kTraderRole) {
             const int brokerType = pickerBrokerTypeOf(m_tradeOpType);
             if (m_basketsCombo->getBrokerType() != brokerType)
                 m_basketsCombo->setBatchOp(BATCH_NONE, true);

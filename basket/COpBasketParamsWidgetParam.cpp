@@ -168,6 +168,10 @@ QString COpBasketParamsWidget::param() const
     }
     if (m_contractCell)
         add("CTCN", QString::number(m_contractCell->toInt()));
+    // The percentage of the net-value and available-money modes has no place in the per-tab
+    // text; without this key a restart sized at 100 % whatever percentage the trader had typed.
+    if (m_ratioCell)
+        add("RC", cellText(m_ratioCell));
 
     return QString::fromStdString(builder.obj().jsonString(bson::Strict, 0));
 }
@@ -268,6 +272,8 @@ void COpBasketParamsWidget::setParam(const QString &text)
 
         if (obj.hasField("CTCN") && m_contractCell)
             m_contractCell->setValue(savedInt(fieldText(obj, "CTCN")));
+        if (obj.hasField("RC") && m_ratioCell)
+            m_ratioCell->setValue(savedDouble(fieldText(obj, "RC")));
 
         if ((m_tradeOpType == TOT_HGT || m_tradeOpType == TOT_SGT) && !TC::hasComposeGgtType())
             m_tradeOpType = TOT_BUY;
@@ -430,15 +436,11 @@ void COpBasketParamsWidget::loadHedgeParam()
     resetVolumnCombobox();
 
     if (count > 5 && batch == 0) {
-        const int mode = savedInt(parts.at(5));
-        setCurrentVolumnIndex(mode);
-        if (mode == VT_COPIES || mode == VT_MONEY) {
-            showCopiesOrMoney(mode);
-            if (m_ratioCell)
-                m_ratioCell->hide();
-            if (m_assetRatioCell)
-                m_assetRatioCell->hide();
-        }
+        setCurrentVolumnIndex(savedInt(parts.at(5)));
+        // The sizing row tells the form only of the trader's own picks, so the cell of the mode
+        // set here is shown here: the cell of the mode the combo held before stayed on view, a
+        // money cell beside sizing by index units or by net value.
+        setItemsVisible(getCurrentVolumnType(), 0);
     }
     if (count > 6)
         resetCopiesValidator(savedDouble(parts.at(6)));

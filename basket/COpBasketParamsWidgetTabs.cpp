@@ -11,6 +11,7 @@
 #include "COpBasketReplaceStockToolBar.h"
 #include "COpBasketStockParamsWidget.h"
 #include "COpBasketsComboBox.h"
+#include "ConnectTabs.h"
 
 #include "CComboBox.h"
 #include "CComboxNameWidget.h"
@@ -35,11 +36,6 @@ namespace TC {
 namespace {
 
 constexpr int kTraderRole = 200;
-
-bool isConnectTab(quint64 word)
-{
-    return word == TOT_HGT || word == TOT_SGT;
-}
 
 bool isTraderSide()
 {

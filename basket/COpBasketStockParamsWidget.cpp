@@ -41,6 +41,17 @@ constexpr long long kBeijingOffset = 8 * 3600;
 // The setting's JSON holds ":", the separator of the block's own list, and "$" (of its 64-bit
 // numbers), the separator of the one-key futures text that carries two blocks; neither ";" nor
 // "~" ever occurs in it.
+// What is kept for one operation. The block shows one order type for all of its operations
+// (written once, as currentOrderType) and never reads one back from a kept setting, so none is
+// kept: a copy per operation would only record whichever type was on view when it was left.
+COrderSetting keptSetting(const CGlobalOrderParamTable &table)
+{
+    COrderSetting setting;
+    table.saveOpParam(QString(), setting);
+    setting.m_orderType = -1;
+    return setting;
+}
+
 QString packSetting(const COrderSetting &setting)
 {
     return orderSettingToString(setting).replace(QLatin1Char(':'), QLatin1Char(';')).replace(QLatin1Char('$'), QLatin1Char('~'));
@@ -218,10 +229,8 @@ void COpBasketStockParamsWidget::setOperationType(int operation)
     }
 
     m_table->saveVisibleFlag();
-    COrderSetting setting;
-    m_table->saveOpParam(QString(), setting);
     // The first setting ever kept stands for all operations not visited yet.
-    m_settings.insert(m_settings.isEmpty() ? m_defaultKey : m_operationType, setting);
+    m_settings.insert(m_settings.isEmpty() ? m_defaultKey : m_operationType, keptSetting(*m_table));
     const QString trdText = captureTrdParams();
     if (!m_trdParams.isEmpty()) {
         m_trdParams.insert(m_operationType, trdText);
@@ -258,12 +267,10 @@ QString COpBasketStockParamsWidget::param() const
     const QString freshTrd = captureTrdParams();
     for (auto it = m_trdParams.cbegin(); it != m_trdParams.cend(); ++it)
         parts << QStringLiteral("%1TrdParams=").arg(it.key()) + (it.key() == m_operationType ? freshTrd : it.value());
-    COrderSetting fresh;
-    m_table->saveOpParam(QString(), fresh);
     // The operation on view is written even before it was ever left, or what the user set on it
     // would be lost with the text.
     QMap<int, COrderSetting> settings = m_settings;
-    settings.insert(m_operationType, fresh);
+    settings.insert(m_operationType, keptSetting(*m_table));
     for (auto it = settings.cbegin(); it != settings.cend(); ++it)
         parts << QStringLiteral("%1=").arg(it.key()) + packSetting(it.value());
     parts << m_table->getSingleVqAlgoUiParam(kVqTraderType);
@@ -310,7 +317,9 @@ void COpBasketStockParamsWidget::setParam(const QString &text)
             if (!key.isEmpty())
                 m_trdParams.insert(key.toInt(), value);
         } else if (!value.contains(QLatin1Char('='))) {
-            m_settings.insert(name.toInt(), unpackSetting(value));
+            COrderSetting setting = unpackSetting(value);
+            setting.m_orderType = -1;
+            m_settings.insert(name.toInt(), setting);
         }
     }
     m_table->setSingleVqAlgoParam(kVqTraderType, parts.constLast());

