@@ -2,6 +2,8 @@
 
 #include "CBlackAndWhiteListService.h"
 #include "CExchangeRate.h"
+#include "CProductInfo.h"
+#include "CProductNetValue.h"
 #include "IDataCenter.h"
 #include "TraderCenter.h"
 #include "CExchangeClient.h"
@@ -42,6 +44,21 @@ const SampleAccount kAccounts[] = {
     {"fut-002", "90061235", "期货对冲二号", "量化三号产品", ttservice::BROKER_TYPE_FUTURE, 7200000.0, 11000000.0},
     {"hgt-001", "510000771", "沪港通账户", "成长二号产品", ttservice::BROKER_TYPE_HGT, 3000000.0, 7000000.0},
     {"crd-002", "880012346", "信用二号", "量化三号产品", ttservice::BROKER_TYPE_CREDIT, 4100000.0, 13500000.0},
+};
+
+// The products the accounts belong to, with their net values: sizing by the product's net value
+// reads them.
+struct SampleProduct
+{
+    const char *name;
+    int id;
+    double netValue;
+};
+
+const SampleProduct kProducts[] = {
+    {"稳健一号产品", 101, 86000000.0},
+    {"成长二号产品", 102, 34500000.0},
+    {"量化三号产品", 103, 79000000.0},
 };
 
 const char *const kModules[] = {
@@ -190,11 +207,29 @@ void CSampleClient::install(const CSampleData &data, int role)
             positions = futuresPositionsFor(data, futuresIndex++);
         user->addAccount(info, detail, positions);
     }
+    const auto center = ttservice::TraderCenter::instance()->getDataCenter();
+    for (const SampleAccount &sample : kAccounts) {
+        for (const SampleProduct &known : kProducts) {
+            if (qstrcmp(known.name, sample.product) != 0)
+                continue;
+            ttservice::CProductInfo product;
+            product.m_productId = known.id;
+            product.m_productName = known.name;
+            user->setAccountProduct(sample.key, product);
+            const auto accountData = center ? center->getAccountData(sample.key) : nullptr;
+            if (accountData) {
+                auto netValue = boost::make_shared<ttservice::CProductNetValue>();
+                netValue->m_productId = known.id;
+                netValue->m_netValue = known.netValue;
+                accountData->setData(ttservice::DATA_TYPE_PRODUCT_NET_VALUE, netValue);
+            }
+        }
+    }
     user->addPortfolio(samplePortfolio(data));
     user->setHasPortfolio(true);
 
     // The connect account's rates, as its data centre has them: the Hong Kong tab prices by them.
-    if (const auto center = ttservice::TraderCenter::instance()->getDataCenter()) {
+    if (center) {
         if (const auto hgt = center->getAccountData("hgt-001")) {
             auto rate = boost::make_shared<ttservice::CExchangeRate>();
             rate->m_buyRate = 0.9186;

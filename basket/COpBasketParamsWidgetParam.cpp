@@ -285,6 +285,11 @@ void COpBasketParamsWidget::setParam(const QString &text)
             loadHedgeParam();
         updateCmdParamVisible();
         deliverEvent(1072, 0, static_cast<int>(m_tradeOpType), QString(), nullptr);
+        // The list was sized when the basket was restored, before the tab's entry gave the
+        // sizing mode and its percentage (an index basket's own modes are offered only once it
+        // is chosen), so it could show and send 100 % of the assets beside a cell reading 15 %.
+        // It is sized again by what the form now shows, as a switch of tab does.
+        recalculate(0);
     } catch (const bson::DBException &) {
         setOldParam(text);
     }
@@ -359,6 +364,8 @@ void COpBasketParamsWidget::setOldParam(const QString &text)
         loadHedgeParam();
     updateCmdParamVisible();
     deliverEvent(1072, 0, static_cast<int>(m_tradeOpType), QString(), nullptr);
+    // As after the current text: sized by what the form shows once the tab's entry is read.
+    recalculate(0);
 }
 
 void COpBasketParamsWidget::saveHedgeParam() const

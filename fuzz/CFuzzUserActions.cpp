@@ -2,6 +2,7 @@
 
 #include "CFuzzPanelHost.h"
 
+#include "COpBasketFtrOneKeyWidget.h"
 #include "COpBasketParamsWidget.h"
 #include "COpBasketReplaceStockToolBar.h"
 #include "COpBasketStockParamsWidget.h"
@@ -139,9 +140,19 @@ QString CFuzzUserActions::describe(const TC::CBasketOperationPanel &panel)
         if (cell && cell->isVisibleTo(form))
             lines << QStringLiteral("cell %1 = %2").arg(which).arg(cell->toString());
     }
-    lines << QStringLiteral("price type %1 order type %2")
-                 .arg(form->getPriceType(form->getOperationType()))
-                 .arg(form->getOrderType(form->getOperationType()));
+    if (form->getTradeOpType() == TC::TOT_ONEKEY_FUTURE && form->ftrOneKeyWidget()) {
+        // The tab shows a block per side and no operation of its own; the form's stock block,
+        // which would stand for operation -1, is hidden there.
+        for (const TC::COpBasketStockParamsWidget *block :
+             {form->ftrOneKeyWidget()->getBuyParam(), form->ftrOneKeyWidget()->getSellParam()}) {
+            if (block)
+                lines << QStringLiteral("side price type %1 order type %2").arg(block->getPriceType()).arg(block->getOrderType());
+        }
+    } else {
+        lines << QStringLiteral("price type %1 order type %2")
+                     .arg(form->getPriceType(form->getOperationType()))
+                     .arg(form->getOrderType(form->getOperationType()));
+    }
     if (const TC::COpBasketReplaceStockToolBar *bar = form->replaceToolBar())
         lines << QStringLiteral("filters %1 %2 %3").arg(bar->isFilter()).arg(bar->isFilterZhangTing()).arg(bar->isFilterDieTing());
     return lines.join(QLatin1Char('\n'));

@@ -10,15 +10,35 @@ double bsonDouble(const bson::BSONObj &obj, const char *key, double fallback)
     return e.isNumber() ? e.Number() : fallback;
 }
 
+namespace {
+
+// A double outside the range of the integer it is read as (or not a number) is no value of it;
+// converting it would be undefined, so the field reads as absent.
+bool fitsInt(double value)
+{
+    return value >= -2147483648.0 && value < 2147483648.0;
+}
+
+bool fitsInt64(double value)
+{
+    return value >= -9223372036854775808.0 && value < 9223372036854775808.0;
+}
+
+} // namespace
+
 long long bsonInt64(const bson::BSONObj &obj, const char *key, long long fallback)
 {
     const bson::BSONElement e = obj.getField(key);
+    if (e.type() == bson::NumberDouble)
+        return fitsInt64(e.Number()) ? static_cast<long long>(e.Number()) : fallback;
     return e.isNumber() ? e.numberLong() : fallback;
 }
 
 int bsonInt(const bson::BSONObj &obj, const char *key, int fallback)
 {
     const bson::BSONElement e = obj.getField(key);
+    if (e.type() == bson::NumberDouble)
+        return fitsInt(e.Number()) ? static_cast<int>(e.Number()) : fallback;
     return e.isNumber() ? e.numberInt() : fallback;
 }
 
@@ -27,7 +47,9 @@ bool bsonBool(const bson::BSONObj &obj, const char *key, bool fallback)
     const bson::BSONElement e = obj.getField(key);
     if (e.type() == bson::Bool)
         return e.boolean();
-    return e.isNumber() ? e.numberInt() != 0 : fallback;
+    if (e.type() == bson::NumberDouble)
+        return e.Number() != 0.0;
+    return e.isNumber() ? e.numberLong() != 0 : fallback;
 }
 
 std::string bsonString(const bson::BSONObj &obj, const char *key, const std::string &fallback)

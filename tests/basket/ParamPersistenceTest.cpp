@@ -15,10 +15,18 @@
 #include "COpAccountsWidget.h"
 #include "COpBasketFutureParamsWidget.h"
 #include "CParameterCell.h"
+#include "CQuoteClient.h"
+#include "CAccountData.h"
+#include "CProductInfo.h"
+#include "CProductNetValue.h"
+#include "IDataCenter.h"
+#include "TraderCenter.h"
 #include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
 
 #include "Bson.h"
+
+#include <boost/make_shared.hpp>
 
 #include <QComboBox>
 #include <QStringList>
@@ -555,6 +563,18 @@ INSTANTIATE_TEST_SUITE_P(
                  }}),
     [](const auto &info) { return std::string(info.param.name); });
 
+CPriceData lastPrice(const char *code, double last)
+{
+    CPriceData price;
+    price.m_market = "SH";
+    price.m_stockCode = code;
+    price.m_lastPrice = last;
+    price.m_lastClose = last;
+    price.m_upStopPrice = last * 1.1;
+    price.m_downStopPrice = last * 0.9;
+    return price;
+}
+
 // A sizing mode chosen by the trader and the one cell it is typed in.
 struct ModeCase
 {
@@ -571,6 +591,21 @@ class RestoredMode : public ParamPersistence, public ::testing::WithParamInterfa
 TEST_P(RestoredMode, ShowsTheCellTheModeIsTypedIn)
 {
     const ModeCase &c = GetParam();
+    addAccount("x1", ttservice::BROKER_TYPE_STOCK);
+    // Every mode sizes to something: total assets, and a product with its net value.
+    const auto data = ttservice::TraderCenter::instance()->getDataCenter()->getAccountData("x1");
+    ttservice::CAccountDetail detail = *data->getAccountDetail();
+    detail.m_totalAsset = 3e8;
+    data->setAccountDetail(detail);
+    ttservice::CProductInfo product;
+    product.m_productId = 7;
+    getUserConfig()->setAccountProduct("x1", product);
+    auto netValue = boost::make_shared<ttservice::CProductNetValue>();
+    netValue->m_productId = 7;
+    netValue->m_netValue = 2e8;
+    data->setData(ttservice::DATA_TYPE_PRODUCT_NET_VALUE, netValue);
+    CQuoteClient::instance()->setStockPrice(lastPrice("600000", 10.0));
+    CQuoteClient::instance()->setStockPrice(lastPrice("000300", 3900.0));
     storeBasket(QStringLiteral("沪深300"), ttservice::BROKER_TYPE_STOCK);
     // An index basket of the CSI 300 offers every mode on the buy tab, sizing by index units too.
     CBasketSetting &index = getUserConfig()->baskets()[QStringLiteral("沪深300")];
@@ -580,10 +615,15 @@ TEST_P(RestoredMode, ShowsTheCellTheModeIsTypedIn)
 
     COpBasketParamsWidget *source = makeForm();
     source->setCurrentOperationType(TOT_BUY);
+    source->accountsWidget()->setSelectedAccount(QStringLiteral("x1"), true);
     source->basketsCombo()->setBasket(QStringLiteral("沪深300"), false);
     source->volumnCombobox()->setCurrentIndex(source->volumnCombobox()->findData(c.mode));
     source->handleEvent(64, 17, 0, QString(), nullptr);
     source->cell(c.cell)->setDouble(c.value);
+    source->updateBasketConfirmData();
+    ASSERT_EQ(source->getCodeOrderParams()->size(), 1u);
+    const int64_t sized = source->getCodeOrderParams()->front().m_volume;
+    EXPECT_GT(sized, 0);
     const QString text = source->param();
 
     COpBasketParamsWidget *restored = makeForm();
@@ -596,6 +636,9 @@ TEST_P(RestoredMode, ShowsTheCellTheModeIsTypedIn)
         EXPECT_DOUBLE_EQ(restored->cell(c.cell)->toDouble(), c.value);
     }
     EXPECT_EQ(restored->param(), text);
+    // The list on view is sized by the restored mode, not by the one the combo held before.
+    ASSERT_EQ(restored->getCodeOrderParams()->size(), 1u);
+    EXPECT_EQ(restored->getCodeOrderParams()->front().m_volume, sized);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -2,8 +2,11 @@
 #include "CCodeOrderParam.h"
 #include "COrderCommand.h"
 #include "COrderSetting.h"
+#include "Bson.h"
 
 #include <gtest/gtest.h>
+
+#include <limits>
 
 using namespace ttservice;
 
@@ -156,4 +159,41 @@ TEST(RecordBson, BadJsonTextIsRefusedWithoutThrowing)
     EXPECT_TRUE(obj.isEmpty());
     ASSERT_TRUE(parseJson("{\"vo\": 12}", obj));
     EXPECT_EQ(obj.getIntField("vo"), 12);
+}
+
+// A number field sent as a double that no integer can hold (or NaN) reads as absent; in range it
+// is cut towards zero, as before. Bool fields take any non-zero number.
+TEST(RecordBson, NumbersBeyondTheirIntegerReadAsAbsent)
+{
+    struct Case
+    {
+        double sent;
+        int asInt;
+        long long asInt64;
+        bool asBool;
+    };
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const Case cases[] = {
+        {12.9, 12, 12, true},
+        {-3.5, -3, -3, true},
+        {0.0, 0, 0, false},
+        {1.18971e217, -1, -1, true},
+        {-1.18971e217, -1, -1, true},
+        {2147483648.0, -1, 2147483648LL, true},
+        {-2147483648.0, -2147483647 - 1, -2147483648LL, true},
+        {9.3e18, -1, -1, true},
+        {nan, -1, -1, true},
+    };
+    for (const Case &c : cases) {
+        const bson::BSONObj obj = BSON("v" << c.sent);
+        EXPECT_EQ(bsonInt(obj, "v", -1), c.asInt) << c.sent;
+        EXPECT_EQ(bsonInt64(obj, "v", -1), c.asInt64) << c.sent;
+        EXPECT_EQ(bsonBool(obj, "v", false), c.asBool) << c.sent;
+    }
+    // A whole order setting read from such a record keeps its defaults for those fields.
+    COrderSetting setting;
+    setting.bsonValueFromObj(BSON("ot" << 1.18971e217 << "sa" << 1.18971e217 << "st" << nan));
+    EXPECT_EQ(setting.m_orderType, COrderSetting().m_orderType);
+    EXPECT_TRUE(setting.m_stepIsAbsolute);
+    EXPECT_EQ(setting.m_startTime, COrderSetting().m_startTime);
 }
