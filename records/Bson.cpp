@@ -2,6 +2,8 @@
 
 #include "DoubleCompare.h"
 
+#include <limits>
+
 namespace ttservice {
 
 double bsonDouble(const bson::BSONObj &obj, const char *key, double fallback)
@@ -13,15 +15,13 @@ double bsonDouble(const bson::BSONObj &obj, const char *key, double fallback)
 namespace {
 
 // A double outside the range of the integer it is read as (or not a number) is no value of it;
-// converting it would be undefined, so the field reads as absent.
-bool fitsInt(double value)
+// converting it would be undefined, so the field reads as absent. The lowest value of the integer
+// is a power of two, exact as a double, and its negation is the first value beyond the highest.
+template <typename Int>
+bool fitsIn(double value)
 {
-    return value >= -2147483648.0 && value < 2147483648.0;
-}
-
-bool fitsInt64(double value)
-{
-    return value >= -9223372036854775808.0 && value < 9223372036854775808.0;
+    const double lowest = static_cast<double>(std::numeric_limits<Int>::min());
+    return value >= lowest && value < -lowest;
 }
 
 } // namespace
@@ -30,7 +30,7 @@ long long bsonInt64(const bson::BSONObj &obj, const char *key, long long fallbac
 {
     const bson::BSONElement e = obj.getField(key);
     if (e.type() == bson::NumberDouble)
-        return fitsInt64(e.Number()) ? static_cast<long long>(e.Number()) : fallback;
+        return fitsIn<long long>(e.Number()) ? static_cast<long long>(e.Number()) : fallback;
     return e.isNumber() ? e.numberLong() : fallback;
 }
 
@@ -38,7 +38,7 @@ int bsonInt(const bson::BSONObj &obj, const char *key, int fallback)
 {
     const bson::BSONElement e = obj.getField(key);
     if (e.type() == bson::NumberDouble)
-        return fitsInt(e.Number()) ? static_cast<int>(e.Number()) : fallback;
+        return fitsIn<int>(e.Number()) ? static_cast<int>(e.Number()) : fallback;
     return e.isNumber() ? e.numberInt() : fallback;
 }
 
