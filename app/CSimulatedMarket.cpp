@@ -1,6 +1,9 @@
 #include "CSimulatedMarket.h"
 
+#include "CExchangeClient.h"
 #include "CQuoteClient.h"
+#include "OrderSettling.h"
+#include "StockKey.h"
 
 #include <algorithm>
 #include <chrono>
@@ -9,6 +12,13 @@
 CSimulatedMarket::CSimulatedMarket(std::vector<TC::CPriceData> instruments, int intervalMs)
     : m_quotes(std::move(instruments)), m_intervalMs(intervalMs)
 {
+    // Every price the market makes is a whole number of its instrument's tick, as on an exchange.
+    m_ticks.reserve(m_quotes.size());
+    for (const TC::CPriceData &quote : m_quotes) {
+        const double tick = TC::CExchangeClient::instance()->getCodePriceTick(
+            QString::fromStdString(utils::vqStockKey(quote.m_market, quote.m_stockCode)));
+        m_ticks.push_back(tick > 0.0 ? tick : 0.01);
+    }
 }
 
 CSimulatedMarket::~CSimulatedMarket()
@@ -55,17 +65,19 @@ void CSimulatedMarket::step()
     std::lock_guard<std::mutex> lock(m_mutex);
     std::normal_distribution<double> move(0.0, 0.003);
     std::bernoulli_distribution ticks(0.3);
-    for (TC::CPriceData &quote : m_quotes) {
+    for (size_t i = 0; i < m_quotes.size(); ++i) {
+        TC::CPriceData &quote = m_quotes[i];
         // Not every instrument trades at every tick.
         if (!ticks(m_random))
             continue;
+        const double tick = m_ticks[i];
         const double change = std::clamp(move(m_random), -0.01, 0.01);
         double last = quote.m_lastPrice * (1.0 + change);
         last = std::clamp(last, quote.m_downStopPrice, quote.m_upStopPrice);
-        last = std::round(last * 100.0) / 100.0;
+        last = TC::roundToTick(last, tick);
         quote.m_lastPrice = last;
-        quote.m_bidPrice1 = std::max(quote.m_downStopPrice, last - 0.01);
-        quote.m_askPrice1 = std::min(quote.m_upStopPrice, last + 0.01);
+        quote.m_bidPrice1 = TC::roundToTick(std::max(quote.m_downStopPrice, last - tick), tick);
+        quote.m_askPrice1 = TC::roundToTick(std::min(quote.m_upStopPrice, last + tick), tick);
         TC::CQuoteClient::instance()->publishQuote(quote);
     }
 }

@@ -31,6 +31,7 @@ private:
     void step();
 
     std::vector<TC::CPriceData> m_quotes;
+    std::vector<double> m_ticks; // of each quote's instrument
     int m_intervalMs = 500;
     std::mt19937 m_random{20261123u};
     std::mutex m_mutex;

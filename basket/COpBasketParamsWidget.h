@@ -17,6 +17,7 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <QHash>
 #include <QList>
 #include <QMap>
 #include <QSet>
@@ -204,6 +205,12 @@ public:
     // with nothing changed, while there is no instruction of this trader on this tab.
     bool updateParamsByCmd(bool fillUi);
     bool updateParamsBySubCmd(bool fillUi, const sSplitCmdInfo &info);
+    // Whether an instruction was loaded that this trader can no longer execute (handed on,
+    // finished or gone): its list stays on screen, but nothing may be sent against it.
+    bool isCommandHandedOn() const;
+    // Remembers what this panel sent for the loaded instruction, so that its next sizing is of
+    // what is left after it, not of the same remainder again.
+    void noteSentForCommand(const std::vector<ttservice::CCodeOrderParam> &sent);
     // --- checks before an order is generated or a paste is taken ---
     bool check(QString &error, QString &log);
     // False when the accounts' available money does not cover what the list buys.
@@ -416,6 +423,14 @@ private:
     bool m_locked = false;
     std::string m_commandKey;
     quint64 m_commandOpType = 0;
+    // Per instruction line (instruction, account, stock, operation): the volume sent from here
+    // and the traded volume the line had when the first of it was sent.
+    struct CSentForCommand
+    {
+        qint64 m_sent = 0;
+        double m_tradedAtFirstSend = 0.0;
+    };
+    QHash<QString, CSentForCommand> m_sentForCommand;
     std::string m_thirdPartyParam;
 
     bool m_commandEnabled = true;

@@ -35,6 +35,8 @@ namespace {
 
 using ttservice::CCodeOrderParam;
 
+constexpr int kTraderRole = 200;
+
 // A remaining volume of this size or more is the service's mark for "not known", never a volume.
 constexpr qint64 kUnknownRemainder = 0x7fffffff;
 
@@ -44,6 +46,14 @@ bool isExecutableBy(const ttservice::COrderCommand &command, const std::string &
 {
     return (command.m_commandState == 0 || command.m_commandState == 2) && !command.m_holderIds.empty()
         && command.m_holderIds.back() == userId;
+}
+
+QString sentKey(const std::string &commandKey, const CCodeOrderParam &line)
+{
+    return QStringLiteral("%1|%2|%3|%4")
+        .arg(QString::fromStdString(commandKey), QString::fromStdString(line.m_account ? line.m_account->getKey() : std::string()),
+             QString::fromStdString(line.m_stockInfo.m_market + line.m_stockInfo.m_stockCode),
+             QString::number(int(line.m_operationType)));
 }
 
 } // namespace
@@ -112,6 +122,38 @@ bool COpBasketParamsWidget::updateParamsByCmd(bool fillUi)
     return loadCommandLines(*command, command->m_orders, fillUi);
 }
 
+bool COpBasketParamsWidget::isCommandHandedOn() const
+{
+    if (m_commandKey.empty() || getUserConfig()->getRole() != kTraderRole)
+        return false;
+    const boost::shared_ptr<ttservice::COrderCommand> command = CTradeClient::instance()->getCommandByKey(m_commandKey);
+    return !command || !isExecutableBy(*command, getUserConfig()->getUserId());
+}
+
+void COpBasketParamsWidget::noteSentForCommand(const std::vector<CCodeOrderParam> &sent)
+{
+    if (m_commandKey.empty())
+        return;
+    const boost::shared_ptr<ttservice::COrderCommand> command = CTradeClient::instance()->getCommandByKey(m_commandKey);
+    for (const CCodeOrderParam &line : sent) {
+        const QString key = sentKey(m_commandKey, line);
+        auto entry = m_sentForCommand.find(key);
+        if (entry == m_sentForCommand.end()) {
+            CSentForCommand first;
+            // The traded volume the instruction's line had when this panel first sent of it:
+            // what the service reports traded beyond it comes from what was sent here.
+            if (command) {
+                for (const CCodeOrderParam &own : command->m_orders) {
+                    if (sentKey(m_commandKey, own) == key && ttservice::hasValue(own.m_tradedVolume))
+                        first.m_tradedAtFirstSend = std::max(0.0, own.m_tradedVolume);
+                }
+            }
+            entry = m_sentForCommand.insert(key, first);
+        }
+        entry->m_sent += std::max<qint64>(0, line.m_volume);
+    }
+}
+
 bool COpBasketParamsWidget::updateParamsBySubCmd(bool fillUi, const sSplitCmdInfo &info)
 {
     const boost::shared_ptr<ttservice::COrderCommand> command = CTradeClient::instance()->getCommandByKey(m_commandKey);
@@ -157,6 +199,8 @@ bool COpBasketParamsWidget::loadCommandLines(const ttservice::COrderCommand &com
         }
         const QStringList tableTexts = QString::fromStdString(command.m_tableSettings).split(QLatin1Char('@'), Qt::KeepEmptyParts);
         const QStringList displayed = m_accountsWidget->getDisplayedAccounts();
+        // An account the trader unticked stays out of every recalculation of the instruction.
+        const QSet<QString> selected = fillUi ? QSet<QString>() : m_accountsWidget->getSelectedAccounts();
         QSet<QString> commandAccounts;
         // A ratio outside 0..100 % would execute more than is left, or a negative volume.
         const double ratio = std::min(1.0, std::max(0.0, getCommandPercentage() / 100.0));
@@ -167,12 +211,16 @@ bool COpBasketParamsWidget::loadCommandLines(const ttservice::COrderCommand &com
             if (fillUi)
                 fillCommandTable(line, command.m_tableType,
                                  int(i) < tableTexts.size() ? tableTexts.at(int(i)) : QString());
-            // An unknown traded volume counts as nothing traded yet.
-            const double traded = ttservice::isNoValue(line.m_tradedVolume) ? 0.0 : line.m_tradedVolume;
+            // An unknown traded volume counts as nothing traded yet; what this panel already sent
+            // counts as done until the service reports more traded than that.
+            double traded = ttservice::isNoValue(line.m_tradedVolume) ? 0.0 : line.m_tradedVolume;
+            const auto sent = m_sentForCommand.constFind(sentKey(m_commandKey, line));
+            if (sent != m_sentForCommand.constEnd())
+                traded = std::max(traded, sent->m_tradedAtFirstSend + double(sent->m_sent));
             if (!(double(line.m_volume) > traded))
                 continue;
             const QString key = line.m_account ? QString::fromStdString(line.m_account->getKey()) : QString();
-            if (!displayed.contains(key))
+            if (!displayed.contains(key) || (!fillUi && !selected.contains(key)))
                 continue;
             if (fillUi) {
                 m_accountsWidget->setAccountEnabled(key, true);

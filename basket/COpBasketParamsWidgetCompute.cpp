@@ -116,6 +116,10 @@ COpBasketOrder *COpBasketParamsWidget::createOrder(QString &error)
 
 void COpBasketParamsWidget::genOperation()
 {
+    // An instruction handed on since it was loaded leaves its old list on the form as it was:
+    // neither emptied nor replaced by a stored basket of the same name.
+    if (isCommandHandedOn())
+        return;
     const bool keep = getUserConfig()->getRole() == kTraderRole && updateParamsByCmd(false);
 
     QString error;

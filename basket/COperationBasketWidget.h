@@ -110,9 +110,14 @@ private:
     void onListGenerated(quint64 word, const QString &basketName);
     // An order button's press: the checks in their order, then doOperation.
     bool placeOrderRequested(int value);
-    void placeAsManager(std::vector<ttservice::CCodeOrderParam> &orders, std::string thirdParty, int platform,
+    // Prices on their ticks, lines of nothing out, and a second press of the same lines asked
+    // about; false when nothing is to leave.
+    bool settleBeforeSending(std::vector<ttservice::CCodeOrderParam> &orders);
+    // Each returns whether the list left.
+    bool placeAsManager(std::vector<ttservice::CCodeOrderParam> &orders, std::string thirdParty, int platform,
                         bool createPortfolio, bool allowChange);
-    void placeForCommand(std::vector<ttservice::CCodeOrderParam> &orders, std::string thirdParty, int platform);
+    bool placeForCommand(std::vector<ttservice::CCodeOrderParam> &orders, std::string thirdParty, int platform);
+    void afterTasksSent(const std::vector<ttservice::CCodeOrderParam> &sent);
     void showAlgoRefusal(const QString &text) const;
 
     WK::CSplitContainer *m_splitContainer = nullptr;
@@ -122,6 +127,9 @@ private:
     std::string m_commandKey;
     WK::CWidgetList *m_leftList = nullptr;
     int m_subCommandId = 0;
+    // What left last and when (the time service's seconds), to catch a second press.
+    QString m_lastSentFingerprint;
+    long long m_lastSentTime = 0;
 };
 
 } // namespace TC

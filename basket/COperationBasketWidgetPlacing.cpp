@@ -7,6 +7,7 @@
 #include "COpBasketReplaceStockToolBar.h"
 #include "COpBasketStockParamsWidget.h"
 #include "COpBasketsComboBox.h"
+#include "OrderSettling.h"
 
 #include "CGlobalOrderParamTable.h"
 
@@ -21,6 +22,8 @@
 #include "CTradeClient.h"
 #include "CTradeStatistics.h"
 #include "CUserConfig.h"
+#include "CMessageBox.h"
+#include "CTimeService.h"
 #include "CVqAlgorithmHelpDialog.h"
 #include "DataHelper.h"
 #include "TradeUnits.h"
@@ -43,6 +46,8 @@ constexpr EBasketDoOperationType kPlainOrder = BDOT_NORMAL;
 constexpr auto kAlgorithmOrder = static_cast<EBasketDoOperationType>(1);
 // The position switch strategy: its buy and sell legs must both run it.
 const std::string kSwitchStrategy = "SWITCH";
+// The same lines sent again within this many seconds are asked about first.
+constexpr long long kRepeatSeconds = 60;
 
 void showSettingMsg(const QString &text, int type, bool forceSecondFlag = false)
 {
@@ -269,13 +274,48 @@ void COperationBasketWidget::doOperation()
             || orders.front().m_account->m_brokerType == ttservice::BROKER_TYPE_HGT))
         createPortfolio = false;
 
-    if (getUserConfig()->getRole() == kTraderRole)
-        placeForCommand(orders, thirdParty, platform);
-    else
-        placeAsManager(orders, thirdParty, platform, createPortfolio, allowChange);
+    if (!settleBeforeSending(orders))
+        return;
+    const QString fingerprint = orderFingerprint(orders);
+    const bool placed = getUserConfig()->getRole() == kTraderRole
+        ? placeForCommand(orders, thirdParty, platform)
+        : placeAsManager(orders, thirdParty, platform, createPortfolio, allowChange);
+    if (placed) {
+        m_lastSentFingerprint = fingerprint;
+        m_lastSentTime = getTimeService()->currentTime();
+    }
 }
 
-void COperationBasketWidget::placeAsManager(std::vector<CCodeOrderParam> &orders, std::string thirdParty, int platform,
+bool COperationBasketWidget::settleBeforeSending(std::vector<CCodeOrderParam> &orders)
+{
+    // No exchange takes a price between two ticks or a line of nothing. A line of 0 stays on
+    // screen, where the trader sees why it is 0, but never leaves.
+    putPricesOnTick(orders);
+    const int dropped = dropEmptyLines(orders);
+    if (orders.empty()) {
+        showSettingMsg(QStringLiteral("没有可下单的委托: 勾选的委托数量均为0, 未下单"), 1);
+        return false;
+    }
+    if (dropped > 0)
+        TT_LOG_INFO(this, "TC::COperationBasketWidget::doOperation", "basket\\COperationBasketWidget",
+                    boost::format("%1% lines of volume 0 not sent") % dropped);
+
+    // The same lines pressed again within a minute are most likely a second press, not a
+    // second order: ask before sending them twice.
+    const long long now = getTimeService()->currentTime();
+    if (!m_lastSentFingerprint.isEmpty() && now - m_lastSentTime < kRepeatSeconds && now >= m_lastSentTime
+        && orderFingerprint(orders) == m_lastSentFingerprint) {
+        const QMessageBox::StandardButton answer = WK::CMessageBox::warning(
+            0, this, QStringLiteral("重复下单"),
+            QStringLiteral("这些委托(相同账号、代码、方向、数量)刚刚已经下过单, 确定再下一次吗?"),
+            QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+        if (answer != QMessageBox::Yes)
+            return false;
+    }
+    return true;
+}
+
+bool COperationBasketWidget::placeAsManager(std::vector<CCodeOrderParam> &orders, std::string thirdParty, int platform,
                                             bool createPortfolio, bool allowChange)
 {
     COpBasketParamsWidget *form = m_paramsWidget;
@@ -300,22 +340,24 @@ void COperationBasketWidget::placeAsManager(std::vector<CCodeOrderParam> &orders
         const CGlobalOrderParamTable *table = form->getAlgorithmTable();
         if (!table) {
             place(ttservice::EVqHedgeType(2), builder.obj(), platform);
-            return;
+            return true;
         }
         const std::vector<CCodeOrderParam> fresh = *form->getCodeOrderParams();
         thirdParty = table->getAlgParamsStr(fresh);
         if (!CAlgorithmAuthorityConfig::instance().bCheckAuthority(fresh, table->getAlgoStrategyType(), ""))
-            return;
-        // The form's live list leaves, not the checked copy: a hedged algorithm order is sized
-        // by the algorithm, the copy's last adjustments do not reach it.
-        std::vector<CCodeOrderParam> &live = *form->getCodeOrderParams();
+            return false;
+        // The form's list leaves, not the adjusted copy: a hedged algorithm order is sized by the
+        // algorithm, the copy's last adjustments do not reach it. It is settled all the same.
+        std::vector<CCodeOrderParam> live = *form->getCodeOrderParams();
+        putPricesOnTick(live);
+        dropEmptyLines(live);
         CTradeClient::instance()->placeCommands(
             ttservice::EVqTraderType(4), ttservice::EVqHedgeType(2), ttservice::EFtSpecBtnBarType(0), live, {},
             ttservice::EVqStopLossType(0), false, true, createPortfolio, {}, builder.obj(), "",
             ttservice::DataHelper::getPlatformTypeByOrderType(table->orderType()), thirdParty,
             ttservice::EVqLimitedPriceType(allowChange ? 1 : 0), basketName, QString(), ttservice::EOrderStrategyType(-1),
             false, false, -1, "", {}, ttservice::EtfHedgeStatus(-1), commandLog, bson::BSONObj());
-        return;
+        return true;
     }
 
     ttservice::ETradePlatform algoPlatform = ttservice::TRADE_PLATFORM_NONE;
@@ -324,18 +366,25 @@ void COperationBasketWidget::placeAsManager(std::vector<CCodeOrderParam> &orders
                 boost::format("placeCommands: [manual] basket compose. eTradePlatform = %1%") % algoPlatform);
     if (result == 0) {
         place(ttservice::EVqHedgeType(1), bson::BSONObj(), platform);
-    } else if (result == 1) {
+        return true;
+    }
+    if (result == 1) {
         if (orders.front().m_orderType == ttservice::ORDER_TYPE_INSTRUCTION)
             CVqAlgorithmHelpDialog::tryHelp(orders);
         place(ttservice::EVqHedgeType(1), bson::BSONObj(), algoPlatform);
+        return true;
     }
+    return false;
 }
 
-void COperationBasketWidget::placeForCommand(std::vector<CCodeOrderParam> &orders, std::string thirdParty, int platform)
+bool COperationBasketWidget::placeForCommand(std::vector<CCodeOrderParam> &orders, std::string thirdParty, int platform)
 {
     const boost::shared_ptr<ttservice::COrderCommand> command = CTradeClient::instance()->getCommandByKey(m_commandKey);
-    if (!command)
-        return; // an instruction handed elsewhere meanwhile: there is nothing to execute
+    if (!command || m_paramsWidget->isCommandHandedOn()) {
+        // The list on screen is that of an instruction that is no longer this trader's.
+        showSettingMsg(QStringLiteral("该指令已转交他人、已结束或已撤销, 不能再执行, 未下单"), 4);
+        return false;
+    }
 
     if (!m_paramsWidget->autoHedge()) {
         // A refusal of the algorithm check does not stop an instruction's execution.
@@ -354,22 +403,33 @@ void COperationBasketWidget::placeForCommand(std::vector<CCodeOrderParam> &order
                     boost::format("trader placeCommands: [manual] basket hedge. type=%1%") % hedge.m_hedgeType);
         if (hedge.m_hedgeType != -1) {
             CBasketHedgeManager::instance()->onBasketCommand(command, true);
-            return;
+            return true;
         }
         if (!CTradeClient::instance()->confirmTask(this, orders, false))
-            return;
+            return false;
         CTradeClient::instance()->placeTasks(command->m_traderType, ttservice::EVqHedgeType(1), command, orders,
                                              command->m_stopLossType, true, "", {}, -1, thirdParty, nullptr, "",
                                              m_subCommandId);
-        return;
+        afterTasksSent(orders);
+        return true;
     }
     TT_LOG_INFO(this, "TC::COperationBasketWidget::doOperation", "basket\\COperationBasketWidget",
                 boost::format("trader placeCommands: [manual] basket compose."));
     if (!CTradeStatistics::instance()->checkMinAndInterval(orders))
-        return;
+        return false;
     CTradeClient::instance()->placeTasks(command->m_traderType, command->m_hedgeType, command, orders,
                                          command->m_stopLossType, true, "", {}, -1, thirdParty, nullptr, "",
                                          m_subCommandId);
+    afterTasksSent(orders);
+    return true;
+}
+
+void COperationBasketWidget::afterTasksSent(const std::vector<CCodeOrderParam> &sent)
+{
+    // The instruction's next sizing is of what is left after these tasks; the table shows it at
+    // once, so that a second press cannot send the same remainder again.
+    m_paramsWidget->noteSentForCommand(sent);
+    m_paramsWidget->updateBasketConfirmData();
 }
 
 } // namespace TC

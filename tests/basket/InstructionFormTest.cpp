@@ -194,6 +194,23 @@ TEST_F(InstructionForm, OnlyTheInstructionsAccountsAreOpenAndTicked)
     EXPECT_TRUE(form->getCodeOrderParams()->empty());
 }
 
+TEST_F(InstructionForm, AnUntickedAccountStaysOutThroughRecalculationAndPlacing)
+{
+    addCommand("cmd", {{"a1", "600000", 18, 1000, 0}, {"a2", "600000", 18, 1000, 0}});
+    widget->setCommand("cmd");
+    ASSERT_EQ(volumes(), (std::vector<int64_t>{1000, 1000}));
+    form->accountsWidget()->setSelectedAccount(QStringLiteral("a2"), false);
+    form->handleEvent(1167, 8, 0, QString(), nullptr);
+    form->cell(COpBasketParamsWidget::CellCmdRatio)->setDouble(50);
+    form->updateBasketConfirmData();
+    ASSERT_EQ(volumes(), std::vector<int64_t>{500});
+    widget->handleEvent(1046, 0, 0, QString(), nullptr);
+    const auto &tasks = CTradeClient::instance()->placedTasks();
+    ASSERT_EQ(tasks.size(), 1u);
+    ASSERT_EQ(tasks[0].m_orders.size(), 1u);
+    EXPECT_EQ(tasks[0].m_orders[0].m_account->getKey(), "a1");
+}
+
 TEST_F(InstructionForm, InstructionNoLongerThisTradersLeavesTheOldList)
 {
     boost::shared_ptr<ttservice::COrderCommand> command = addCommand("cmd", {{"a1", "600000", 18, 1000, 0}});
@@ -210,13 +227,27 @@ TEST_F(InstructionForm, InstructionNoLongerThisTradersLeavesTheOldList)
         {"finished", [](ttservice::COrderCommand &c) { c.m_commandState = 3; }},
         {"no holders", [](ttservice::COrderCommand &c) { c.m_holderIds.clear(); }},
     };
+    // A stored basket of the instruction's name must not take the instruction's place.
+    CBasketSetting namesake;
+    namesake.m_name = QStringLiteral("指令篮子");
+    CBasketStockData stock;
+    stock.m_market = QStringLiteral("SH");
+    stock.m_stockCode = QStringLiteral("600002");
+    stock.m_volume = 300;
+    namesake.m_stocks << stock;
+    getUserConfig()->baskets().insert(namesake.m_name, namesake);
     for (const Change &change : changes) {
         SCOPED_TRACE(change.name);
         ttservice::COrderCommand saved = *command;
         change.apply(*command);
         form->cell(COpBasketParamsWidget::CellCmdRatio)->setDouble(50);
         EXPECT_FALSE(form->updateParamsByCmd(false));
+        form->updateBasketConfirmData();
         EXPECT_EQ(volumes(), std::vector<int64_t>{1000});
+        EXPECT_EQ(form->getCodeOrderParams()->front().m_stockInfo.m_stockCode, "600000");
+        widget->handleEvent(1046, 0, 0, QString(), nullptr);
+        EXPECT_TRUE(CTradeClient::instance()->placedTasks().empty());
+        EXPECT_TRUE(CTradeClient::instance()->placedCommands().empty());
         *command = saved;
         form->cell(COpBasketParamsWidget::CellCmdRatio)->setDouble(100);
     }
@@ -332,6 +363,18 @@ TEST_F(InstructionForm, PlacingSendsTheLinesShownAsTasks)
     EXPECT_EQ(tasks[0].m_orders[0].m_volume, 700);
     EXPECT_EQ(tasks[0].m_orders[1].m_volume, 300);
     EXPECT_TRUE(CTradeClient::instance()->placedCommands().empty());
+
+    // The next sizing is of what is left after what was sent (800 and 300 at 50 %), so a second
+    // press sends the rest of the way, not the same lines again.
+    EXPECT_EQ(volumes(), (std::vector<int64_t>{400, 100}));
+    widget->handleEvent(1046, 0, 0, QString(), nullptr);
+    ASSERT_EQ(tasks.size(), 2u);
+    EXPECT_EQ(tasks[1].m_orders[0].m_volume, 400);
+    // Fills of what was sent reported by the service do not count twice.
+    boost::shared_ptr<ttservice::COrderCommand> command = CTradeClient::instance()->getCommandByKey("cmd");
+    command->m_orders[0].m_tradedVolume = 700;
+    setRatio(100);
+    EXPECT_EQ(volumes(), (std::vector<int64_t>{400, 200}));
 }
 
 TEST_F(InstructionForm, ParitiesOnlyOnTheConnectTabs)

@@ -3,17 +3,20 @@
 #include "COpBasketReplaceStockToolBar.h"
 #include "COpBasketsComboBox.h"
 #include "COperationBasketWidget.h"
+#include "OrderSettling.h"
 
 #include "CBasketHedgeParam.h"
 #include "CCheckBox.h"
 #include "CComboBox.h"
 #include "CCreatePortfolioKeyboard.h"
 #include "CExchangeClient.h"
+#include "CMessageBox.h"
 #include "CMsgService.h"
 #include "COpAccountsWidget.h"
 #include "COpBasketFutureParamsWidget.h"
 #include "CParameterCell.h"
 #include "CQuoteClient.h"
+#include "CTimeService.h"
 #include "CTradeClient.h"
 #include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
@@ -151,10 +154,55 @@ TEST_F(OrderPlacing, PlainOrderCarriesEveryArgument)
     EXPECT_EQ(call.m_etfHedgeStatus, -1);
     EXPECT_TRUE(call.m_extraBson.isEmpty());
 
-    // Nothing in the panel changes: the same list can go again.
+    // Nothing in the panel changes, but the same lines pressed again within a minute are asked
+    // about first; a no sends nothing, a yes sends them, and after a minute nobody is asked.
+    WK::CMessageBox::clearRecords();
+    press();
+    EXPECT_EQ(placed().size(), 1u);
+    ASSERT_EQ(WK::CMessageBox::records().size(), 1);
+    WK::CMessageBox::setScriptedAnswer(QMessageBox::Yes);
     press();
     ASSERT_EQ(placed().size(), 2u);
     EXPECT_EQ(placed()[1].m_orders.size(), 2u);
+    WK::CMessageBox::clearScriptedAnswer();
+    getTimeService()->advance(61);
+    press();
+    EXPECT_EQ(placed().size(), 3u);
+    EXPECT_EQ(WK::CMessageBox::records().size(), 2);
+}
+
+TEST(OrderSettling, PricesGoToTheNearestTickAsTheTickIsWritten)
+{
+    const struct
+    {
+        double price, tick, expected;
+    } cases[] = {{8.459999999999999, 0.01, 8.46}, {4.319999999999999, 0.01, 4.32}, {3001.13, 0.2, 3001.2},
+                 {3001.29, 0.2, 3001.2}, {12.3449, 0.005, 12.345}, {5.123, 0.0, 5.123},
+                 {ttservice::NO_VALUE, 0.01, ttservice::NO_VALUE}};
+    for (const auto &c : cases)
+        EXPECT_EQ(roundToTick(c.price, c.tick), c.expected) << c.price << " on " << c.tick;
+}
+
+TEST_F(OrderPlacing, NoLineOfNothingAndNoPriceOffItsTickLeaves)
+{
+    makeWidget();
+    addAccount("a1", 1e9);
+    chooseBasket();
+    std::vector<CCodeOrderParam> *list = form->getCodeOrderParams();
+    ASSERT_EQ(list->size(), 2u);
+    (*list)[0].m_price = 10.009999999999999;
+    (*list)[1].m_volume = 0;
+    press();
+    ASSERT_EQ(placed().size(), 1u);
+    ASSERT_EQ(placed()[0].m_orders.size(), 1u);
+    EXPECT_EQ(placed()[0].m_orders[0].m_price, 10.01);
+    EXPECT_EQ(list->size(), 2u) << "the line of 0 stays on screen";
+
+    (*list)[0].m_volume = 0;
+    getTimeService()->advance(61);
+    press();
+    EXPECT_EQ(placed().size(), 1u);
+    EXPECT_TRUE(messages().join(QLatin1Char('|')).contains(QStringLiteral("数量均为0")));
 }
 
 TEST_F(OrderPlacing, RefusalsComeInTheirOrder)
@@ -243,6 +291,7 @@ TEST_F(OrderPlacing, PlatformSixRemapsOrderTypesWhileEachLineTouchesAlone)
     form->entrustCombo()->setCurrentIndex(0);
     press();
     form->entrustCombo()->setCurrentIndex(1);
+    getTimeService()->advance(61);
     press();
     ASSERT_EQ(placed().size(), 2u);
     ASSERT_EQ(placed()[0].m_orders.size(), 2u);
@@ -268,6 +317,7 @@ TEST_F(OrderPlacing, PortfolioFromTheToolbarKeyboardUnlessConnectAccounts)
     EXPECT_FALSE(placed()[0].m_createPortfolio) << "with a toolbar only its keyboard counts";
 
     keyboard->setCheckAndEnable(true, true);
+    getTimeService()->advance(61);
     press();
     ASSERT_EQ(placed().size(), 2u);
     EXPECT_TRUE(placed()[1].m_createPortfolio);
@@ -279,6 +329,7 @@ TEST_F(OrderPlacing, PortfolioFromTheToolbarKeyboardUnlessConnectAccounts)
     connect->m_brokerType = ttservice::BROKER_TYPE_HGT;
     (*list)[0].m_account = connect;
     widget->handleEvent(1070, static_cast<int>(TOT_BUY), 0, QStringLiteral("b"), nullptr);
+    getTimeService()->advance(61);
     press();
     ASSERT_EQ(placed().size(), 3u);
     EXPECT_FALSE(placed()[2].m_createPortfolio);
