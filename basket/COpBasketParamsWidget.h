@@ -215,6 +215,9 @@ public:
     bool check(QString &error, QString &log);
     // False when the accounts' available money does not cover what the list buys.
     bool checkOrderValid(std::vector<ttservice::CCodeOrderParam> &params);
+    // The accounts whose buys in these lines come to more than their own available money, as a
+    // message naming each with what it needs and has; empty when every account can pay.
+    QString accountsShortOfMoney(const std::vector<ttservice::CCodeOrderParam> &lines) const;
     // Parses pasted rows of unfilled volume and keeps them as the tab's clipboard list.
     bool checkPatch(const QString &text, quint64 &word, bool fromCommand);
     quint64 getCommandOperationType(const QList<CBasketStockData> &rows) const;

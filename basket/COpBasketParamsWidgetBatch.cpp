@@ -376,6 +376,8 @@ double COpBasketParamsWidget::calcOneKeyAvailableMoney(const QList<CBasketStockD
     double sellMoney = 0.0;
     for (const CBasketStockData &row : rows) {
         const int volume = getTotalVolume(row, sumWeight, totalMoney, 2, 0.0, 1);
+        if (volume < 0)
+            return 0.0; // an amount beyond any order: nothing is sized
         const auto quote = CQuoteClient::instance()->getStockPrice(row.key());
         const double last = quote && ttservice::hasValue(quote->m_lastPrice) ? quote->m_lastPrice : 0.0;
         if (isBuy(row.m_operationType)) {

@@ -4,6 +4,8 @@
 #include "COpBasketParamsButtonsBar.h"
 #include "COpBasketsComboBox.h"
 
+#include "AccountHelpers.h"
+#include "CAccountData.h"
 #include "CExchangeClient.h"
 #include "CMessageBox.h"
 #include "CMessageTip.h"
@@ -14,7 +16,9 @@
 #include "CQuoteClient.h"
 #include "CTradeClient.h"
 #include "CUserConfig.h"
+#include "IDataCenter.h"
 #include "TradeUnits.h"
+#include "TraderCenter.h"
 
 #include "DoubleCompare.h"
 #include "StockKey.h"
@@ -149,6 +153,43 @@ bool COpBasketParamsWidget::checkOrderValid(std::vector<CCodeOrderParam> &params
     if (need == ttservice::NO_VALUE)
         return true;
     return !(need - available > ttservice::DOUBLE_EPSILON);
+}
+
+QString COpBasketParamsWidget::accountsShortOfMoney(const std::vector<CCodeOrderParam> &lines) const
+{
+    // The same valuation as checkOrderValid, account by account: money one account lacks is not
+    // made up by another account's cash.
+    const bool net = m_tradeOpType == TOT_ALL && m_operationType == -1;
+    if (m_tradeOpType != TOT_BUY && !net)
+        return QString();
+    QMap<QString, double> need;
+    QMap<QString, boost::shared_ptr<ttservice::CAccountInfo>> accounts;
+    for (const CCodeOrderParam &line : lines) {
+        if (!line.m_account)
+            continue;
+        bool hasQuote = false;
+        const double price = valuationPrice(line, hasQuote);
+        if (!hasQuote || !ttservice::hasValue(price))
+            continue;
+        const QString key = QString::fromStdString(line.m_account->getKey());
+        const double sign = isBuy(line.m_operationType) ? 1.0 : (net ? -1.0 : 0.0);
+        need[key] += sign * double(line.m_volume) * price;
+        accounts.insert(key, line.m_account);
+    }
+    const auto center = ttservice::TraderCenter::instance()->getDataCenter();
+    QStringList lacking;
+    for (auto it = need.constBegin(); it != need.constEnd(); ++it) {
+        const auto data = center ? center->getAccountData(it.key().toStdString()) : boost::shared_ptr<ttservice::CAccountData>();
+        const auto detail = data ? data->getAccountDetail() : boost::shared_ptr<ttservice::CAccountDetail>();
+        const double available = detail && ttservice::hasValue(detail->m_available) ? std::max(0.0, detail->m_available) : 0.0;
+        if (it.value() - available > ttservice::DOUBLE_EPSILON)
+            lacking << QStringLiteral("%1 需 %2, 可用 %3")
+                          .arg(accountDisplayIDQs(*accounts.value(it.key())), QString::number(it.value(), 'f', 2),
+                               QString::number(available, 'f', 2));
+    }
+    if (lacking.isEmpty())
+        return QString();
+    return QStringLiteral("可用资金不足, 未下单: ") + lacking.join(QStringLiteral("; "));
 }
 
 quint64 COpBasketParamsWidget::getCommandOperationType(const QList<CBasketStockData> &rows) const

@@ -26,6 +26,7 @@
 #include "CQuoteRequest.h"
 #include "CTimeService.h"
 #include "CTradeClient.h"
+#include "CMsgService.h"
 #include "CUserConfig.h"
 #include "ICalculator.h"
 #include "IDataCenter.h"
@@ -44,6 +45,8 @@
 #include <QDateTime>
 
 #include <climits>
+#include <cmath>
+#include <limits>
 #include <iterator>
 #include <memory>
 #include <string>
@@ -462,6 +465,19 @@ double COpBasketParamsWidget::getTotalMoney(double available, double totalAsset,
     }
 }
 
+namespace {
+
+// A row total as an int, or -1 where it lies beyond what an int (and so an order) can hold: an
+// amount that large must be refused, never wrapped round into some other volume.
+int volumeOrTooLarge(double volume)
+{
+    if (std::isnan(volume) || volume >= static_cast<double>(std::numeric_limits<int>::max()))
+        return -1;
+    return volume <= 0.0 ? 0 : static_cast<int>(volume);
+}
+
+} // namespace
+
 int COpBasketParamsWidget::getTotalVolume(const CBasketStockData &stock, double sumWeight, double totalMoney,
                                           int /*minUnit*/, double indexValue, int indexCount) const
 {
@@ -477,15 +493,15 @@ int COpBasketParamsWidget::getTotalVolume(const CBasketStockData &stock, double 
 
     switch (getCurrentVolumnType()) {
     case VT_COPIES:
-        return static_cast<int>(stock.m_volume * (m_copiesCell ? m_copiesCell->toDouble() : 0.0));
+        return volumeOrTooLarge(double(stock.m_volume) * (m_copiesCell ? m_copiesCell->toDouble() : 0.0));
     case VT_MONEY: {
         if (!ttservice::hasValue(last) || ttservice::isZero(last) || ttservice::isZero(sumWeight))
             return 0;
-        int volume = static_cast<int>((m_moneyCell ? m_moneyCell->toDouble() : 0.0) * w / last / sumWeight);
+        int volume = volumeOrTooLarge((m_moneyCell ? m_moneyCell->toDouble() : 0.0) * w / last / sumWeight);
         if (m_tradeOpType == TOT_FUTURE || m_tradeOpType == TOT_ONEKEY_FUTURE) {
             // Contracts are looked up by code alone: futures codes are unique across exchanges.
             const auto info = CExchangeClient::instance()->getCodeInfo(stock.m_stockCode);
-            if (info && info->m_volumeMultiple != 0x7fffffff && info->m_volumeMultiple != 0)
+            if (volume > 0 && info && info->m_volumeMultiple != 0x7fffffff && info->m_volumeMultiple != 0)
                 volume /= info->m_volumeMultiple;
         }
         return volume;
@@ -496,12 +512,12 @@ int COpBasketParamsWidget::getTotalVolume(const CBasketStockData &stock, double 
     case VT_FUTURE_VALUE:
         if (ttservice::isZero(last) || ttservice::isZero(sumWeight))
             return 0;
-        return static_cast<int>(totalMoney * w / last / sumWeight);
+        return volumeOrTooLarge(totalMoney * w / last / sumWeight);
     case VT_INDEX_UNIT: {
         if (!m_totalLotsCell || !ttservice::hasValue(last) || ttservice::isZero(last))
             return 0;
         const int lots = m_totalLotsCell->toInt();
-        return static_cast<int>(lots * indexValue * indexCount * (w / sumWeight) / last);
+        return volumeOrTooLarge(double(lots) * indexValue * indexCount * (w / sumWeight) / last);
     }
     default:
         return 0;
@@ -596,6 +612,7 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
     auto orderType = ttservice::ORDER_TYPE_NORMAL;
     QStringList rowsLog;
     double stoppedMoney = 0.0;
+    bool tooLarge = false;
     // One line per row and account: grown once, not copied at every doubling.
     params.reserve(params.size() + rows.size() * static_cast<int>(accounts.size()));
     rowsLog.reserve(rows.size() * static_cast<int>(accounts.size()));
@@ -608,10 +625,14 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
         const auto quote = CQuoteClient::instance()->getStockPrice(key);
         const double refPrice = quote && ttservice::hasValue(quote->m_lastPrice) ? quote->m_lastClose : ttservice::NO_VALUE;
 
-        const int volume = getTotalVolume(row, sumWeight, totalMoney, ttservice::getTradeMinUnit(market, code),
-                                          indexValue, indexCount);
-        if (volume < 0)
-            continue; // a total beyond the range of an int
+        int volume = getTotalVolume(row, sumWeight, totalMoney, ttservice::getTradeMinUnit(market, code),
+                                    indexValue, indexCount);
+        if (volume < 0) {
+            // Dropping the row would leave the others to take all the money: the whole list is
+            // left unsized below instead.
+            tooLarge = true;
+            volume = 0;
+        }
 
         ttservice::CStockInfo stockInfo;
         if (const auto info = CExchangeClient::instance()->getCodeInfo(key)) {
@@ -723,6 +744,14 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
     calcReplaceEtf(stoppedMoney, accounts, params, weights);
     calcReplaceBlacklist(params);
     keepBlackStocksUnbought(params);
+    if (tooLarge) {
+        // The basket keeps its shape: every line stays, none sized, and the trader is told why.
+        for (CCodeOrderParam &line : params)
+            line.m_volume = 0;
+        const CMsgSetting setting = getUserConfig()->msgSetting(1);
+        getMsgService()->showMsg(QStringLiteral("数量超出可下单范围, 未计算数量: 请减小金额、份数或比例"), EMsgTypeDef(1),
+                                 ttservice::MsgLevel(1), setting.m_showPopup, setting.m_playSound, QString());
+    }
     m_orderRowsLog = rowsLog.join(QLatin1Char('|')).toStdString();
     Q_UNUSED(error);
     return true;

@@ -296,6 +296,11 @@ bool COperationBasketWidget::settleBeforeSending(std::vector<CCodeOrderParam> &o
         showSettingMsg(QStringLiteral("没有可下单的委托: 勾选的委托数量均为0, 未下单"), 1);
         return false;
     }
+    const QString shortOfMoney = m_paramsWidget->accountsShortOfMoney(orders);
+    if (!shortOfMoney.isEmpty()) {
+        showSettingMsg(shortOfMoney, 4, true);
+        return false;
+    }
     if (dropped > 0)
         TT_LOG_INFO(this, "TC::COperationBasketWidget::doOperation", "basket\\COperationBasketWidget",
                     boost::format("%1% lines of volume 0 not sent") % dropped);

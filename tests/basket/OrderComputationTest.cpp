@@ -8,6 +8,7 @@
 #include "CExchangeClient.h"
 #include "CLogCapture.h"
 #include "CMessageTip.h"
+#include "CMsgService.h"
 #include "ChineseNumerals.h"
 #include "LuaModuleCtrl.h"
 #include "COpAccountsWidget.h"
@@ -186,6 +187,32 @@ TEST_F(OrderComputation, MoneyByWeightAndTheFuturesMultiple)
     EXPECT_EQ(futures.getTotalVolume(row("CFFEX", "IF2412", 1, 0), 1, 0, 1, 0, 1), 0);
     futures.cell(COpBasketParamsWidget::CellMoney)->setDouble(12000000);
     EXPECT_EQ(futures.getTotalVolume(row("CFFEX", "IF2412", 1, 0), 1, 0, 1, 0, 1), 10);
+}
+
+TEST_F(OrderComputation, AnAmountBeyondAnyOrderKeepsEveryLineUnsizedAndSaysSo)
+{
+    // A cheap stock whose share of a huge amount passes what an order can hold must not drop
+    // out and leave the dear one to take all the money.
+    setQuote("SH", "600000", 2);
+    setQuote("SH", "600001", 900);
+    addStockAccount("a1", 1e7);
+    storeBasket(QStringLiteral("b"), {row("SH", "600000", 1, 100), row("SH", "600001", 1, 100)});
+    chooseBasket(QStringLiteral("b"));
+    setMode(VT_MONEY);
+    for (double amount : {999999999999.0, 1e10}) {
+        SCOPED_TRACE(amount);
+        getMsgService()->reset();
+        form->cell(COpBasketParamsWidget::CellMoney)->setDouble(amount);
+        form->updateBasketConfirmData();
+        ASSERT_EQ(lines().size(), 2u);
+        EXPECT_EQ(totalVolume(), 0);
+        ASSERT_FALSE(getMsgService()->shownMessages().empty());
+        EXPECT_TRUE(getMsgService()->shownMessages().back().m_text.contains(QStringLiteral("超出可下单范围")));
+    }
+    form->cell(COpBasketParamsWidget::CellCopies)->setDouble(999999999);
+    setMode(VT_COPIES);
+    EXPECT_EQ(lines().size(), 2u);
+    EXPECT_EQ(totalVolume(), 0);
 }
 
 TEST_F(OrderComputation, IndexUnitValueUsesTheIndexMultiple)

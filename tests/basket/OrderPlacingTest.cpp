@@ -205,6 +205,20 @@ TEST_F(OrderPlacing, NoLineOfNothingAndNoPriceOffItsTickLeaves)
     EXPECT_TRUE(messages().join(QLatin1Char('|')).contains(QStringLiteral("数量均为0")));
 }
 
+TEST_F(OrderPlacing, AnAccountShortOfMoneyIsNamedAndNothingLeaves)
+{
+    // Together the accounts could pay; one of them can pay each of its lines (100 of each
+    // stock at 10) but not both.
+    makeWidget();
+    addAccount("poor", 1500);
+    addAccount("rich", 1e9);
+    chooseBasket();
+    press();
+    EXPECT_TRUE(placed().empty());
+    EXPECT_TRUE(messages().join(QLatin1Char('|')).contains(QStringLiteral("poor 需"))) << messages().join(QLatin1Char('|')).toStdString();
+    EXPECT_FALSE(messages().join(QLatin1Char('|')).contains(QStringLiteral("rich 需")));
+}
+
 TEST_F(OrderPlacing, RefusalsComeInTheirOrder)
 {
     makeWidget();
