@@ -264,11 +264,12 @@ QString COpBasketStockParamsWidget::param() const
     QStringList parts;
     parts << QStringLiteral("checkedIds=%1").arg(m_table->loadCheckParam());
     parts << QStringLiteral("currentOrderType=%1").arg(static_cast<int>(m_table->orderType()));
-    const QString freshTrd = captureTrdParams();
-    for (auto it = m_trdParams.cbegin(); it != m_trdParams.cend(); ++it)
-        parts << QStringLiteral("%1TrdParams=").arg(it.key()) + (it.key() == m_operationType ? freshTrd : it.value());
     // The operation on view is written even before it was ever left, or what the user set on it
-    // would be lost with the text.
+    // (its settings and its algorithms' numbers) would be lost with the text.
+    QMap<int, QString> trdParams = m_trdParams;
+    trdParams.insert(m_operationType, captureTrdParams());
+    for (auto it = trdParams.cbegin(); it != trdParams.cend(); ++it)
+        parts << QStringLiteral("%1TrdParams=").arg(it.key()) + it.value();
     QMap<int, COrderSetting> settings = m_settings;
     settings.insert(m_operationType, keptSetting(*m_table));
     for (auto it = settings.cbegin(); it != settings.cend(); ++it)
@@ -314,8 +315,12 @@ void COpBasketStockParamsWidget::setParam(const QString &text)
             m_table->setOrderType(value.toInt());
         } else if (name.contains(QLatin1String("TrdParams"))) {
             const QString key = name.left(name.indexOf(QLatin1String("TrdParams")));
-            if (!key.isEmpty())
-                m_trdParams.insert(key.toInt(), value);
+            if (key.isEmpty())
+                continue;
+            m_trdParams.insert(key.toInt(), value);
+            // The entry that stands for every operation not visited yet is what they start from.
+            if (key.toInt() == m_defaultKey)
+                m_commonTrdParams = value;
         } else if (!value.contains(QLatin1Char('='))) {
             COrderSetting setting = unpackSetting(value);
             setting.m_orderType = -1;

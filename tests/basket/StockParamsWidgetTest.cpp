@@ -119,6 +119,22 @@ TEST_F(StockParamsWidget, anotherBlockReadsTheMemoryBack)
     EXPECT_EQ(target->table()->loadCheckParam(), source->table()->loadCheckParam());
 }
 
+TEST_F(StockParamsWidget, algorithmNumbersComeBackForTheOperationOnViewAndThoseNotVisited)
+{
+    COpBasketStockParamsWidget *source = makeBlock();
+    source->table()->getTrdAlgoBaseTable(4)->setValue(TC::CTrdAlgoBaseTable::ItemOrderInterval, 45);
+    source->setOperationType(19);
+    // Operation 19 has no algorithm entry of its own until it is left.
+    source->table()->getTrdAlgoBaseTable(4)->setValue(TC::CTrdAlgoBaseTable::ItemOrderInterval, 10);
+
+    COpBasketStockParamsWidget *target = makeBlock();
+    target->setOperationType(19);
+    target->setParam(source->param());
+    EXPECT_DOUBLE_EQ(twapInterval(target), 10);
+    target->setOperationType(20);
+    EXPECT_DOUBLE_EQ(twapInterval(target), 45) << "an operation not visited starts from the first one kept";
+}
+
 TEST_F(StockParamsWidget, theSharedOrderTypeDoesNotChangeTheTextOfOperationsLeftEarlier)
 {
     // The order type was changed after operation 18 was left; a block restored on 18 that then
