@@ -3,9 +3,11 @@
 #include "CBasketOperationPanel.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QDateTime>
 #include <QDockWidget>
 #include <QFont>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
 #include <QMetaObject>
@@ -18,14 +20,24 @@ CDemoMainWindow::CDemoMainWindow(QWidget *parent)
     setWindowTitle(QStringLiteral("组合交易 - 演示"));
 
     auto *central = new QWidget(this);
-    auto *title = new QLabel(QStringLiteral("委托记录 (每一笔离开面板的下单与消息, 及面板日志)"), central);
+    auto *title = new QLabel(QStringLiteral("委托记录 (每一笔离开面板的委托一行, 及面板的提示)"), central);
+    auto *detailsBox = new QCheckBox(QStringLiteral("明细"), central);
+    detailsBox->setObjectName(QStringLiteral("details_box"));
+    detailsBox->setToolTip(QStringLiteral("显示每次下单调用的完整内容和面板日志"));
     m_log = new QPlainTextEdit(central);
     m_log->setReadOnly(true);
     m_log->setObjectName(QStringLiteral("order_log"));
     m_log->setPlaceholderText(QStringLiteral("尚无委托"));
+    m_details = new QPlainTextEdit(central);
+    m_details->setReadOnly(true);
+    m_details->setObjectName(QStringLiteral("details_log"));
+    m_details->setPlaceholderText(QStringLiteral("尚无明细"));
+    m_details->hide();
+    connect(detailsBox, &QCheckBox::toggled, m_details, &QWidget::setVisible);
     QFont mono(QStringLiteral("monospace"));
     mono.setStyleHint(QFont::TypeWriter);
     m_log->setFont(mono);
+    m_details->setFont(mono);
 
     m_dock = new QDockWidget(QStringLiteral("组合交易"), this);
     m_dock->setObjectName(QStringLiteral("basket_dock"));
@@ -53,8 +65,12 @@ CDemoMainWindow::CDemoMainWindow(QWidget *parent)
     layout->setContentsMargins(6, 6, 6, 6);
     layout->addWidget(m_instructionsTitle);
     layout->addWidget(m_instructions);
-    layout->addWidget(title);
-    layout->addWidget(m_log, 1);
+    auto *titleRow = new QHBoxLayout;
+    titleRow->addWidget(title, 1);
+    titleRow->addWidget(detailsBox);
+    layout->addLayout(titleRow);
+    layout->addWidget(m_log, 2);
+    layout->addWidget(m_details, 1);
     setCentralWidget(central);
     m_dock->setWidget(m_panel);
     addDockWidget(Qt::TopDockWidgetArea, m_dock);
@@ -99,5 +115,12 @@ void CDemoMainWindow::appendLog(const QString &line)
     // Orders may leave from a callback on another thread; the pane is touched on its own.
     QMetaObject::invokeMethod(this, [this, line] {
         m_log->appendPlainText(QDateTime::currentDateTime().toString(QStringLiteral("HH:mm:ss ")) + line);
+    }, Qt::AutoConnection);
+}
+
+void CDemoMainWindow::appendDetail(const QString &line)
+{
+    QMetaObject::invokeMethod(this, [this, line] {
+        m_details->appendPlainText(QDateTime::currentDateTime().toString(QStringLiteral("HH:mm:ss ")) + line);
     }, Qt::AutoConnection);
 }

@@ -32,13 +32,16 @@ public:
     bool chooseInstruction(const std::string &key);
 
 public Q_SLOTS:
-    // One line of the order log; safe to call from any thread.
+    // One line of the order log, what a trader reads; safe to call from any thread.
     void appendLog(const QString &line);
+    // One line of the details behind the "明细" box: whole calls, the panel's own log lines.
+    void appendDetail(const QString &line);
 
 private:
     TC::CBasketOperationPanel *m_panel = nullptr;
     QDockWidget *m_dock = nullptr;
     QPlainTextEdit *m_log = nullptr;
+    QPlainTextEdit *m_details = nullptr;
     QLabel *m_instructionsTitle = nullptr;
     QListWidget *m_instructions = nullptr;
     QVector<CSampleInstructions::Entry> m_entries;

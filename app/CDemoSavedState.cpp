@@ -1,5 +1,7 @@
 #include "CDemoSavedState.h"
 
+#include "CDemoBasketsText.h"
+
 #include "Bson.h"
 
 #include <QDateTime>
@@ -42,6 +44,13 @@ bool isPatchSettingsText(const QString &text)
     return ttservice::parseJson(text.toStdString(), sets) && sets.hasField("sets");
 }
 
+// A text of the user's baskets.
+bool isBasketsText(const QString &text)
+{
+    QList<TC::CBasketSetting> baskets;
+    return text.isEmpty() || CDemoBasketsText::fromText(text, baskets);
+}
+
 } // namespace
 
 CDemoSavedState::CDemoSavedState(int role)
@@ -59,6 +68,11 @@ CDemoSavedState::CDemoSavedState(int role, const char *fileNamePattern, bool (*i
 CDemoSavedState CDemoSavedState::patchSettings(int role)
 {
     return CDemoSavedState(role, "/patch-settings-role-%1.json", isPatchSettingsText);
+}
+
+CDemoSavedState CDemoSavedState::userBaskets(int role)
+{
+    return CDemoSavedState(role, "/baskets-role-%1.json", isBasketsText);
 }
 
 QString CDemoSavedState::load() const

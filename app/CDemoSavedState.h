@@ -12,6 +12,8 @@ public:
     // The user's patch parameter sets, kept apart from the panel's text: they belong to the
     // user's configuration, not to the panel (patch-settings-role-N.json in the same folder).
     static CDemoSavedState patchSettings(int role);
+    // The baskets the user saved (baskets-role-N.json in the same folder).
+    static CDemoSavedState userBaskets(int role);
 
     QString filePath() const { return m_filePath; }
     // The text saved last; empty when there is none or it cannot be read. A file that holds no

@@ -1,5 +1,7 @@
 #include "CDemoLogging.h"
+#include "CDemoBasketsText.h"
 #include "CDemoMainWindow.h"
+#include "CDemoOrderLog.h"
 #include "CDemoSavedState.h"
 #include "CBasketOperationPanel.h"
 #include "CSampleClient.h"
@@ -143,6 +145,39 @@ void keepPatchSettings(const CDemoSavedState &store)
     });
 }
 
+// Writes the user's own baskets: all stored baskets but the sample's and the panel's temporary
+// lists.
+void saveUserBaskets(const CDemoSavedState &store, const QStringList &sampleNames)
+{
+    QList<TC::CBasketSetting> own;
+    for (const TC::CBasketSetting &basket : TC::getUserConfig()->baskets()) {
+        if (!basket.m_name.isEmpty() && !sampleNames.contains(basket.m_name) && TC::nameBatchFlag(basket.m_name) == 0)
+            own << basket;
+    }
+    if (!store.save(CDemoBasketsText::toText(own)))
+        std::fprintf(stderr, "basket-demo: could not save the baskets to %s\n", qPrintable(store.filePath()));
+}
+
+// The baskets the user saved in earlier runs come back beside the sample's, and every change of
+// the stored baskets is written to the user's file. Returns the sample's basket names.
+QStringList keepUserBaskets(const CDemoSavedState &store, TC::CBasketOperationPanel *panel)
+{
+    const QStringList sampleNames = TC::getUserConfig()->baskets().keys();
+    QList<TC::CBasketSetting> saved;
+    const QString text = store.load();
+    if (!text.isEmpty() && !CDemoBasketsText::fromText(text, saved))
+        std::fprintf(stderr, "basket-demo: %s holds no baskets; starting with the sample's\n", qPrintable(store.filePath()));
+    for (const TC::CBasketSetting &basket : saved) {
+        if (!sampleNames.contains(basket.m_name))
+            TC::getUserConfig()->baskets().insert(basket.m_name, basket);
+    }
+    if (!saved.isEmpty() && panel->basketWidget())
+        panel->basketWidget()->updateBasketSetting();
+    QObject::connect(panel, &TC::COperationPanel::sigBasketSettingChangedStr, panel,
+                     [&store, sampleNames](const QString &) { saveUserBaskets(store, sampleNames); });
+    return sampleNames;
+}
+
 // The client offers the patch settings from the bar's link, which the bar itself keeps hidden.
 void showPatchLink(TC::CBasketOperationPanel *panel)
 {
@@ -272,29 +307,37 @@ int main(int argc, char **argv)
                      qPrintable(savedState.keptAsidePath()));
 
     CDemoMainWindow window;
-    CDemoLogging::attachPane([&window](const QString &line) { window.appendLog(QStringLiteral("日志 ") + line); });
+    const CDemoSavedState basketStore = CDemoSavedState::userBaskets(role);
+    const QStringList sampleBaskets = scripted ? QStringList() : keepUserBaskets(basketStore, window.panel());
+    CDemoLogging::attachPane([&window](const QString &line) { window.appendDetail(QStringLiteral("日志 ") + line); });
     // As the client restores the panel: the text it was left with, or at first a wider
     // parameter form.
     window.panel()->setParam(saved.isEmpty() ? QStringLiteral("//500") : saved);
     TC::CTradeClient::instance()->setPlaceCommandsObserver([&window](const TC::CPlaceCommandsCall &call) {
         const std::string line = call.jsonString();
         printLine(line);
-        window.appendLog(QStringLiteral("下单 ") + QString::fromStdString(line));
+        for (const QString &order : CDemoOrderLog::linesOf(call))
+            window.appendLog(order);
+        window.appendDetail(QStringLiteral("placeCommands ") + QString::fromStdString(line));
     });
     TC::CTradeClient::instance()->setPlaceTasksObserver([&window](const TC::CPlaceTasksCall &call) {
         const std::string line = call.jsonString();
         printLine(line);
-        window.appendLog(QStringLiteral("执行指令 ") + QString::fromStdString(line));
+        for (const QString &order : CDemoOrderLog::linesOf(call))
+            window.appendLog(order);
+        window.appendDetail(QStringLiteral("placeTasks ") + QString::fromStdString(line));
     });
     TC::CBasketHedgeManager::instance()->setBasketCommandObserver(
         [&window](const TC::CBasketHedgeManager::CBasketCommandCall &call) {
             const std::string line = "{ \"hedgeService\" : \"onBasketCommand\", \"command\" : \""
                 + (call.m_command ? call.m_command->m_commandKey : std::string()) + "\" }";
             printLine(line);
-            window.appendLog(QStringLiteral("对冲服务接管 ") + QString::fromStdString(line));
+            window.appendLog(QStringLiteral("对冲服务接管指令 ")
+                             + QString::fromStdString(call.m_command ? call.m_command->m_commandKey : std::string("-")));
+            window.appendDetail(QStringLiteral("onBasketCommand ") + QString::fromStdString(line));
         });
     TC::getMsgService()->setObserver([&window](const TC::CMsgService::CShowMsgCall &call) {
-        window.appendLog(QStringLiteral("消息 ") + call.m_text);
+        window.appendLog(QStringLiteral("提示  ") + call.m_text);
     });
     showPatchLink(window.panel());
     window.show();
@@ -335,6 +378,8 @@ int main(int argc, char **argv)
     }
     const int result = app.exec();
     market.stop();
+    if (!scripted)
+        saveUserBaskets(basketStore, sampleBaskets);
     if (!scripted && !savedState.save(window.panel()->param()))
         std::fprintf(stderr, "basket-demo: could not save the panel's state to %s\n", qPrintable(savedState.filePath()));
     TC::CTradeClient::instance()->setPlaceCommandsObserver({});

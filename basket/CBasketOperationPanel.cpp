@@ -10,6 +10,7 @@
 
 #include <boost/format.hpp>
 
+#include <QLabel>
 #include <QStringList>
 
 #include <algorithm>
@@ -59,6 +60,14 @@ void CBasketOperationPanel::createUi()
         connect(m_basketWidget, &COperationBasketWidget::sigbasketSettingChanged,
                 this, &COperationPanel::sigBasketSettingChangedStr);
         list->addStretchWidget(m_basketWidget, 1, 3, 0);
+    } else {
+        // A grey, empty dock would look broken: say why there is nothing to trade here.
+        auto *reason = new QLabel(QStringLiteral("当前用户没有组合交易权限, 无法使用组合交易面板。\n如需使用, 请联系管理员开通权限。"),
+                                  this);
+        reason->setObjectName(QStringLiteral("no_rights_label"));
+        reason->setAlignment(Qt::AlignCenter);
+        reason->setWordWrap(true);
+        list->addStretchWidget(reason, 1, 3, 0);
     }
     setInnerStretchWidget(list, 0, 0, 0, 0);
 }

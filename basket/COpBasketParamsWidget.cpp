@@ -500,8 +500,9 @@ void COpBasketParamsWidget::enableWidgetForExchangePosition(bool enable)
 
 int COpBasketParamsWidget::getTradePlatform() const
 {
-    // An unknown name enters an empty setting, as the user configuration's map does for any read.
-    return getUserConfig()->baskets()[currentBasketName()].tradePlatform();
+    // Read without entering the name: a temporary list must not become a stored basket.
+    const QMap<QString, CBasketSetting> &baskets = getUserConfig()->baskets();
+    return baskets.value(currentBasketName()).tradePlatform();
 }
 
 std::string COpBasketParamsWidget::get3rdPartyTradeParam() const

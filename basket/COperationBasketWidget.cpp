@@ -349,8 +349,10 @@ void COperationBasketWidget::onListGenerated(quint64 word, const QString &basket
     const bool canCustom = m_paramsWidget->basketsCombo() && m_paramsWidget->basketsCombo()->canCustom();
     std::vector<ttservice::CCodeOrderParam> *list = m_paramsWidget->getCodeOrderParams();
     m_editWidget->loadParams(list, word, canCustom);
-    // An unknown name counts as a basket of the user's own, as the configuration's map enters it.
-    m_editWidget->setLineEditable(getUserConfig()->baskets()[basketName].m_basketKind == 0);
+    // An unknown name (a temporary list) counts as a basket of the user's own; it is read without
+    // entering it among the stored baskets.
+    const QMap<QString, CBasketSetting> &baskets = getUserConfig()->baskets();
+    m_editWidget->setLineEditable(baskets.value(basketName).m_basketKind == 0);
     // The lines as the table holds them now (sells cut to what can be delivered).
     if (m_replaceToolBar && list)
         m_replaceToolBar->setPortfolioEnabled(*list);

@@ -1,3 +1,4 @@
+#include "CDemoBasketsText.h"
 #include "CDemoSavedState.h"
 
 #include <gtest/gtest.h>
@@ -117,4 +118,49 @@ TEST_F(DemoSavedState, PatchSetsAreReadByTheirOwnKind)
     EXPECT_TRUE(patches.load().isEmpty());
     EXPECT_FALSE(patches.keptAsidePath().isEmpty());
     EXPECT_EQ(contentOf(patches.keptAsidePath()), kPanelText);
+}
+
+// The user's saved baskets come back as saved, in their own file; a damaged file keeps nothing
+// from crashing and is kept aside like the others.
+TEST_F(DemoSavedState, UserBasketsComeBackAndDamagedNumbersReadAsZero)
+{
+    TC::CBasketSetting basket;
+    basket.m_name = QStringLiteral("我的篮子 %1");
+    TC::CBasketStockData row;
+    row.m_market = QStringLiteral("SH");
+    row.m_stockCode = QStringLiteral("600000");
+    row.m_stockName = QStringLiteral("浦发银行");
+    row.m_volume = 300;
+    row.m_weight = 0.25;
+    row.m_operationType = ttservice::OT_SELL;
+    row.m_price = 8.46;
+    row.m_useFixedPrice = true;
+    basket.m_stocks << row;
+
+    const CDemoSavedState store = CDemoSavedState::userBaskets(90);
+    ASSERT_TRUE(store.save(CDemoBasketsText::toText({basket})));
+    QList<TC::CBasketSetting> read;
+    ASSERT_TRUE(CDemoBasketsText::fromText(store.load(), read));
+    ASSERT_EQ(read.size(), 1);
+    EXPECT_EQ(read[0].m_name, basket.m_name);
+    ASSERT_EQ(read[0].m_stocks.size(), 1);
+    const TC::CBasketStockData &back = read[0].m_stocks[0];
+    EXPECT_EQ(back.key(), row.key());
+    EXPECT_EQ(back.m_stockName, row.m_stockName);
+    EXPECT_EQ(back.m_volume, 300);
+    EXPECT_EQ(back.m_weight, 0.25);
+    EXPECT_EQ(back.m_operationType, ttservice::OT_SELL);
+    EXPECT_TRUE(back.m_useFixedPrice);
+    EXPECT_EQ(back.m_price, 8.46);
+
+    ASSERT_TRUE(CDemoBasketsText::fromText(
+        R"({"baskets":[{"name":"b","rows":[{"code":"600000","volume":1e300,"weight":"x"},{"volume":5}]},{"rows":[]}]})", read));
+    ASSERT_EQ(read.size(), 1);
+    ASSERT_EQ(read[0].m_stocks.size(), 1);
+    EXPECT_EQ(read[0].m_stocks[0].m_volume, 0);
+    EXPECT_FALSE(CDemoBasketsText::fromText(QStringLiteral("[1,2]"), read));
+
+    write(store.filePath(), "{ \"sets\" : {} }");
+    EXPECT_TRUE(store.load().isEmpty());
+    EXPECT_FALSE(store.keptAsidePath().isEmpty());
 }

@@ -10,6 +10,8 @@
 #include "Clock.h"
 #include "SubstituteFixture.h"
 
+#include <QLabel>
+
 #include <QString>
 
 #include <memory>
@@ -52,6 +54,12 @@ TEST_P(PanelRoles, OnlyBasketRolesGetTheForm)
     auto panel = makePanel(c.role);
     EXPECT_EQ(panel->basketWidget() != nullptr, c.hasContent);
     EXPECT_EQ(panel->tradeType(), ttservice::VQ_TRADER_BASKET);
+    // A panel without the form says why instead of staying an empty grey area.
+    const QLabel *reason = panel->findChild<QLabel *>(QStringLiteral("no_rights_label"));
+    EXPECT_EQ(reason != nullptr, !c.hasContent);
+    if (reason) {
+        EXPECT_TRUE(reason->text().contains(QStringLiteral("没有组合交易权限")));
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Roles, PanelRoles,
