@@ -55,6 +55,13 @@ CParameterCell::CParameterCell(int id, const QString &label, const QString &unit
 
     connect(m_edit, &QLineEdit::textEdited, this, [this] { deliverEvent(107, m_id, toInt(), toString(), nullptr); });
     connect(m_edit, &QLineEdit::editingFinished, this, [this] { commit(); });
+    // A refused key (a minus sign, a letter, one decimal too many) must not vanish without a
+    // word: "-500,000" would otherwise read as 500,000.
+    connect(m_edit, &QLineEdit::inputRejected, this, [this] {
+        if (m_showTip)
+            CMessageTip::showTip(m_edit, Qt::AlignLeft | Qt::AlignBottom,
+                                 QStringLiteral("输入无效, ") + formatInvalidMessage(), 1, 2, 300);
+    });
 
     applyLook();
     setInt(0);

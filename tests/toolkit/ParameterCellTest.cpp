@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QTest>
 
 #include <vector>
 
@@ -161,6 +162,17 @@ TEST_F(ParameterCell, outOfRangeTextIsBroughtBackWithATip)
     ASSERT_EQ(tips.size(), 1);
     EXPECT_EQ(tips[0].text, QStringLiteral("请输入10到100之间的数值"));
     EXPECT_EQ(events(103).size(), 1u);
+}
+
+TEST_F(ParameterCell, aRefusedKeySaysWhyInsteadOfVanishing)
+{
+    cell->setDoubleValidator(QStringLiteral("元"), 0, 999999999999.0, 0.01);
+    cell->setString(QString());
+    QTest::keyClicks(cell->getEditor(), QStringLiteral("-5"));
+    EXPECT_EQ(cell->toString(), QStringLiteral("5"));
+    const QVector<WK::MessageTipRecord> tips = WK::CMessageTip::records();
+    ASSERT_EQ(tips.size(), 1);
+    EXPECT_TRUE(tips[0].text.startsWith(QStringLiteral("输入无效, 请输入0"))) << tips[0].text.toStdString();
 }
 
 TEST_F(ParameterCell, tipCanBeSwitchedOff)
