@@ -17,6 +17,7 @@
 #include "CTradeClient.h"
 #include "CUserConfig.h"
 #include "IDataCenter.h"
+#include "TextHelpers.h"
 #include "TradeUnits.h"
 #include "TraderCenter.h"
 
@@ -231,7 +232,10 @@ bool COpBasketParamsWidget::checkPatch(const QString &text, quint64 &word, bool 
     const CExchangeClient *exchange = CExchangeClient::instance();
 
     for (const QString &line : text.split(QLatin1Char('\n'))) {
-        const QStringList columns = line.split(QLatin1Char('\t'));
+        // A spreadsheet's rows end in "\r"; a stray space around a cell means nothing.
+        QStringList columns = line.split(QLatin1Char('\t'));
+        for (QString &column : columns)
+            column = column.trimmed();
         CBasketStockData row;
         if (!columns.isEmpty()) {
             const QString code = sixDigitCode(columns.at(0));
@@ -256,9 +260,11 @@ bool COpBasketParamsWidget::checkPatch(const QString &text, quint64 &word, bool 
         }
 
         bool ok = false;
-        if (columns.size() > 2) {
-            const int volume = columns.at(2).toInt(&ok, 10);
-            if (ok)
+        // The short form a trader types by hand: a code and a quantity.
+        const int volumeColumn = columns.size() == 2 ? 1 : 2;
+        if (columns.size() > volumeColumn) {
+            const int volume = WK::unformatNumberString(columns.at(volumeColumn)).toInt(&ok, 10);
+            if (ok && volume >= 0)
                 row.m_volume = volume;
         }
         if (columns.size() < 4) {
@@ -291,6 +297,14 @@ bool COpBasketParamsWidget::checkPatch(const QString &text, quint64 &word, bool 
         rows << row;
     }
 
+    if (rows.isEmpty()) {
+        // Nothing recognisable: the list on screen stays, and the trader learns what is read.
+        WK::CMessageBox::warning(0, this, QStringLiteral("粘贴提示"),
+                                 QStringLiteral("粘贴的内容中没有可识别的证券代码, 未粘贴。\n每行一只证券, 用Tab分隔: "
+                                                "代码<Tab>数量, 或 代码<Tab>名称<Tab>数量<Tab>权重<Tab>方向(0买入, 1卖出)"),
+                                 QMessageBox::Ok);
+        return false;
+    }
     quint64 tab = m_tradeOpType;
     if (fromCommand) {
         tab = getCommandOperationType(rows);

@@ -294,8 +294,20 @@ TEST_F(PatchChecks, WrongTypeIsRefusedAndWrongDirectionOnlyWarned)
 
     form->setCurrentOperationType(TOT_FUTURE);
     EXPECT_FALSE(form->checkPatch(QStringLiteral("600000\t\t100"), tab, false));
-    EXPECT_TRUE(form->checkPatch(QString(), tab, false));
-    EXPECT_EQ(tab, TOT_FUTURE);
+    // Nothing recognisable keeps the list and says what a paste looks like.
+    EXPECT_FALSE(form->checkPatch(QStringLiteral("hello\tworld"), tab, false));
+    EXPECT_TRUE(WK::CMessageBox::records().back().text.startsWith(QStringLiteral("粘贴的内容中没有可识别的证券代码")));
+}
+
+TEST_F(PatchChecks, ACodeAndAQuantityPerLineIsTheShortForm)
+{
+    quint64 tab = 0;
+    ASSERT_TRUE(form->checkPatch(QStringLiteral("000001\t1,500\r\n600000 \t 200\r\n"), tab, false));
+    const QList<CBasketStockData> rows = stored(TOT_BUY);
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(rows[0].m_volume, 1500);
+    EXPECT_EQ(rows[1].key(), QStringLiteral("600000.SH"));
+    EXPECT_EQ(rows[1].m_volume, 200);
 }
 
 TEST_F(PatchChecks, InstructionRowsChooseTheirTab)
