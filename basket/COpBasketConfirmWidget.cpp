@@ -315,9 +315,11 @@ void COpBasketConfirmWidget::setParam(const QString &text)
 {
     if (!m_table)
         return;
-    m_table->loadConfigStr(text);
-    m_table->setColumnVisible(COL_AVAILABLE, m_operationType != ttservice::OT_BUY);
-    m_table->moveColumn(COL_CHECK, 0);
+    // The layout comes back as the user left it, the tick's place and the widths included; a
+    // text the table cannot read leaves the default, which has the tick first.
+    if (m_table->loadConfigStr(text))
+        m_layoutRestored = true;
+    setOperationType(m_operationType);
 }
 
 QString COpBasketConfirmWidget::param() const
@@ -420,6 +422,8 @@ void COpBasketConfirmWidget::resetTable()
     for (int column = COL_ACCOUNT; column <= COL_OPERATION; ++column)
         m_table->setColumnAlignment(column, Qt::AlignLeft | Qt::AlignVCenter);
     m_table->setColumnAlignment(COL_STATUS, Qt::AlignHCenter | Qt::AlignVCenter);
+    m_table->moveColumn(COL_CHECK, 0);
+    m_fittedWidths.clear();
 
     const bool menuBuilt = (m_table->flag() & kFlagsOfConfirmTable) == kFlagsOfConfirmTable;
     if (m_opConfirmType == 1 && !menuBuilt) {
@@ -724,7 +728,25 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
     m_table->endUpdate();
 
     updateStatData();
+    fitColumnWidths();
+}
+
+QVector<int> COpBasketConfirmWidget::columnWidths() const
+{
+    QVector<int> widths;
+    for (int column = 0; column < COLUMN_COUNT; ++column)
+        widths.append(m_table->columnWidth(column));
+    return widths;
+}
+
+void COpBasketConfirmWidget::fitColumnWidths()
+{
+    // Widths follow the list only until the user has widths of their own: a restored layout, or
+    // a column resized since the last fit.
+    if (m_layoutRestored || (!m_fittedWidths.isEmpty() && m_fittedWidths != columnWidths()))
+        return;
     m_table->adjustVisibleRowsColumnWidth();
+    m_fittedWidths = columnWidths();
 }
 
 // Columns 9, 7 and 8 from a display record: "-" while the value is not known.

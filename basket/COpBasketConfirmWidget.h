@@ -210,6 +210,9 @@ private:
     EOpConfirmFilterStatus filterStatusOf(const std::string &market, const std::string &code,
                                           const FilterSwitches &switches) const;
     void clearSlots();
+    QVector<int> columnWidths() const;
+    // Fits the columns to the rows in view unless the widths are the user's.
+    void fitColumnWidths();
     QSet<QString> replacementCodes(const QString &basketName) const;
     // The row of a line, with the decimals of its price column.
     int writeRow(ttservice::CCodeOrderParam *line, OtherOrderParam *other, int priceDecimals);
@@ -268,6 +271,10 @@ private:
 
     quint64 m_tradeOpType = 512;
     int m_filterFlags = 0;
+    // The user's column layout: restored from the saved text, or widths changed since the last
+    // fit (m_fittedWidths, empty before the first).
+    bool m_layoutRestored = false;
+    QVector<int> m_fittedWidths;
     mutable FilterSwitches m_filterSwitches; // guarded by m_mutex
 };
 

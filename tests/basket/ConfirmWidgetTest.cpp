@@ -702,11 +702,37 @@ TEST_F(ConfirmWidgetTest, LayoutTextPutsTheTickFirstAndHidesAvailableForBuys)
     EXPECT_FALSE(saved.contains(QLatin1Char('|')) || saved.contains(QLatin1Char('/'))) << "a piece of the panel's text";
     widget->setParam(saved);
     EXPECT_EQ(table()->view()->horizontalHeader()->visualIndex(Widget::COL_CHECK), 0);
+    EXPECT_EQ(widget->param().toStdString(), saved.toStdString()) << "the text settles";
     EXPECT_FALSE(table()->isColumnVisible(Widget::COL_AVAILABLE));
     widget->setOperationType(19);
     EXPECT_TRUE(table()->isColumnVisible(Widget::COL_AVAILABLE));
     widget->setTradeType(2);
     EXPECT_EQ(table()->columnTitle(Widget::COL_NAME), QStringLiteral("合约名称"));
+}
+
+TEST_F(ConfirmWidgetTest, TheLayoutTheUserLeftComesBackAfterARestart)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6);
+    addStock("600000", 10.0);
+    lines = {line("a1", "600000", 18, 100)};
+    widget->setOperationType(18);
+    widget->loadParams(&lines);
+    // Columns dragged (the tick among them), one widened, one hidden.
+    table()->moveColumn(Widget::COL_CHECK, 4);
+    table()->moveColumn(Widget::COL_NAME, 0);
+    table()->setColumnWidth(Widget::COL_CODE, 173);
+    table()->setColumnVisible(Widget::COL_CHANGE, false);
+    const QString left = widget->param();
+
+    FormStub restartedForm;
+    Widget *restarted = new Widget(&restartedForm);
+    restarted->setParam(left);
+    std::vector<CCodeOrderParam> again = lines;
+    restarted->loadParams(&again);
+    EXPECT_EQ(restarted->table()->visualColumnOrder(), table()->visualColumnOrder());
+    EXPECT_EQ(restarted->table()->columnWidth(Widget::COL_CODE), 173);
+    EXPECT_FALSE(restarted->table()->isColumnVisible(Widget::COL_CHANGE));
+    EXPECT_EQ(restarted->param().toStdString(), left.toStdString());
 }
 
 } // namespace
