@@ -75,8 +75,6 @@ CDemoMainWindow::CDemoMainWindow(QWidget *parent)
     m_dock->setWidget(m_panel);
     addDockWidget(Qt::TopDockWidgetArea, m_dock);
     resize(1480, 860);
-    // The panel is the main job of the window: it gets most of the height.
-    resizeDocks({m_dock}, {560}, Qt::Vertical);
 
     // Ctrl+Q closes the window the way the window's close button does, so that the panel's state
     // is saved also where there is no window manager to press it.
@@ -123,4 +121,11 @@ void CDemoMainWindow::appendDetail(const QString &line)
     QMetaObject::invokeMethod(this, [this, line] {
         m_details->appendPlainText(QDateTime::currentDateTime().toString(QStringLiteral("HH:mm:ss ")) + line);
     }, Qt::AutoConnection);
+}
+
+void CDemoMainWindow::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    // The panel is the main job of the window: it gets about two thirds of the height.
+    resizeDocks({m_dock}, {height() * 2 / 3}, Qt::Vertical);
 }

@@ -37,6 +37,10 @@ public Q_SLOTS:
     // One line of the details behind the "明细" box: whole calls, the panel's own log lines.
     void appendDetail(const QString &line);
 
+protected:
+    // The panel keeps most of the height at any size of the window, the log the rest.
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     TC::CBasketOperationPanel *m_panel = nullptr;
     QDockWidget *m_dock = nullptr;

@@ -37,12 +37,12 @@ constexpr int kSystemBasketFlag = 64;
 constexpr double kNumberLimit = 1.0e15;
 
 // A number of a saved text: 0 for what does not parse or is no finite number.
-double savedDouble(const QString &text)
+double savedDouble(const QString &text, double unreadable = 0.0)
 {
     bool ok = false;
     const double value = text.trimmed().toDouble(&ok);
     if (!ok || !std::isfinite(value))
-        return 0.0;
+        return unreadable;
     return std::clamp(value, -kNumberLimit, kNumberLimit);
 }
 
@@ -241,7 +241,7 @@ void COpBasketParamsWidget::setParam(const QString &text)
         }
 
         if (obj.hasField("CC"))
-            resetCopiesValidator(savedDouble(fieldText(obj, "CC")));
+            resetCopiesValidator(savedDouble(fieldText(obj, "CC"), 1.0));
         if (obj.hasField("MC") && m_moneyCell)
             m_moneyCell->setValue(savedDouble(fieldText(obj, "MC")));
 
@@ -339,7 +339,7 @@ void COpBasketParamsWidget::setOldParam(const QString &text)
             showCopiesOrMoney(VT_MONEY);
     }
     if (count > 9)
-        resetCopiesValidator(savedDouble(parts.at(9)));
+        resetCopiesValidator(savedDouble(parts.at(9), 1.0));
     if (count > 10 && m_moneyCell)
         m_moneyCell->setValue(savedDouble(parts.at(10)));
     if (count > 11 && m_crdWidget)
@@ -450,7 +450,7 @@ void COpBasketParamsWidget::loadHedgeParam()
         setItemsVisible(getCurrentVolumnType(), 0);
     }
     if (count > 6)
-        resetCopiesValidator(savedDouble(parts.at(6)));
+        resetCopiesValidator(savedDouble(parts.at(6), 1.0));
     if (count > 7 && m_moneyCell)
         m_moneyCell->setValue(savedDouble(parts.at(7)));
     if (count > 8 && (batch == BATCH_SELL || batch == BATCH_POSITION_SELL) && m_sellRatioCell)

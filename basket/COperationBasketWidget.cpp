@@ -17,6 +17,7 @@
 #include <QClipboard>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollArea>
 #include <QStringList>
 
 #include <set>
@@ -64,7 +65,15 @@ void COperationBasketWidget::createUi()
     m_editWidget->setPasteDataFunc(QStringLiteral("格式为: 代码,名称,数量,权重,方向 使用tab分隔"),
                                    [this] { handlePaste(); });
 
-    m_paramsWidget = new COpBasketParamsWidget(m_splitContainer);
+    // The form never shrinks below what it needs: in a small dock it scrolls instead of letting
+    // its blocks slide over one another, and it lays itself out again when the dock grows.
+    m_paramsScroll = new QScrollArea(m_splitContainer);
+    m_paramsScroll->setObjectName(QStringLiteral("params_scroll"));
+    m_paramsScroll->setFrameShape(QFrame::NoFrame);
+    m_paramsScroll->setWidgetResizable(true);
+    m_paramsScroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_paramsWidget = new COpBasketParamsWidget(m_paramsScroll);
+    m_paramsScroll->setWidget(m_paramsWidget);
 
     // The filter reaches the table twice on purpose: the table applies a filter idempotently,
     // and the second connection keeps the order of slots the table's status code relies on.
@@ -78,7 +87,7 @@ void COperationBasketWidget::createUi()
     if (COpBasketConfirmWidget *table = m_editWidget->confirmWidget())
         table->setReplaceToolBar(m_replaceToolBar);
 
-    m_splitContainer->setWidgets(m_leftList, m_paramsWidget, 0, kParamsStableLength);
+    m_splitContainer->setWidgets(m_leftList, m_paramsScroll, 0, kParamsStableLength);
     m_splitContainer->setFirstMinLength(200);
     setInnerStretchWidget(m_splitContainer, 0, 0, 0, 0);
 

@@ -21,6 +21,7 @@
 #include <string>
 
 class QKeyEvent;
+class QScrollArea;
 
 namespace WK {
 class CSplitContainer;
@@ -121,6 +122,7 @@ private:
     void showAlgoRefusal(const QString &text) const;
 
     WK::CSplitContainer *m_splitContainer = nullptr;
+    QScrollArea *m_paramsScroll = nullptr;
     COpBasketParamsWidget *m_paramsWidget = nullptr;
     COpBasketParamsEditWidget *m_editWidget = nullptr;
     COpBasketReplaceStockToolBar *m_replaceToolBar = nullptr;
