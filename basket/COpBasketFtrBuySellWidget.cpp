@@ -34,7 +34,7 @@ COpBasketFtrBuySellWidget::COpBasketFtrBuySellWidget(QWidget *parent)
     : COpBasketOptMemoryWidget(QStringLiteral("op_basket_future_buy_sell_widget"), ttservice::BROKER_TYPE_FUTURE,
                                futureButtons(), ttservice::OT_OPEN_LONG, parent)
 {
-    m_param->setOperationType(ttservice::OT_OPEN_LONG);
+    m_param->setStartOperation(ttservice::OT_OPEN_LONG);
     m_param->resetStrategyType(ttservice::ORDER_TYPE_VWAPPLUS, QStringLiteral("VWAPPLUS"));
 }
 

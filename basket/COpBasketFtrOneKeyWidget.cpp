@@ -30,8 +30,8 @@ COpBasketFtrOneKeyWidget::COpBasketFtrOneKeyWidget(QWidget *parent)
 
     COpBasketBuySellWidget::layoutModeBlock(this, m_group, {m_buyParam, m_sellParam});
 
-    m_buyParam->setOperationType(ttservice::OT_BUY);
-    m_sellParam->setOperationType(ttservice::OT_SELL);
+    m_buyParam->setStartOperation(ttservice::OT_BUY);
+    m_sellParam->setStartOperation(ttservice::OT_SELL);
     for (COpBasketStockParamsWidget *block : {m_buyParam, m_sellParam})
         block->resetStrategyType(ttservice::ORDER_TYPE_VWAPPLUS, QStringLiteral("VWAPPLUS"));
     setCheckByID(kBuyId);

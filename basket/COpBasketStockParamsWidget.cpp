@@ -62,6 +62,29 @@ COrderSetting unpackSetting(const QString &text)
     return orderSettingFromString(QString(text).replace(QLatin1Char(';'), QLatin1Char(':')).replace(QLatin1Char('~'), QLatin1Char('$')));
 }
 
+bool sameKept(const COrderSetting &a, const COrderSetting &b)
+{
+    return packSetting(a) == packSetting(b);
+}
+
+bool sameKept(const QString &a, const QString &b)
+{
+    return a == b;
+}
+
+// Keeps what an operation holds in one of the block's per-operation memories. The first value
+// ever kept, under defaultKey, stands for every operation not visited yet. An operation that
+// holds the same as that shared entry needs none of its own: it comes back the same, and a block
+// restored onto an operation its text has no entry for writes the same text again.
+template <typename Value>
+void keep(QMap<int, Value> &memory, int defaultKey, int operation, const Value &value)
+{
+    if (memory.isEmpty())
+        memory.insert(defaultKey, value);
+    else if (memory.contains(operation) || !memory.contains(defaultKey) || !sameKept(memory.value(defaultKey), value))
+        memory.insert(operation, value);
+}
+
 // Rounds to whole ticks; a value beyond the range of the tick count stays as it is.
 double roundToTick(double value, double tick)
 {
@@ -222,22 +245,19 @@ void COpBasketStockParamsWidget::setOperationType(int operation)
 {
     if (!m_table)
         return;
-    if (operation == -1 || !m_saveParam) {
-        m_operationType = operation;
-        m_table->setOperationType(operation);
+    // The operation on view asked for again is no change: keeping now would take the table as
+    // it stands for the first change and spend it before the user set anything.
+    if (operation == -1 || !m_saveParam || operation == m_operationType) {
+        setStartOperation(operation);
         return;
     }
 
     m_table->saveVisibleFlag();
-    // The first setting ever kept stands for all operations not visited yet.
-    m_settings.insert(m_settings.isEmpty() ? m_defaultKey : m_operationType, keptSetting(*m_table));
+    keep(m_settings, m_defaultKey, m_operationType, keptSetting(*m_table));
     const QString trdText = captureTrdParams();
-    if (!m_trdParams.isEmpty()) {
-        m_trdParams.insert(m_operationType, trdText);
-    } else {
-        m_trdParams.insert(m_defaultKey, trdText);
+    if (m_trdParams.isEmpty())
         m_commonTrdParams = trdText;
-    }
+    keep(m_trdParams, m_defaultKey, m_operationType, trdText);
 
     m_operationType = operation;
     m_table->setOperationType(operation);
@@ -251,11 +271,18 @@ void COpBasketStockParamsWidget::setOperationType(int operation)
     applyTrdParams(m_trdParams.contains(operation) ? m_trdParams.value(operation) : m_commonTrdParams);
 }
 
+void COpBasketStockParamsWidget::setStartOperation(int operation)
+{
+    m_operationType = operation;
+    if (m_table)
+        m_table->setOperationType(operation);
+}
+
 QString COpBasketStockParamsWidget::param() const
 {
     if (!m_table)
         return QString();
-    if (!m_saveParam || m_settings.isEmpty()) {
+    if (!m_saveParam) {
         m_table->saveVisibleFlag();
         m_table->saveParam();
         return m_table->param();
@@ -265,13 +292,15 @@ QString COpBasketStockParamsWidget::param() const
     parts << QStringLiteral("checkedIds=%1").arg(m_table->loadCheckParam());
     parts << QStringLiteral("currentOrderType=%1").arg(static_cast<int>(m_table->orderType()));
     // The operation on view is written even before it was ever left, or what the user set on it
-    // (its settings and its algorithms' numbers) would be lost with the text.
+    // (its settings and its algorithms' numbers) would be lost with the text; before the first
+    // change, as the shared entry that change would keep. The table's own text is no choice
+    // before it either: it reads back as the older form, whose settings are reset.
     QMap<int, QString> trdParams = m_trdParams;
-    trdParams.insert(m_operationType, captureTrdParams());
+    keep(trdParams, m_defaultKey, m_operationType, captureTrdParams());
     for (auto it = trdParams.cbegin(); it != trdParams.cend(); ++it)
         parts << QStringLiteral("%1TrdParams=").arg(it.key()) + it.value();
     QMap<int, COrderSetting> settings = m_settings;
-    settings.insert(m_operationType, keptSetting(*m_table));
+    keep(settings, m_defaultKey, m_operationType, keptSetting(*m_table));
     for (auto it = settings.cbegin(); it != settings.cend(); ++it)
         parts << QStringLiteral("%1=").arg(it.key()) + packSetting(it.value());
     parts << m_table->getSingleVqAlgoUiParam(kVqTraderType);
@@ -330,10 +359,15 @@ void COpBasketStockParamsWidget::setParam(const QString &text)
     m_table->setSingleVqAlgoParam(kVqTraderType, parts.constLast());
     if (!checkedIds)
         m_table->setCheckParam(QStringLiteral("0*1"));
+    // An operation without an entry of its own shows the shared one, as a switch to it would.
     if (m_settings.contains(m_operationType))
         loadSetting(m_settings.value(m_operationType));
+    else if (m_settings.contains(m_defaultKey))
+        loadSetting(m_settings.value(m_defaultKey));
     if (m_trdParams.contains(m_operationType))
         applyTrdParams(m_trdParams.value(m_operationType));
+    else if (m_trdParams.contains(m_defaultKey))
+        applyTrdParams(m_commonTrdParams);
 }
 
 void COpBasketStockParamsWidget::updateSingleCodeOrderParam(std::vector<CCodeOrderParam> &orders) const

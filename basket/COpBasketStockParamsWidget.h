@@ -54,7 +54,11 @@ public:
 
     int operationType() const { return m_operationType; }
     // Keeps what the table holds for the old operation and brings back what the new one had.
+    // The first change keeps it for every operation not visited yet.
     void setOperationType(int operation);
+    // The operation the block is built for: nothing is kept, so that the user's first change of
+    // operation, not the block's start, decides what unvisited operations start from.
+    void setStartOperation(int operation);
 
     QString param() const;
     void setParam(const QString &text);

@@ -17,6 +17,10 @@
 #include <QComboBox>
 #include <QSignalSpy>
 
+#include <functional>
+#include <utility>
+#include <vector>
+
 namespace {
 
 using ttservice::COrderSetting;
@@ -192,6 +196,33 @@ TEST_F(ModeWidgets, futuresTextRestoresTheCurrentOperationsSetting)
     EXPECT_DOUBLE_EQ(target->orderSettings().value(0).m_stepValue, 0.2);
 }
 
+// What the trader sets before the first change of operation is what every operation not
+// visited yet starts from; the block's own start on its first operation is no change.
+TEST_F(ModeWidgets, futuresFirstVisitStartsFromWhatWasSetBefore)
+{
+    auto *futures = new TC::COpBasketFtrBuySellWidget(&parent);
+    auto *oneKey = new TC::COpBasketFtrOneKeyWidget(&parent);
+    const std::vector<std::pair<TC::COpBasketStockParamsWidget *, std::function<void()>>> firstVisits = {
+        {futures->getParamWidget(), [&] { press(futures->buttonGroup(), 56); }},
+        {oneKey->getBuyParam(), [&] { oneKey->getBuyParam()->setOperationType(ttservice::OT_SELL); }},
+        {oneKey->getSellParam(), [&] { oneKey->getSellParam()->setOperationType(ttservice::OT_BUY); }}};
+    for (const auto &visit : firstVisits) {
+        TC::COpBasketStockParamsWidget *block = visit.first;
+        COrderSetting setting;
+        block->table()->saveOpParam(QString(), setting);
+        setting.m_priceType = ttservice::PRICE_TYPE_LAST;
+        setting.m_stepValue = 0.2;
+        setting.m_validSeconds = 30;
+        block->table()->loadOpParam(setting, 0.01);
+
+        visit.second();
+        EXPECT_EQ(block->getPriceType(), ttservice::PRICE_TYPE_LAST);
+        EXPECT_DOUBLE_EQ(step(block), 0.2);
+        block->table()->saveOpParam(QString(), setting);
+        EXPECT_EQ(setting.m_validSeconds, 30);
+    }
+}
+
 TEST_F(ModeWidgets, aUserChangeInABlockClimbsToTheForm)
 {
     auto *futures = new TC::COpBasketFtrBuySellWidget(&parent);
@@ -258,6 +289,7 @@ TEST_F(ModeWidgets, oneKeyFuturesKeepsBothSidesInItsText)
     source->getBuyParam()->table()->setPriceType(2);
     source->getSellParam()->table()->setPriceType(1);
     source->getSellParam()->table()->setOrderType(4);
+    setStep(source->getSellParam(), 0.4);
     source->setCheckByID(61);
     EXPECT_EQ(source->currentOpt(), 19);
     EXPECT_FALSE(source->isCurrentBuy());
@@ -267,6 +299,7 @@ TEST_F(ModeWidgets, oneKeyFuturesKeepsBothSidesInItsText)
     EXPECT_EQ(target->getBuyParam()->getPriceType(), 2);
     EXPECT_EQ(target->getSellParam()->getPriceType(), 1);
     EXPECT_EQ(target->getSellParam()->getOrderType(), 4);
+    EXPECT_DOUBLE_EQ(step(target->getSellParam()), 0.4);
     EXPECT_EQ(target->currentOpt(), 18) << "the text does not touch the buttons";
 
     target->handleEvent(5, 61, 0, QString(), nullptr);

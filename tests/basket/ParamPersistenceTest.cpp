@@ -257,7 +257,7 @@ TEST_F(ParamPersistence, EveryTabsEntryComesBackWhicheverTabTheTextWasSavedOn)
     restored->setParam(text);
     EXPECT_EQ(restored->getTradeOpType(), TOT_FUTURE);
     EXPECT_EQ(restored->hedgeParams(), form->hedgeParams());
-    EXPECT_EQ(restored->param(), text);
+    EXPECT_EQ(restored->param().toStdString(), text.toStdString());
 }
 
 TEST_F(ParamPersistence, AFuturesTabKeepsItsCopiesBesideOtherTabsEntries)
