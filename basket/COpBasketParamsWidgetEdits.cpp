@@ -40,10 +40,46 @@ CBasketStockData probeOf(const CCodeOrderParam &line)
     return probe;
 }
 
-// Writes the edited line back into the equal row; false when the list has no such row.
-bool writeBack(QList<CBasketStockData> &rows, const CCodeOrderParam &line, bool withTouch, bool withPrice)
+bool sameStock(const CBasketStockData &row, const CBasketStockData &other)
 {
-    const int index = rows.indexOf(probeOf(line));
+    return row.m_market == other.m_market && row.m_stockCode == other.m_stockCode;
+}
+
+// A row without an account (a stock added from the keyboard) stands for the line of every
+// account: before one account's line is edited or removed it becomes a row per account, each
+// with the volume its line has now. False when the list has no such row.
+bool splitForAccounts(QList<CBasketStockData> &rows, const CBasketStockData &stock,
+                      const std::vector<CCodeOrderParam> &lines)
+{
+    int shared = -1;
+    for (int i = 0; i < rows.size() && shared < 0; ++i) {
+        if (rows[i].m_accountKey.empty() && sameStock(rows[i], stock))
+            shared = i;
+    }
+    if (shared < 0)
+        return false;
+    const CBasketStockData row = rows.takeAt(shared);
+    int at = shared;
+    for (const CCodeOrderParam &line : lines) {
+        const CBasketStockData probe = probeOf(line);
+        if (probe.m_accountKey.empty() || !sameStock(row, probe))
+            continue;
+        CBasketStockData own = row;
+        own.m_accountKey = probe.m_accountKey;
+        own.m_volume = line.m_volume;
+        rows.insert(at++, own);
+    }
+    return true;
+}
+
+// Writes the edited line back into the equal row; false when the list has no such row.
+bool writeBack(QList<CBasketStockData> &rows, const CCodeOrderParam &line, bool withTouch, bool withPrice,
+               const std::vector<CCodeOrderParam> &lines)
+{
+    const CBasketStockData probe = probeOf(line);
+    int index = rows.indexOf(probe);
+    if (index < 0 && !probe.m_accountKey.empty() && splitForAccounts(rows, probe, lines))
+        index = rows.indexOf(probe);
     if (index < 0)
         return false;
     CBasketStockData &row = rows[index];
@@ -105,8 +141,12 @@ QList<CBasketStockData> COpBasketParamsWidget::paramDataToBasketStockData(const 
 
 bool COpBasketParamsWidget::addRowTo(QList<CBasketStockData> &rows, const CBasketStockData &row, const QString &name) const
 {
-    if (rows.contains(row))
-        return false;
+    // A stock the list has on any account is there already: a row for every account would
+    // double its lines.
+    for (const CBasketStockData &present : qAsConst(rows)) {
+        if (present.m_market == row.m_market && present.m_stockCode == row.m_stockCode)
+            return false;
+    }
     CBasketStockData added = row;
     added.m_stockName = name;
     added.m_weight = 1.0;
@@ -125,7 +165,7 @@ void COpBasketParamsWidget::changeBascketData(CCodeOrderParam *line)
     case BATCH_CUSTOM_GROUP: {
         QList<CBasketStockData> *rows = customGroupList(m_tradeOpType);
         const bool full = m_customGroupMode == kModeBasketList;
-        if (rows && writeBack(*rows, *line, full, full))
+        if (rows && writeBack(*rows, *line, full, full, m_orderParams))
             setBatchOp(BATCH_CUSTOM_GROUP, false);
         break;
     }
@@ -133,7 +173,7 @@ void COpBasketParamsWidget::changeBascketData(CCodeOrderParam *line)
         // Pasted rows are for every account; the group takes the lines as shown, one row per
         // account, so that the edit of one account's line finds its row.
         entry.m_pasteList = paramDataToBasketStockData(m_orderParams, m_basketsCombo->currentText());
-        if (writeBack(entry.m_pasteList, *line, false, false)) {
+        if (writeBack(entry.m_pasteList, *line, false, false, m_orderParams)) {
             m_customGroupMode = kModePasteList;
             setBatchOp(BATCH_CUSTOM_GROUP, false);
         }
@@ -154,7 +194,7 @@ void COpBasketParamsWidget::changeBascketData(CCodeOrderParam *line)
     case BATCH_NONE: {
         entry.m_basketList = paramDataToBasketStockData(m_orderParams, m_basketsCombo->currentText());
         // The line's price is the market's of the moment, not one the user chose: it stays out.
-        if (!writeBack(entry.m_basketList, *line, true, false))
+        if (!writeBack(entry.m_basketList, *line, true, false, m_orderParams))
             break;
         m_customGroupMode = kModeBasketList;
         setBatchOp(BATCH_CUSTOM_GROUP, false);
@@ -237,8 +277,12 @@ void COpBasketParamsWidget::slotRemoveData(QVector<TC::CBasketStockData> rows)
     if (!list)
         return;
     bool removed = false;
-    for (const CBasketStockData &row : qAsConst(rows))
-        removed = list->removeOne(row) || removed;
+    for (const CBasketStockData &row : qAsConst(rows)) {
+        // The table has taken the line out already: a row shared by every account keeps the
+        // lines that are left.
+        removed = list->removeOne(row) || (!row.m_accountKey.empty() && splitForAccounts(*list, row, m_orderParams))
+                  || removed;
+    }
     if (removed || entered)
         setBatchOp(BATCH_CUSTOM_GROUP, true);
 }

@@ -73,7 +73,7 @@ protected:
             detail.m_available = 1e7;
             getUserConfig()->addAccount(info, detail);
         }
-        for (const char *code : {"600000", "600001", "600002"}) {
+        for (const char *code : {"600000", "600001", "600002", "600003"}) {
             addInstrument("SH", code);
             setQuote("SH", code, 10, 10);
         }
@@ -216,14 +216,29 @@ TEST_F(BasketEdits, StocksFromTheKeyboardAreAddedOnceAndOnlyOfTheTabsMarkets)
     EXPECT_EQ(form()->basketsCombo()->batchOp(), ETempBatchOrderFlags(BATCH_CUSTOM_GROUP));
     EXPECT_EQ(lines().count("a1 600002"), 1u);
     EXPECT_EQ(lines().count("a2 600002"), 1u);
-    const size_t count = lines().size();
+    const size_t count = form()->getCodeOrderParams()->size();
 
     form()->onSelectStock(stock("SH", "600002"), SKT_STOCK);
-    EXPECT_EQ(lines().size(), count) << "a stock in the list is not added twice";
+    form()->onSelectStock(stock("SH", "600000"), SKT_STOCK);
+    EXPECT_EQ(form()->getCodeOrderParams()->size(), count) << "a stock in the list is not added twice";
+
+    // The added stock's line of one account is edited like any other, and the edit lasts.
+    ASSERT_TRUE(table()->submitEdit(rowOf("a2", "600002"), COpBasketConfirmWidget::COL_VOLUME, QStringLiteral("500")));
+    recalculate(2);
+    EXPECT_EQ(lines().at("a2 600002"), "18 500");
+    EXPECT_EQ(lines().at("a1 600002"), "18 0");
+    EXPECT_EQ(table()->itemLonglong(rowOf("a2", "600002"), COpBasketConfirmWidget::COL_VOLUME), 500);
+    form()->onSelectStock(stock("SH", "600003"), SKT_STOCK);
+    table()->selectRow(rowOf("a1", "600003"));
+    table()->deleteSelectedRows();
+    QCoreApplication::processEvents();
+    recalculate(3);
+    EXPECT_EQ(lines().count("a1 600003"), 0u) << "so is a removal of its line";
+    EXPECT_EQ(lines().count("a2 600003"), 1u);
 
     addInstrument("CFFEX", "IF2612");
     form()->onSelectStock(stock("CFFEX", "IF2612"), SKT_FUTURE);
-    EXPECT_EQ(lines().size(), count) << "a futures code is ignored on a stock tab";
+    EXPECT_EQ(lines().count("a1 IF2612"), 0u) << "a futures code is ignored on a stock tab";
 }
 
 TEST(BasketImportTab, ChosenByTheOperationsAndMarketsOfTheRows)
