@@ -189,9 +189,17 @@ void COpBasketParamsWidget::setParam(const QString &text)
     try {
         const bson::BSONObj obj = bson::fromjson(text.toStdString());
 
+        // Both connect kinds share one tab button, so the tab's word does not tell them apart; the
+        // kind on view is "OGT". It decides the tab before anything that follows the tab (the
+        // basket's picker, the accounts) is read, or the panel reopens on the other kind.
+        if (obj.hasField("OGT")) {
+            const quint64 word = savedWord(fieldText(obj, "OGT"));
+            if (word & kConnectBits)
+                m_ggtOpType = getGgtTradeOpType(word);
+        }
         m_tradeOpType = savedTab(fieldText(obj, "BS"));
         if (m_tradeOpType & kConnectBits)
-            m_tradeOpType = getGgtTradeOpType(m_tradeOpType);
+            m_tradeOpType = getGgtTradeOpType(m_tradeOpType == TOT_HGT ? m_ggtOpType : m_tradeOpType);
 
         if (m_basketsCombo) {
             if (isShowSystemBasket(m_tradeOpType))
@@ -215,12 +223,6 @@ void COpBasketParamsWidget::setParam(const QString &text)
         // Old panels had one table for both sides: the stock block's text stands in for each.
         if (m_buySellWidget && m_buySellWidget->getBuyParam())
             m_buySellWidget->getBuyParam()->setParam(obj.hasField("BBP") ? fieldText(obj, "BBP") : fallback);
-
-        if (obj.hasField("OGT")) {
-            const quint64 word = savedWord(fieldText(obj, "OGT"));
-            if (word & kConnectBits)
-                m_ggtOpType = getGgtTradeOpType(word);
-        }
 
         if (m_buySellWidget && m_buySellWidget->getSellParam())
             m_buySellWidget->getSellParam()->setParam(obj.hasField("BSP") ? fieldText(obj, "BSP") : fallback);

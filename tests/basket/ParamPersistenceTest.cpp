@@ -556,6 +556,11 @@ INSTANTIATE_TEST_SUITE_P(
                      return std::vector<COpBasketStockParamsWidget *>{form.ggtWidget()->getBuyParam(),
                                                                       form.ggtWidget()->getSellParam()};
                  }},
+        TabState{"shenzhenConnect", TOT_SGT, ttservice::BROKER_TYPE_SGT, ttservice::BROKER_TYPE_SGT, {},
+                 [](const COpBasketParamsWidget &form) {
+                     return std::vector<COpBasketStockParamsWidget *>{form.ggtWidget()->getBuyParam(),
+                                                                      form.ggtWidget()->getSellParam()};
+                 }},
         TabState{"shenzhenConnectAlone", TOT_SGT, ttservice::BROKER_TYPE_SGT, ttservice::BROKER_TYPE_SGT, {"mdl_order_compose_hgt"},
                  [](const COpBasketParamsWidget &form) {
                      return std::vector<COpBasketStockParamsWidget *>{form.ggtWidget()->getBuyParam(),
