@@ -13,6 +13,8 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace TC {
 namespace {
 
@@ -77,8 +79,11 @@ void COpBasketPatchSettingWidget::createUi()
     toolBarBox->setInnerStretchWidget(toolBar, 0, 0, 0, 0);
 
     m_listTable->setFlag(m_listTable->flag() & ~kListFlagsOff);
-    m_listTable->addColumn(QStringLiteral("补单方式"), 177, Qt::AlignLeft | Qt::AlignVCenter);
-    m_listTable->addColumn(QStringLiteral("设为默认"), 50, Qt::AlignCenter);
+    // The second header is read whole at any font: its width follows the text.
+    const QString defaultTitle = QStringLiteral("设为默认");
+    const int defaultWidth = std::max(50, m_listTable->fontMetrics().horizontalAdvance(defaultTitle) + 16);
+    m_listTable->addColumn(QStringLiteral("补单方式"), 227 - defaultWidth, Qt::AlignLeft | Qt::AlignVCenter);
+    m_listTable->addColumn(defaultTitle, defaultWidth, Qt::AlignCenter);
     m_listTable->setColumnEditable(ColName, true);
     m_listTable->setFixedSize(253, 260);
 
