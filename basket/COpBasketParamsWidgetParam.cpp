@@ -83,6 +83,28 @@ QString fieldText(const bson::BSONObj &obj, const char *key)
     return QString::fromStdString(e.toString(false));
 }
 
+// The basket name in the per-tab text, whose fields are split at "*": a "*" of the name is
+// written as "%2A" and a "%" as "%25". A name of an older text has neither escape, as long as it
+// holds no "%2A" or "%25" of its own.
+QString escapedName(QString name)
+{
+    return name.replace(QLatin1Char('%'), QLatin1String("%25")).replace(QLatin1Char('*'), QLatin1String("%2A"));
+}
+
+QString unescapedName(QString name)
+{
+    // "%2A" first: each of its matches begins at an escape's "%", never inside a "%25".
+    return name.replace(QLatin1String("%2A"), QLatin1String("*")).replace(QLatin1String("%25"), QLatin1String("%"));
+}
+
+// The panel's text is cut at "|" by the client's frame and at "/" by the panel before this part
+// is parsed, and JSON leaves both as they are in a string; a basket name may hold either.
+// Written as JSON escapes, they are read back as the same characters.
+QString withoutCutMarks(QString json)
+{
+    return json.replace(QLatin1Char('/'), QLatin1String("\\u002f")).replace(QLatin1Char('|'), QLatin1String("\\u007c"));
+}
+
 } // namespace
 
 std::string COpBasketParamsWidget::getBsonName(quint64 word) const
@@ -173,7 +195,7 @@ QString COpBasketParamsWidget::param() const
     if (m_ratioCell)
         add("RC", cellText(m_ratioCell));
 
-    return QString::fromStdString(builder.obj().jsonString(bson::Strict, 0));
+    return withoutCutMarks(QString::fromStdString(builder.obj().jsonString(bson::Strict, 0)));
 }
 
 void COpBasketParamsWidget::setParam(const QString &text)
@@ -378,24 +400,23 @@ void COpBasketParamsWidget::saveHedgeParam() const
         || !m_buttonsBar || !m_contractCell || !m_totalLotsCell)
         return;
 
-    // One arg() after the other, as clients have always written it: a "%" in the hedge text or
-    // in a basket name can take the place of a later field. Older texts were written so.
+    // Joined, not substituted into a template: one arg() after the other took a "%1" in a
+    // basket name for the place of a later field.
     const bool hedged = m_hedgeWidget && m_hedgeWidget->isAutoHedgeCheck();
-    m_hedgeParams[m_tradeOpType] =
-        QStringLiteral("%1*%2*%3*%4*%5*%6*%7*%8*%9*%10*%11*%12*%13")
-            .arg(QString::number(static_cast<qint32>(m_tradeOpType)))
-            .arg(hedged ? QStringLiteral("1") : QStringLiteral("0"))
-            .arg(m_hedgeWidget ? m_hedgeWidget->param() : QString())
-            .arg(QString::number(static_cast<int>(m_basketsCombo->batchOp())))
-            .arg(m_basketsCombo->currentText())
-            .arg(QString::number(getCurrentVolumnType()))
-            .arg(cellText(m_copiesCell))
-            .arg(cellText(m_moneyCell))
-            .arg(cellText(m_sellRatioCell))
-            .arg(cellText(m_assetRatioCell))
-            .arg(m_buttonsBar->getCommandChange() ? QStringLiteral("true") : QStringLiteral("false"))
-            .arg(QString::number(m_contractCell->toInt()))
-            .arg(QString::number(m_totalLotsCell->toInt()));
+    m_hedgeParams[m_tradeOpType] = QStringList{QString::number(static_cast<qint32>(m_tradeOpType)),
+                                               hedged ? QStringLiteral("1") : QStringLiteral("0"),
+                                               m_hedgeWidget ? m_hedgeWidget->param() : QString(),
+                                               QString::number(static_cast<int>(m_basketsCombo->batchOp())),
+                                               escapedName(m_basketsCombo->currentText()),
+                                               QString::number(getCurrentVolumnType()),
+                                               cellText(m_copiesCell),
+                                               cellText(m_moneyCell),
+                                               cellText(m_sellRatioCell),
+                                               cellText(m_assetRatioCell),
+                                               m_buttonsBar->getCommandChange() ? QStringLiteral("true") : QStringLiteral("false"),
+                                               QString::number(m_contractCell->toInt()),
+                                               QString::number(m_totalLotsCell->toInt())}
+                                       .join(QLatin1Char('*'));
 }
 
 void COpBasketParamsWidget::loadHedgeParam()
@@ -438,7 +459,7 @@ void COpBasketParamsWidget::loadHedgeParam()
     if (count > 4 && batch == 0) {
         updateBasketSetting();
         if (m_basketsCombo)
-            m_basketsCombo->setBasket(parts.at(4), false);
+            m_basketsCombo->setBasket(unescapedName(parts.at(4)), false);
         setItemsVisible(getCurrentVolumnType(), 0);
     }
 

@@ -1,3 +1,4 @@
+#include "CBasketOperationPanel.h"
 #include "COpBasketBuySellWidget.h"
 #include "COpBasketCrdBuySellWidget.h"
 #include "COpBasketFtrBuySellWidget.h"
@@ -6,6 +7,7 @@
 #include "COpBasketParamsWidget.h"
 #include "COpBasketStockParamsWidget.h"
 #include "COpBasketsComboBox.h"
+#include "COperationBasketWidget.h"
 #include "SubstituteFixture.h"
 #include "../platform/EventRecorder.h"
 
@@ -656,6 +658,29 @@ INSTANTIATE_TEST_SUITE_P(
                       // past where they are written); the cell must still be the one on view.
                       ModeCase{"indexUnits", VT_INDEX_UNIT, COpBasketParamsWidget::CellTotalLots, 1}),
     [](const auto &info) { return std::string(info.param.name); });
+
+TEST_F(ParamPersistence, AnyBasketNameSurvivesATabSwitchAndARestart)
+{
+    // Marks of the text's own formats: placeholders of its builder, separators of its levels.
+    for (const QString &name : {QStringLiteral("b%1x%2"), QStringLiteral("a*b%"), QStringLiteral("x/y|z")}) {
+        SCOPED_TRACE(name.toStdString());
+        storeBasket(name, ttservice::BROKER_TYPE_STOCK);
+        CBasketOperationPanel panel(2, nullptr);
+        COpBasketParamsWidget *form = panel.basketWidget()->paramsWidget();
+        form->basketsCombo()->setBasket(name, false);
+        form->cell(COpBasketParamsWidget::CellCopies)->setInt(3);
+        form->handleEvent(5, static_cast<int>(TOT_SELL), 0, QString(), nullptr);
+        form->handleEvent(5, static_cast<int>(TOT_BUY), 0, QString(), nullptr);
+        EXPECT_EQ(form->currentBasketName(), name);
+        EXPECT_EQ(form->cell(COpBasketParamsWidget::CellCopies)->toInt(), 3);
+
+        CBasketOperationPanel restored(2, nullptr);
+        restored.setParam(QStringLiteral("frame|frame|") + panel.param());
+        EXPECT_EQ(restored.basketWidget()->paramsWidget()->currentBasketName(), name);
+        EXPECT_EQ(restored.basketWidget()->paramsWidget()->hedgeParams(), form->hedgeParams());
+        EXPECT_EQ(restored.param(), panel.param());
+    }
+}
 
 TEST_F(ParamPersistence, AccountsOfAnotherTabAreTickedWhenTheListShowsThem)
 {
