@@ -336,18 +336,9 @@ void COperationBasketWidget::onListGenerated(quint64 word, const QString &basket
 {
     if (m_replaceToolBar) {
         const bool stocks = word != TOT_FUTURE && word != TOT_ONEKEY_FUTURE;
-        // Futures lists have no suspended stocks or blacklists to replace.
+        // Futures lists have no suspended stocks or blacklists to replace. The blacklist boxes
+        // stay the trader's to untick once a list is shown.
         m_replaceToolBar->setToolBarShow(stocks);
-        if (stocks) {
-            if (m_replaceToolBar->isReplaceBlacklist()) {
-                m_replaceToolBar->enableReplaceBlacklistCheckBox(false);
-                m_replaceToolBar->updateFilter();
-            }
-            if (m_replaceToolBar->isFilterBlacklist()) {
-                m_replaceToolBar->enableFilterBlacklistCheckBox(false);
-                m_replaceToolBar->updateFilter();
-            }
-        }
         m_replaceToolBar->setStopPercentText(basketName);
     }
     if (m_leftList)

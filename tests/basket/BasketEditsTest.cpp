@@ -9,6 +9,7 @@
 #include "COrderParamTable.h"
 
 #include "CBaseWidget.h"
+#include "CCheckBox.h"
 #include "CTableCellEvent.h"
 #include "COpAccountsWidget.h"
 #include "COperationPushButtonGroup.h"
@@ -239,6 +240,18 @@ TEST_F(BasketEdits, StocksFromTheKeyboardAreAddedOnceAndOnlyOfTheTabsMarkets)
     addInstrument("CFFEX", "IF2612");
     form()->onSelectStock(stock("CFFEX", "IF2612"), SKT_FUTURE);
     EXPECT_EQ(lines().count("a1 IF2612"), 0u) << "a futures code is ignored on a stock tab";
+}
+
+TEST_F(BasketEdits, TheBlacklistBoxesStayTheTradersToUntick)
+{
+    COpBasketReplaceStockToolBar *bar = widget->replaceToolBar();
+    for (int id : {2, 4}) {
+        bar->checkBox(id)->click();
+        recalculate(2);
+        EXPECT_TRUE(bar->checkBox(id)->isEnabled()) << id;
+        bar->checkBox(id)->click();
+        EXPECT_FALSE(bar->checkBox(id)->isChecked()) << id;
+    }
 }
 
 TEST(BasketImportTab, ChosenByTheOperationsAndMarketsOfTheRows)
