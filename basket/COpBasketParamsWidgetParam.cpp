@@ -58,12 +58,13 @@ quint64 savedWord(const QString &text)
     return static_cast<quint64>(static_cast<qint64>(savedInt(text)));
 }
 
-// The tab of a saved text: a word of none of the tabs (damaged, or 0) opens the buy tab, as the
-// panel would otherwise stand on a tab that does not exist.
+// The tab of a saved text: a word that is not exactly one tab (damaged, 0, or -1 with every bit
+// set) opens the buy tab, as the panel would otherwise stand on a tab that does not exist.
 quint64 savedTab(const QString &text)
 {
     const quint64 word = savedWord(text);
-    return (word & TOT_ALL_TABS_MASK) == 0 ? TOT_BUY : word;
+    const bool oneTab = word != 0 && (word & ~TOT_ALL_TABS_MASK) == 0 && (word & (word - 1)) == 0;
+    return oneTab ? word : TOT_BUY;
 }
 
 QString cellText(const WK::CParameterCell *cell)

@@ -447,6 +447,7 @@ TEST_F(ParamPersistence, DamagedTextFallsBackToTheOldReader)
     QString brokenInner = formText({{"BS", QStringLiteral("1024")}, {"bsonParam", QStringLiteral("{\"COM_SELL\":")}});
     const QStringList damaged = {good.left(good.size() / 2), good.mid(1), QString(good).replace(QLatin1Char('"'), QLatin1Char('\'')),
                                  brokenInner, QStringLiteral("[1,2]"), QStringLiteral("1024;;;;;;;;x;1e999;nan;;;;;*;-5*"),
+                                 QStringLiteral("-1;"), QStringLiteral("6144;"),
                                  QStringLiteral("{\"BS\":\"-1\",\"VTB\":\"99\",\"CC\":\"1e300\",\"MC\":\"inf\"}")};
     for (const QString &text : damaged) {
         SCOPED_TRACE(text.toStdString());
@@ -463,9 +464,11 @@ TEST_F(ParamPersistence, DamagedTextFallsBackToTheOldReader)
         delete form;
     }
 
-    COpBasketParamsWidget *form = makeForm();
-    form->setParam(brokenInner);
-    EXPECT_EQ(form->getTradeOpType(), TOT_BUY);
+    for (const QString &text : {brokenInner, QStringLiteral("-1;"), QStringLiteral("{\"BS\":\"-1\"}")}) {
+        COpBasketParamsWidget *form = makeForm();
+        form->setParam(text);
+        EXPECT_EQ(form->getTradeOpType(), TOT_BUY) << text.toStdString();
+    }
 }
 
 // A form state set up on one tab: two accounts, a basket, sizing by money and a price type.
