@@ -10,7 +10,6 @@
 #include "CWidgetList.h"
 #include "TextHelpers.h"
 
-#include "CExchangeClient.h"
 #include "CQuoteClient.h"
 #include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
@@ -33,18 +32,6 @@ constexpr int kReplaceBasketId = 64;
 
 // Operations below 20 that can open or close a portfolio: 6, 8, 10, 17 and 19.
 constexpr quint32 kPortfolioOperationMask = 0xa0540;
-
-// Within one price tick of either limit: such a stock cannot trade now either.
-bool isAtPriceLimit(const CBasketStockData &row)
-{
-    const QString key = WK::vqStockKey(row.m_market, row.m_stockCode);
-    const boost::shared_ptr<CPriceData> price = CQuoteClient::instance()->getStockPrice(key);
-    if (!price)
-        return false;
-    const double tick = CExchangeClient::instance()->getCodePriceTick(key);
-    return std::fabs(price->m_lastPrice - price->m_upStopPrice) < tick
-        || std::fabs(price->m_lastPrice - price->m_downStopPrice) < tick;
-}
 
 } // namespace
 
@@ -316,17 +303,26 @@ bool COpBasketReplaceStockToolBar::handleEvent(int event, int id, int value, QSt
 
 void COpBasketReplaceStockToolBar::setStopPercentText(const QString &basketName)
 {
-    // A share of rows, though the label speaks of weight: the client has always shown it so.
+    // The weight of the suspended stocks, as the label says: the money that 替换停盘股 moves.
+    // A stock at a price limit still trades and is not counted, so the figure does not jump
+    // with the market. Without weights every row weighs the same.
     double ratio = 0.0;
     const QMap<QString, CBasketSetting> &baskets = getUserConfig()->baskets();
     const auto found = baskets.constFind(basketName);
     if (found != baskets.cend() && !found->m_stocks.isEmpty()) {
-        int stopped = 0;
+        double total = 0.0;
+        double stopped = 0.0;
+        int stoppedRows = 0;
         for (const CBasketStockData &row : found->m_stocks) {
-            if (isStoppedStock(row.m_market, row.m_stockCode) || isAtPriceLimit(row))
-                ++stopped;
+            const bool suspended = isStoppedStock(row.m_market, row.m_stockCode);
+            const double weight = std::isfinite(row.m_weight) && row.m_weight > 0.0 ? row.m_weight : 0.0;
+            total += weight;
+            if (suspended) {
+                stopped += weight;
+                ++stoppedRows;
+            }
         }
-        ratio = double(stopped) / double(found->m_stocks.size());
+        ratio = total > 0.0 ? stopped / total : double(stoppedRows) / double(found->m_stocks.size());
     }
     if (!m_stopPercentText)
         return;

@@ -455,7 +455,7 @@ TEST_F(ReplaceToolBarTest, UntickingReplaceRefreshesWithoutTip)
 
 struct PercentCase {
     const char *name;
-    double lastOfFourth; // the fourth row's last price; limits 11 and 9, tick 0.25
+    std::vector<double> weights; // of the four rows; the first is suspended
     const char *text;
 };
 
@@ -468,16 +468,20 @@ class StopPercent : public ReplaceToolBarTest, public ::testing::WithParamInterf
 {
 };
 
-TEST_P(StopPercent, SuspendedAndLimitRowsCountAsStopped)
+TEST_P(StopPercent, IsTheWeightOfTheSuspendedStocks)
 {
     const PercentCase &c = GetParam();
-    // One suspended, one at the rise limit, one in between, the fourth as the case says.
+    // One suspended, one at the rise limit, one in between, one within a tick of the fall
+    // limit: the stocks at a limit still trade and are not counted.
     storeBasket(QStringLiteral("篮子"), {QStringLiteral("600000"), QStringLiteral("600001"), QStringLiteral("600002"),
                                        QStringLiteral("600003")});
+    QList<CBasketStockData> &rows = getUserConfig()->baskets()[QStringLiteral("篮子")].m_stocks;
+    for (int i = 0; i < rows.size(); ++i)
+        rows[i].m_weight = c.weights[static_cast<size_t>(i)];
     suspend(QStringLiteral("600000"));
     quote(QStringLiteral("600001"), 11.0);
     quote(QStringLiteral("600002"), 10.0);
-    quote(QStringLiteral("600003"), c.lastOfFourth);
+    quote(QStringLiteral("600003"), 9.125);
 
     bar().setStopPercentText(QStringLiteral("篮子"));
     EXPECT_EQ(bar().stopPercentText()->text(), QString::fromUtf8(c.text));
@@ -485,10 +489,9 @@ TEST_P(StopPercent, SuspendedAndLimitRowsCountAsStopped)
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, StopPercent,
-    ::testing::Values(PercentCase{"fourthTrades", 10.5, "停盘股权重占比:50.00%"},
-                      PercentCase{"fourthWithinATickOfFall", 9.125, "停盘股权重占比:75.00%"},
-                      PercentCase{"fourthOneTickAboveFall", 9.25, "停盘股权重占比:50.00%"},
-                      PercentCase{"fourthWithoutLastPrice", ttservice::NO_VALUE, "停盘股权重占比:50.00%"}),
+    ::testing::Values(PercentCase{"equalWeights", {1, 1, 1, 1}, "停盘股权重占比:25.00%"},
+                      PercentCase{"heavierSuspended", {3, 1, 1, 1}, "停盘股权重占比:50.00%"},
+                      PercentCase{"noWeightsShareOfRows", {0, 0, 0, 0}, "停盘股权重占比:25.00%"}),
     [](const ::testing::TestParamInfo<PercentCase> &info) { return std::string(info.param.name); });
 
 TEST_F(ReplaceToolBarTest, UnknownBasketShowsZero)
