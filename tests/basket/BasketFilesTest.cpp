@@ -1,0 +1,221 @@
+#include "CBasketFileReader.h"
+#include "CBasketListExporter.h"
+
+#include "PanelEnums.h"
+
+#include "SampleMarket.h"
+#include "SubstituteFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTextCodec>
+
+#include <xlsxwriter.h>
+
+#include <iostream>
+#include <ostream>
+
+using TC::CBasketFileReader;
+using TC::CBasketListExporter;
+
+namespace {
+
+void addMarket()
+{
+    sample::addInstrument("SH", "600000", 0x7fffffff, "浦发银行");
+    sample::addInstrument("SZ", "000001", 0x7fffffff, "平安银行");
+    sample::addInstrument("SH", "600519", 0x7fffffff, "贵州茅台");
+    sample::addInstrument("CFFEX", "IF2412", 300, "沪深300指数2412");
+}
+
+// A row as the preview shows it: the taken line, or why not.
+QString describe(const CBasketFileReader::Row &row)
+{
+    if (row.m_outcome != CBasketFileReader::Taken)
+        return CBasketFileReader::outcomeText(row.m_outcome);
+    return QStringLiteral("%1 w%2 v%3%4")
+        .arg(row.m_data.key())
+        .arg(row.m_data.m_weight, 0, 'f', 2)
+        .arg(row.m_data.m_volume)
+        .arg(row.m_data.m_operationType == ttservice::OT_SELL ? QStringLiteral(" S") : QString());
+}
+
+QString describe(const CBasketFileReader::Result &result)
+{
+    if (!result.m_error.isEmpty())
+        return QStringLiteral("error: ") + result.m_error;
+    QStringList rows;
+    for (const CBasketFileReader::Row &row : result.m_rows)
+        rows << describe(row);
+    return rows.join(QLatin1Char('|')) + (result.weightsAddUp() ? QString() : QStringLiteral(" [sum]"));
+}
+
+QByteArray gbk(const char *utf8)
+{
+    return QTextCodec::codecForName("GBK")->fromUnicode(QString::fromUtf8(utf8));
+}
+
+// An .xlsx written by the library spreadsheet programs' files are compared with: shared
+// strings, numbers as numbers.
+QByteArray xlsxOf(const QVector<QStringList> &rows)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("in.xlsx"));
+    lxw_workbook *workbook = workbook_new(QFile::encodeName(path).constData());
+    lxw_worksheet *sheet = workbook_add_worksheet(workbook, "组合");
+    for (int r = 0; r < rows.size(); ++r) {
+        for (int c = 0; c < rows[r].size(); ++c) {
+            bool number = false;
+            const double value = rows[r][c].toDouble(&number);
+            if (number)
+                worksheet_write_number(sheet, lxw_row_t(r), lxw_col_t(c), value, nullptr);
+            else
+                worksheet_write_string(sheet, lxw_row_t(r), lxw_col_t(c), rows[r][c].toUtf8().constData(), nullptr);
+        }
+    }
+    workbook_close(workbook);
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+struct ReadCase {
+    const char *name;
+    QByteArray bytes;
+    const char *fileName;
+    bool futuresTab;
+    const char *expected;
+};
+
+std::ostream &operator<<(std::ostream &out, const ReadCase &c)
+{
+    return out << c.name;
+}
+
+QByteArray manyRows(int count)
+{
+    QByteArray bytes("code,weight\n");
+    for (int i = 0; i < count; ++i)
+        bytes += "600000,0.0001\n";
+    return bytes;
+}
+
+const ReadCase kReadCases[] = {
+    {"Utf8CommaFractions", "代码,名称,权重\n600000.SH,浦发,0.5\nSZ000001,平安,0.5\n", "a.csv", false,
+     "600000.SH w50.00 v0|000001.SZ w50.00 v0"},
+    {"GbkSemicolonPercentHeaderDroppedZeros", gbk("证券代码;权重(%)\r\n600000;60\r\n1;40\r\n"), "a.csv", false,
+     "600000.SH w60.00 v0|000001.SZ w40.00 v0"},
+    {"BomTabEnglishAnyOrder", "\xEF\xBB\xBFWeight\tSide\tCode\tQty\n40%\tsell\tsh600519\t200\n60%\tbuy\t600000\t100\n",
+     "a.txt", false, "600519.SH w40.00 v200 S|600000.SH w60.00 v100"},
+    {"QuotedDelimiterInName", "code,name,weight\n\"600000\",\"浦发,银行\",\"100\"\n", "a.csv", false,
+     "600000.SH w100.00 v0"},
+    {"TitleLineAboveHeader", "组合：测试\n代码,权重\n600000.sh,1\n", "a.csv", false, "600000.SH w100.00 v0"},
+    {"EveryRefusal",
+     "代码,权重,方向\n600000,50,买\n999999,10,买\n600000,5,买\n000001,abc,买\n600519,-1,买\nIF2412,1,买\n,3,买\n000001,50,hold\n",
+     "a.csv", false, "600000.SH w50.00 v0|未知代码|重复|数字有误|权重为负|与页签不符|缺少代码|数字有误 [sum]"},
+    {"BadVolumes", "code,volume\n600000,1.5\n000001,-100\n600519,1e20\n600000,300\n", "a.csv", false,
+     "数字有误|数字有误|数字有误|600000.SH w100.00 v300"},
+    {"NeitherWeightNorVolume", "code,weight,volume\n600000,,\n000001,,200\n", "a.csv", false,
+     "数字有误|000001.SZ w100.00 v200"},
+    {"FractionsShortOfOne", "code,weight\n600000,0.3\n000001,0.3\n", "a.csv", false,
+     "600000.SH w30.00 v0|000001.SZ w30.00 v0 [sum]"},
+    {"FuturesTabBothSidesStockRefused", "合约代码,手数,买卖方向\nIF2412,2,买\nIF2412,1,卖\n600000,1,买\n", "a.csv", true,
+     "IF2412.CFFEX w50.00 v2|IF2412.CFFEX w50.00 v1 S|与页签不符"},
+    {"MixedEncodingsStillReadTheCodes", QByteArray("code,name,weight\n600000,浦发,50\n") + gbk("000001,平安,50\n"), "a.csv",
+     false, "600000.SH w50.00 v0|000001.SZ w50.00 v0"},
+    {"Empty", " \n", "a.csv", false, "error: 文件是空的"},
+    {"Binary", QByteArray("\x7f" "ELF\0\0\x01\x02", 8), "a.csv", false, "error: 不是文本或 .xlsx 文件"},
+    {"NoCodeColumn", "名称,权重\n浦发,1\n", "a.csv", false, "error: 找不到代码列：第一行应有“代码”或“code”等列名"},
+    {"UnclosedQuote", "code,weight\n\"600000,1\n", "a.csv", false, "未知代码"},
+    {"MillionRowsRefused", manyRows(1000000), "a.csv", false, "error: 文件超过 10000 行，未导入"},
+    {"LimitItself", manyRows(CBasketFileReader::MAX_ROWS).replace("600000,0.0001\n600000", "600000,0.0001\n000001"),
+     "a.csv", false, "600000.SH w0.01 v0|000001.SZ w0.01 v0|重复"},
+    {"NotAZip", "code,weight\n600000,1\n", "a.xlsx", false, "error: 不是有效的 .xlsx 文件"},
+    {"Xlsx", xlsxOf({{"代码", "名称", "权重", "数量"}, {"600000", "浦发", "0.25", "100"}, {"1", "平安", "0.75", "200"}}),
+     "b.xlsx", false, "600000.SH w25.00 v100|000001.SZ w75.00 v200"},
+    {"DamagedXlsx", xlsxOf({{"代码", "权重"}, {"600000", "1"}}).replace("<", "?"), "b.xlsx", false,
+     "error: .xlsx 文件没有可读的工作表"},
+    {"TruncatedXlsx", xlsxOf({{"代码", "权重"}, {"600000", "1"}}).left(900), "b.xlsx", false,
+     "error: 不是有效的 .xlsx 文件"},
+};
+
+class BasketFileRead : public SubstituteTest, public ::testing::WithParamInterface<ReadCase>
+{
+protected:
+    void SetUp() override
+    {
+        SubstituteTest::SetUp();
+        addMarket();
+    }
+};
+
+TEST_P(BasketFileRead, givesEveryRowItsOutcome)
+{
+    const ReadCase &c = GetParam();
+    QElapsedTimer timer;
+    timer.start();
+    const CBasketFileReader::Result result =
+        CBasketFileReader::readBytes(c.bytes, QString::fromLatin1(c.fileName), c.futuresTab);
+    // Only the first lines of the limit case are compared.
+    QString shown = describe(result);
+    if (QLatin1String(c.name) == QLatin1String("LimitItself"))
+        shown = shown.section(QLatin1Char('|'), 0, 2);
+    EXPECT_EQ(shown.toStdString(), std::string(c.expected));
+    EXPECT_LT(timer.elapsed(), 5000);
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, BasketFileRead, ::testing::ValuesIn(kReadCases),
+                         [](const ::testing::TestParamInfo<ReadCase> &info) { return std::string(info.param.name); });
+
+} // namespace
+
+namespace {
+
+CBasketListExporter::Sheet sheetOf(int rows)
+{
+    CBasketListExporter::Sheet sheet;
+    sheet.m_heading = CBasketListExporter::heading(QStringLiteral("红利精选"), TC::TOT_SELL,
+                                                   QStringLiteral("2026-11-24 14:30:00"), QStringLiteral("张三"));
+    sheet.m_titles = QStringList{QStringLiteral("代码"), QStringLiteral("名称"), QStringLiteral("数量")};
+    for (int i = 0; i < rows; ++i)
+        sheet.m_rows.push_back({QStringLiteral("600000"), i == 0 ? QStringLiteral("=浦发,\"银行\"") : QStringLiteral("浦发"),
+                                QString::number(100 * (i + 1))});
+    return sheet;
+}
+
+TEST(BasketListExport, csvHasBomHeadingAndQuotedCellsAndSpreadsheetsRunNoFormula)
+{
+    const QByteArray bytes = CBasketListExporter::csvBytes(sheetOf(2));
+    EXPECT_EQ(bytes.toStdString(),
+              std::string("\xEF\xBB\xBF篮子：红利精选  页签：卖出  时间：2026-11-24 14:30:00  用户：张三\r\n"
+                          "代码,名称,数量\r\n600000,\"'=浦发,\"\"银行\"\"\",100\r\n600000,浦发,200\r\n"));
+}
+
+TEST(BasketListExport, xlsxReadsBackWithNumbersAndTwentyThousandLinesAreQuick)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("out.xlsx"));
+    QString error;
+    QElapsedTimer timer;
+    timer.start();
+    const CBasketListExporter::Sheet sheet = sheetOf(20000);
+    ASSERT_TRUE(CBasketListExporter::write(path, sheet, &error)) << error.toStdString();
+    const qint64 xlsxMs = timer.restart();
+    ASSERT_TRUE(CBasketListExporter::write(dir.filePath(QStringLiteral("out.csv")), sheet, &error));
+    const qint64 csvMs = timer.elapsed();
+    std::cout << "export of 20000 lines: xlsx " << xlsxMs << " ms, csv " << csvMs << " ms\n";
+
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QVector<QStringList> cells = CBasketFileReader::xlsxCells(file.readAll(), 30000, &error);
+    ASSERT_EQ(cells.size(), 20002) << error.toStdString();
+    EXPECT_EQ(cells[0], QStringList{sheet.m_heading});
+    EXPECT_EQ(cells[1], sheet.m_titles);
+    EXPECT_EQ(cells[2], (QStringList{QStringLiteral("600000"), QStringLiteral("'=浦发,\"银行\""), QStringLiteral("100")}));
+    EXPECT_EQ(cells[20001][2], QStringLiteral("2000000"));
+    EXPECT_EQ(CBasketListExporter::write(dir.filePath(QStringLiteral("no/such/dir/out.xlsx")), sheet, &error), false);
+}
+
+} // namespace
