@@ -355,12 +355,12 @@ private:
     void requestPositionQuotes(const QVector<CPositionParam> &positions);
     // The list the custom group's mode points at; null for a mode without one.
     QList<CBasketStockData> *customGroupList(quint64 tab);
-    // Adds row unless an equal row is there; true if it was added.
+    // Adds row unless the list has the stock already, on any account; true if it was added.
     bool addRowTo(QList<CBasketStockData> &rows, const CBasketStockData &row, const QString &name) const;
     void calcReplaceEtf(double stoppedMoney, const std::vector<boost::shared_ptr<ttservice::CAccountInfo>> &accounts,
                         QVector<ttservice::CCodeOrderParam> &params, const std::vector<double> &weights);
     void calcReplaceBlacklist(QVector<ttservice::CCodeOrderParam> &params);
-    void keepBlackStocksUnbought(QVector<ttservice::CCodeOrderParam> &params) const;
+    void keepBlackStocksUnbought(QVector<ttservice::CCodeOrderParam> &params);
     void updateParamsByAccount();
     void setParities();
     // The common body of the two instruction loaders, over the lines they picked.
@@ -448,6 +448,8 @@ private:
     QSet<QString> m_pendingQuotes;
     quint32 m_lastGenTime = 0;
     std::string m_orderRowsLog;
+    // The black buys the replacement could not exchange, as the trader was last told of them.
+    QString m_unreplacedBlackNote;
     // Rows pasted for each tab, and whether the pasted text had a weight column.
     QMap<quint64, QList<CBasketStockData>> m_clipboardStocks;
     bool m_clipboardHasWeight = false;

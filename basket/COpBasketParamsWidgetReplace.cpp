@@ -9,6 +9,7 @@
 #include "CBlackAndWhiteListService.h"
 #include "CExchangeClient.h"
 #include "CGlobalOrderParamTable.h"
+#include "CMsgService.h"
 #include "COpAccountsWidget.h"
 #include "CQuoteClient.h"
 #include "CTradeClient.h"
@@ -19,6 +20,8 @@
 
 #include "DoubleCompare.h"
 #include "StockKey.h"
+
+#include <QStringList>
 
 #include <climits>
 #include <cmath>
@@ -216,23 +219,41 @@ void COpBasketParamsWidget::calcReplaceBlacklist(QVector<CCodeOrderParam> &param
     }
 }
 
-void COpBasketParamsWidget::keepBlackStocksUnbought(QVector<CCodeOrderParam> &params) const
+void COpBasketParamsWidget::keepBlackStocksUnbought(QVector<CCodeOrderParam> &params)
 {
     // While a blacklist box is ticked no account buys a stock on its own black list: what the
     // replacement could not exchange keeps its line, with nothing to buy.
-    if (!m_replaceToolBar || (!m_replaceToolBar->isFilterBlacklist() && !m_replaceToolBar->isReplaceBlacklist()))
-        return;
-    const CBlackAndWhiteListService *lists = CBlackAndWhiteListService::instance();
-    std::unordered_map<const ttservice::CAccountInfo *, QString> displayIds;
-    for (CCodeOrderParam &line : params) {
-        if (!isBuy(line.m_operationType) || !line.m_account)
-            continue;
-        auto id = displayIds.find(line.m_account.get());
-        if (id == displayIds.end())
-            id = displayIds.emplace(line.m_account.get(), accountDisplayIDQs(line.m_account)).first;
-        if (lists->isBlackStock(id->second, QString::fromStdString(lineKey(line))))
+    const bool filter = m_replaceToolBar && m_replaceToolBar->isFilterBlacklist();
+    const bool replace = m_replaceToolBar && m_replaceToolBar->isReplaceBlacklist();
+    QStringList unreplaced;
+    if (filter || replace) {
+        const CBlackAndWhiteListService *lists = CBlackAndWhiteListService::instance();
+        std::unordered_map<const ttservice::CAccountInfo *, QString> displayIds;
+        for (CCodeOrderParam &line : params) {
+            if (!isBuy(line.m_operationType) || !line.m_account)
+                continue;
+            auto id = displayIds.find(line.m_account.get());
+            if (id == displayIds.end())
+                id = displayIds.emplace(line.m_account.get(), accountDisplayIDQs(line.m_account)).first;
+            const QString key = QString::fromStdString(lineKey(line));
+            if (!lists->isBlackStock(id->second, key))
+                continue;
+            if (replace && !filter && line.m_volume > 0)
+                unreplaced << id->second + QLatin1Char(' ') + key;
             line.m_volume = 0;
+        }
     }
+    // A trader who asked for replacement hears why a line stays at 0; the same outcome of a
+    // later recalculation is not told again.
+    const QString note = unreplaced.join(QStringLiteral("、"));
+    if (note == m_unreplacedBlackNote)
+        return;
+    m_unreplacedBlackNote = note;
+    if (note.isEmpty())
+        return;
+    const CMsgSetting setting = getUserConfig()->msgSetting(1);
+    getMsgService()->showMsg(QStringLiteral("黑名单股票没有可替换的白名单股票, 不买入: ") + note, EMsgTypeDef(1),
+                             ttservice::MsgLevel(1), setting.m_showPopup, setting.m_playSound, QString());
 }
 
 } // namespace TC

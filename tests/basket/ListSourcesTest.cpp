@@ -8,6 +8,7 @@
 #include "CBlackAndWhiteListService.h"
 #include "CCheckBox.h"
 #include "CMemoryDataCenter.h"
+#include "CMsgService.h"
 #include "COpAccountsWidget.h"
 #include "CParameterCell.h"
 #include "CQuoteClient.h"
@@ -349,6 +350,11 @@ TEST_F(BlacklistReplacement, AnUnknownWhiteStockKeepsTheBlackLineWithNothingToBu
     toolBar->checkBox(4)->setChecked(true);
     choose({row("SH", "600003", 1, 2000)});
     EXPECT_EQ(shown(), (std::vector<std::string>{"a1 600003 1000", "a2 600003 0"}));
+    // The trader is told why, once for the same outcome.
+    form->updateBasketConfirmData();
+    ASSERT_EQ(getMsgService()->shownMessages().size(), 1u);
+    EXPECT_EQ(getMsgService()->shownMessages().front().m_text,
+              QStringLiteral("黑名单股票没有可替换的白名单股票, 不买入: a2 600003.SH"));
 }
 
 TEST_F(BlacklistReplacement, SellsFuturesAndUntickedBoxesAreLeftAlone)
