@@ -43,7 +43,7 @@ int buttonOfOperation(int operation)
 
 COpBasketCrdBuySellWidget::COpBasketCrdBuySellWidget(QWidget *parent)
     : COpBasketOptMemoryWidget(QStringLiteral("op_basket_credit_buy_sell_widget"), ttservice::BROKER_TYPE_CREDIT,
-                               creditButtons(), ttservice::OT_BUY, parent)
+                               creditButtons(), ttservice::OT_MARGIN_BUY, parent)
 {
     m_param->setSaveParam(true);
     m_param->resetStrategyType(ttservice::ORDER_TYPE_VWAPPLUS, QStringLiteral("VWAPPLUS"));
@@ -84,21 +84,41 @@ void COpBasketCrdBuySellWidget::switchMode(quint64 tab)
     }
 }
 
+int COpBasketCrdBuySellWidget::writtenCurrentOpt() const
+{
+    // The reader takes 20 and 21 for the last button; 18 and 19 read back as their buttons.
+    if (m_currentOpt == ttservice::OT_MARGIN_BUY)
+        return ttservice::OT_BUY;
+    if (m_currentOpt == ttservice::OT_SHORT_SELL)
+        return ttservice::OT_SELL;
+    return m_currentOpt;
+}
+
 void COpBasketCrdBuySellWidget::setParam(const QString &text)
 {
     const QStringList parts = text.split(QLatin1Char('%'));
-    m_currentOpt = parts.at(0).toInt();
+    const int stored = parts.at(0).toInt();
     // A stored 20 or 21 checks 53, not its own button: texts of that age meant the last button.
     int id = 53;
-    if (m_currentOpt == ttservice::OT_BUY || m_currentOpt == ttservice::OT_SELL)
-        id = m_currentOpt + 90;
-    else if (m_currentOpt == ttservice::OT_BUY_TO_RETURN)
+    if (stored == ttservice::OT_BUY || stored == ttservice::OT_SELL)
+        id = stored + 90;
+    else if (stored == ttservice::OT_BUY_TO_RETURN)
         id = 52;
     m_group->setCheckedByID(id);
+    // The order leaves as the operation of the checked button; what the block keeps and shows
+    // belongs to it, not to the stored number (a stored 20 is 卖券还款 now).
+    m_currentOpt = currentOpt();
 
     // Every kept setting is read, the shown operation's included: reading only operations the
     // block already kept took nothing into a new panel, so the user's settings were lost.
     readKeptSettings(parts, false);
+    // Older texts stored the plain buy and sell for 108 and 109, with what was on view under
+    // them; it is what those buttons show unless the text has their own operation's.
+    bool ownEntry = false;
+    for (int i = 1; i + 1 < parts.size(); i += 2)
+        ownEntry = ownEntry || parts.at(i).toInt() == m_currentOpt;
+    if (!ownEntry && (stored == ttservice::OT_BUY || stored == ttservice::OT_SELL) && m_orderSettings.contains(stored))
+        applySetting(m_orderSettings.value(stored));
 }
 
 bool COpBasketCrdBuySellWidget::handleEvent(int event, int id, int value, QString text, void *data)

@@ -30,6 +30,9 @@ public:
 
     bool handleEvent(int event, int id, int value, QString text, void *data) override;
 
+protected:
+    int writtenCurrentOpt() const override;
+
 private:
     quint64 m_tradeOpType = 0x800;
 };

@@ -80,7 +80,7 @@ QString COpBasketOptMemoryWidget::param() const
         m_param->table()->saveOpParam(QString(), fresh);
         settings.insert(m_currentOpt, fresh);
     }
-    QStringList parts{QString::number(m_currentOpt)};
+    QStringList parts{QString::number(writtenCurrentOpt())};
     for (auto it = settings.cbegin(); it != settings.cend(); ++it)
         parts << QString::number(it.key()) << orderSettingToString(it.value());
     return parts.join(QLatin1Char('%'));

@@ -66,6 +66,8 @@ protected:
     // only operations already kept are taken.
     void readKeptSettings(const QStringList &parts, bool onlyKnown);
     const std::vector<ModeButton> &buttons() const { return m_buttons; }
+    // The current operation as the text writes it: a number that reads back as the same button.
+    virtual int writtenCurrentOpt() const { return m_currentOpt; }
 
     void paintEvent(QPaintEvent *event) override;
 

@@ -108,6 +108,9 @@ TEST_P(CreditText, storedOperationChecksItsButton)
     auto *credit = new TC::COpBasketCrdBuySellWidget(&parent);
     credit->setParam(QString::fromLatin1(GetParam().text));
     EXPECT_EQ(credit->buttonGroup()->checkedId(), GetParam().checkedId);
+    // What the block keeps and shows belongs to the operation of the checked button, the one the
+    // order leaves as.
+    EXPECT_EQ(credit->currentOptMemory(), credit->currentOpt());
 }
 
 const StoredOperation kStored[] = {
@@ -129,13 +132,19 @@ TEST_F(ModeWidgets, creditTextKeepsTheSettingsOfVisitedOperationsAndOfTheShownOn
     press(source->buttonGroup(), 52);
     setStep(source->getParamWidget(), 0.7);
     const QString text = source->param();
-    EXPECT_TRUE(text.startsWith(QStringLiteral("22%18%"))) << text.toStdString();
+    EXPECT_TRUE(text.startsWith(QStringLiteral("22%20%"))) << text.toStdString();
 
     // The block of a new panel, which has visited nothing.
     auto *target = new TC::COpBasketCrdBuySellWidget(&parent);
     target->setParam(text);
-    EXPECT_DOUBLE_EQ(target->orderSettings().value(18).m_stepValue, 0.4);
+    EXPECT_DOUBLE_EQ(target->orderSettings().value(20).m_stepValue, 0.4);
     EXPECT_DOUBLE_EQ(target->orderSettings().value(22).m_stepValue, 0.7);
+
+    // Older texts kept what 108 showed under the plain buy.
+    auto *older = new TC::COpBasketCrdBuySellWidget(&parent);
+    older->setParam(QStringLiteral("18%18%") + text.section(QLatin1Char('%'), 2, 2));
+    EXPECT_EQ(older->buttonGroup()->checkedId(), 108);
+    EXPECT_DOUBLE_EQ(step(older->getParamWidget()), 0.4);
 }
 
 // Each credit operation keeps the order type it was left with: through the block's text and
@@ -158,6 +167,14 @@ TEST_F(ModeWidgets, creditOperationsKeepTheirOrderTypes)
     EXPECT_EQ(target->getParamWidget()->table()->orderType(), 4);
     press(target->buttonGroup(), 108);
     EXPECT_EQ(target->getParamWidget()->table()->orderType(), 5);
+
+    // Saved on 融资买入, whose own number reads back as the last button.
+    press(source->buttonGroup(), 108);
+    auto *again = new TC::COpBasketCrdBuySellWidget(&parent);
+    again->setParam(source->param());
+    EXPECT_EQ(again->buttonGroup()->checkedId(), 108);
+    EXPECT_EQ(again->getParamWidget()->table()->orderType(), 5);
+    EXPECT_EQ(again->param(), source->param());
 }
 
 // --- futures ---

@@ -414,7 +414,7 @@ TEST_F(OldText, EveryLengthAppliesExactlyThePartsItHas)
         EXPECT_EQ(form->getCurrentVolumnType(), n > 8 ? VT_MONEY : (n > 4 ? VT_COPIES : -1));
         EXPECT_DOUBLE_EQ(form->cell(COpBasketParamsWidget::CellCopies)->toDouble(), n > 9 ? 4.0 : 1.0);
         EXPECT_DOUBLE_EQ(form->cell(COpBasketParamsWidget::CellMoney)->toDouble(), n > 10 ? 12345.0 : 0.0);
-        EXPECT_EQ(form->crdWidget()->currentOptMemory(), n > 11 ? 22 : 18);
+        EXPECT_EQ(form->crdWidget()->currentOptMemory(), n > 11 ? 22 : 20);
         EXPECT_EQ(form->ftrWidget()->currentOptMemory(), n > 12 ? 14 : 0);
         EXPECT_EQ(form->buttonsBar()->param(), n > 13 ? QStringLiteral("1:50") : QStringLiteral("0:49"));
         EXPECT_EQ(form->contractCombo()->currentData().toInt(), n > 14 ? 49 : 48);
