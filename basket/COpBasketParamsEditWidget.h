@@ -15,6 +15,8 @@
 #include <string>
 #include <vector>
 
+class QDragEnterEvent;
+class QDropEvent;
 class QKeyEvent;
 
 namespace TC {
@@ -51,22 +53,32 @@ public:
     void setCommand(const std::string &key, std::vector<ttservice::CCodeOrderParam> *list, quint64 word, bool canCustom,
                     const sSplitCmdInfo &info);
     const std::string &commandKey() const { return m_commandKey; }
+
+    // Writes the list as shown (rows in view, screen order) to path, .xlsx by its suffix, else
+    // CSV, under a line naming the basket, tab, time and user. A failure is told in a message box.
+    bool exportList(const QString &path) const;
     quint64 commandTradeOpType() const { return m_commandTradeOpType; }
 
 public Q_SLOTS:
     void slotRemoveData(QVector<TC::CBasketStockData> rows);
+    // The "导出" button: asks where, then exportList.
+    void slotExport();
 
 Q_SIGNALS:
     void sig_bascketChange(QKeyEvent *event);
     void sigRemoveData(QVector<TC::CBasketStockData> rows);
     void sigSetFilter(int flags, bool on);
     void sigbasketSettingChanged(QString name);
+    // A file was dropped on the table: the panel imports it through the basket picker.
+    void sigImportFile(QString path);
 
 protected:
     // 512 is the buy operation 18, 1024 the sell operation 19, every other word none.
     static int tradeOpTypeToOptType(quint64 word);
     // A letter or digit typed on the table starts a basket search; Ctrl combinations do not.
     void keyPressEvent(QKeyEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     void createUi();

@@ -36,6 +36,7 @@
 #include <QKeyEvent>
 #include <QListView>
 #include <QPainter>
+#include <QPushButton>
 
 namespace TC {
 namespace {
@@ -262,6 +263,13 @@ WK::CBaseWidget *COpBasketParamsWidget::createOtherParams()
     basketRow->setSpacing(2);
     basketRow->addFixedWidget(basketLabel, 0, 0);
     basketRow->addFixedWidget(m_basketsCombo, 0, 0);
+    // Imports a basket file into the picker; a file dropped on the picker or the table does the same.
+    auto *importButton = new QPushButton(QStringLiteral("导入"), basketRow);
+    importButton->setObjectName(QStringLiteral("basket_import_button"));
+    importButton->setToolTip(QStringLiteral("从 CSV 或 .xlsx 文件导入篮子，也可把文件拖到篮子框或列表上"));
+    importButton->setFixedSize(44, kCellHeight);
+    connect(importButton, &QPushButton::clicked, m_basketsCombo, &COpBasketsComboBox::slotImport);
+    basketRow->addFixedWidget(importButton, 0, 0);
     basketRow->addFixedSpace(10);
     basketRow->addFixedWidget(m_entrustLabel, 0, 0);
     basketRow->addFixedWidget(m_entrustCombo, 0, 0);

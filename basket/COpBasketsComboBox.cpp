@@ -1,15 +1,25 @@
 #include "COpBasketsComboBox.h"
 
+#include "CBasketImportDialog.h"
 #include "COpBasketsTree.h"
 
 #include "BasketHelpers.h"
 #include "CBasketSetting.h"
 #include "CUserConfig.h"
 
+#include "CBaseDialog.h"
+#include "CMessageBox.h"
+
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QFocusEvent>
+#include <QMimeData>
 #include <QGuiApplication>
 #include <QRect>
 #include <QScreen>
+#include <QTimer>
 #include <QTreeWidget>
 
 #include <utility>
@@ -39,6 +49,8 @@ COpBasketsComboBox::COpBasketsComboBox(int id, QWidget *parent)
     setInsertPolicy(QComboBox::NoInsert);
     setCompleter(nullptr);
     setFocusPolicy(Qt::StrongFocus);
+
+    setAcceptDrops(true);
 
     connect(this, &QComboBox::editTextChanged, this, &COpBasketsComboBox::slotTextChanged);
 
@@ -193,6 +205,52 @@ bool COpBasketsComboBox::canCustom() const
     default:
         return false;
     }
+}
+
+bool COpBasketsComboBox::importFile(const QString &path)
+{
+    if (path.isEmpty() || !m_tree)
+        return false;
+    const ttservice::EVQBrokerType brokerType = m_tree->getBrokerType();
+    const CBasketFileReader::Result result =
+        CBasketFileReader::readFile(path, brokerType == ttservice::BROKER_TYPE_FUTURE);
+    const QString fileName = QFileInfo(path).fileName();
+    if (!result.m_error.isEmpty()) {
+        WK::CMessageBox::warning(0, this, QStringLiteral("导入篮子"), fileName + QStringLiteral("：") + result.m_error);
+        return false;
+    }
+    CBasketImportDialog dialog(fileName, result, brokerType, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    setBasket(dialog.basketName(), false);
+    return true;
+}
+
+void COpBasketsComboBox::slotImport()
+{
+    // Qt's file dialog is modal: a run without a user imports through importFile only.
+    if (!WK::CBaseDialog::isInteractive())
+        return;
+    importFile(QFileDialog::getOpenFileName(this, QStringLiteral("导入篮子"), QString(),
+                                            QStringLiteral("篮子文件 (*.csv *.txt *.xlsx)")));
+}
+
+void COpBasketsComboBox::dragEnterEvent(QDragEnterEvent *event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.size() == 1 && urls.first().isLocalFile())
+        event->acceptProposedAction();
+}
+
+void COpBasketsComboBox::dropEvent(QDropEvent *event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.size() != 1 || !urls.first().isLocalFile())
+        return;
+    event->acceptProposedAction();
+    // The preview opens after the drop has returned to the dragging program.
+    const QString path = urls.first().toLocalFile();
+    QTimer::singleShot(0, this, [this, path] { importFile(path); });
 }
 
 void COpBasketsComboBox::setFixFont(const QFont &font)

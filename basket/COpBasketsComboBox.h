@@ -9,6 +9,8 @@
 
 #include <QString>
 
+class QDragEnterEvent;
+class QDropEvent;
 class QFocusEvent;
 class QFont;
 class QWidget;
@@ -72,6 +74,11 @@ public:
     // rebalance and the custom lists.
     bool canCustom() const;
 
+    // Reads a basket file (CSV or .xlsx), shows its preview and, on "确定", stores the basket
+    // and chooses it. A file that cannot be read is told in a message box. Whether a basket
+    // was stored.
+    bool importFile(const QString &path);
+
     void setFixFont(const QFont &font) override;
 
     bool handleEvent(int event, int id, int value, QString text, void *data) override;
@@ -85,10 +92,15 @@ public:
 
 public Q_SLOTS:
     void slotTextChanged(const QString &text);
+    // The "导入" button beside the picker: asks for a file, then importFile.
+    void slotImport();
 
 protected:
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
+    // A file dropped on the picker is imported.
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     void setChoice(const QString &name, int flags, const QString &toolTip);

@@ -81,6 +81,13 @@ void COperationBasketWidget::createUi()
         connect(m_replaceToolBar, &COpBasketReplaceStockToolBar::sigSetFilter, table, &COpBasketConfirmWidget::slotSetFilter);
     connect(m_editWidget, &COpBasketParamsEditWidget::sig_bascketChange, m_paramsWidget, &COpBasketParamsWidget::slot_bascketChange);
     connect(m_editWidget, &COpBasketParamsEditWidget::sigRemoveData, m_paramsWidget, &COpBasketParamsWidget::slotRemoveData);
+    // Queued: the preview of a dropped file opens once the drop has returned.
+    connect(m_editWidget, &COpBasketParamsEditWidget::sigImportFile, m_paramsWidget,
+            [this](const QString &path) {
+                if (m_paramsWidget && m_paramsWidget->basketsCombo())
+                    m_paramsWidget->basketsCombo()->importFile(path);
+            },
+            Qt::QueuedConnection);
 
     m_paramsWidget->setReplaceToolBar(m_replaceToolBar);
     // The table reads the same boxes to show why a line is left out.

@@ -1,8 +1,17 @@
 #include "CBasketFileReader.h"
+#include "CBasketImportDialog.h"
 #include "CBasketListExporter.h"
+#include "COpBasketParamsEditWidget.h"
+#include "COpBasketsComboBox.h"
+#include "CHpfOpConfirmWidget.h"
 
 #include "PanelEnums.h"
 
+#include "CBaseDialog.h"
+#include "CBaseWidget.h"
+#include "CMessageBox.h"
+#include "COrderParamTable.h"
+#include "CUserConfig.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
@@ -10,8 +19,12 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTextCodec>
+#include <QUrl>
 
 #include <xlsxwriter.h>
 
@@ -216,6 +229,189 @@ TEST(BasketListExport, xlsxReadsBackWithNumbersAndTwentyThousandLinesAreQuick)
     EXPECT_EQ(cells[2], (QStringList{QStringLiteral("600000"), QStringLiteral("'=浦发,\"银行\""), QStringLiteral("100")}));
     EXPECT_EQ(cells[20001][2], QStringLiteral("2000000"));
     EXPECT_EQ(CBasketListExporter::write(dir.filePath(QStringLiteral("no/such/dir/out.xlsx")), sheet, &error), false);
+}
+
+} // namespace
+
+namespace {
+
+// The picker's owner: keeps the choices that reach it.
+class PickerOwner : public WK::CBaseWidget
+{
+public:
+    PickerOwner() : WK::CBaseWidget(QStringLiteral("picker_owner"), false, nullptr) {}
+    bool handleEvent(int event, int, int, QString text, void *) override
+    {
+        if (event == TC::COpBasketsComboBox::EVENT_BASKET_CHOSEN)
+            chosen << text;
+        return true;
+    }
+    QStringList chosen;
+};
+
+struct ImportCase {
+    const char *name;
+    const char *csv;
+    int answer;        // the user's answer to the preview
+    const char *input;  // the name typed, then "\n替换" to tick the replacement
+    bool stores;
+    const char *basket; // the basket of that name afterwards, as its rows' keys
+    const char *shown;  // the preview's refusal, or the message box's text
+};
+
+std::ostream &operator<<(std::ostream &out, const ImportCase &c)
+{
+    return out << c.name;
+}
+
+const ImportCase kImportCases[] = {
+    {"TakenRowsStoredAndChosen", "代码,权重\n600000,60\n000001,40\n999999,0\n", QDialog::Accepted, "新篮子", true,
+     "新篮子:600000.SH,000001.SZ", ""},
+    {"CancelStoresNothing", "代码,权重\n600000,100\n", QDialog::Rejected, "新篮子", false, "", ""},
+    {"NameInUseRefused", "代码,权重\n600000,100\n", QDialog::Accepted, "旧篮子", false, "旧篮子:600519.SH",
+     "已有篮子“旧篮子”：换一个名称，或勾选“替换同名篮子”"},
+    {"NameInUseReplacedWhenAsked", "代码,权重\n600000,100\n", QDialog::Accepted, "旧篮子\n替换", true,
+     "旧篮子:600000.SH", ""},
+    {"ReservedNameRefused", "代码,权重\n600000,100\n", QDialog::Accepted, "剪贴板组合", false, "",
+     "“剪贴板组合”是保留名称，请换一个"},
+    {"WeightsShortRefused", "代码,权重\n600000,50\n999999,50\n", QDialog::Accepted, "新篮子", false, "",
+     "导入行的权重合计 50.00%，与 100% 相差超过 0.5 个百分点：请改正文件后再导入"},
+    {"UnreadableFileToldInABox", "名称\n浦发\n", QDialog::Accepted, "新篮子", false, "",
+     "basket.csv：找不到代码列：第一行应有“代码”或“code”等列名"},
+};
+
+class BasketImport : public SubstituteTest, public ::testing::WithParamInterface<ImportCase>
+{
+protected:
+    void SetUp() override
+    {
+        SubstituteTest::SetUp();
+        addMarket();
+        TC::CBasketSetting old;
+        old.m_name = QStringLiteral("旧篮子");
+        TC::CBasketStockData row;
+        row.m_market = QStringLiteral("SH");
+        row.m_stockCode = QStringLiteral("600519");
+        old.m_stocks << row;
+        TC::getUserConfig()->baskets().insert(old.m_name, old);
+        picker->setBrokerType(ttservice::BROKER_TYPE_STOCK);
+    }
+    void TearDown() override { WK::CBaseDialog::clearScriptedAnswer(); }
+
+    QString write(const QByteArray &bytes)
+    {
+        const QString path = dir.filePath(QStringLiteral("basket.csv"));
+        QFile file(path);
+        file.open(QIODevice::WriteOnly);
+        file.write(bytes);
+        return path;
+    }
+
+    static QString basketOf(const QString &name)
+    {
+        if (!TC::getUserConfig()->baskets().contains(name))
+            return QString();
+        QStringList keys;
+        for (const TC::CBasketStockData &row : TC::getUserConfig()->baskets().value(name).m_stocks)
+            keys << row.key();
+        return name + QLatin1Char(':') + keys.join(QLatin1Char(','));
+    }
+
+    QTemporaryDir dir;
+    PickerOwner owner;
+    TC::COpBasketsComboBox *picker = new TC::COpBasketsComboBox(36, &owner);
+};
+
+TEST_P(BasketImport, storesAndChoosesOnlyWhatThePreviewAccepts)
+{
+    const ImportCase &c = GetParam();
+    WK::CBaseDialog::setScriptedAnswer(c.answer, QString::fromUtf8(c.input));
+    const bool stored = picker->importFile(write(c.csv));
+
+    const QString name = QString::fromUtf8(c.input).section(QLatin1Char('\n'), 0, 0);
+    EXPECT_EQ(basketOf(name), QString::fromUtf8(c.basket));
+    EXPECT_EQ(stored, c.stores);
+    EXPECT_EQ(owner.chosen, stored ? QStringList{name} : QStringList());
+    EXPECT_EQ(picker->currentText(), stored ? name : TC::COpBasketsComboBox::noBasketText());
+    // What the user is told: the box of an unreadable file, or why the preview refused.
+    QString shown;
+    if (!WK::CMessageBox::records().isEmpty()) {
+        shown = WK::CMessageBox::records().back().text;
+    } else if (!c.stores) {
+        TC::CBasketImportDialog dialog(QStringLiteral("basket.csv"), CBasketFileReader::readBytes(c.csv, QString(), false),
+                                       ttservice::BROKER_TYPE_STOCK, nullptr);
+        dialog.exec();
+        shown = dialog.refusal();
+    }
+    EXPECT_EQ(shown, QString::fromUtf8(c.shown));
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, BasketImport, ::testing::ValuesIn(kImportCases),
+                         [](const ::testing::TestParamInfo<ImportCase> &info) { return std::string(info.param.name); });
+
+TEST_F(BasketImport, aFileDroppedOnThePickerOrTheTableIsImported)
+{
+    WK::CBaseDialog::setScriptedAnswer(QDialog::Accepted, QStringLiteral("拖入"));
+    QMimeData mime;
+    mime.setUrls({QUrl::fromLocalFile(write("code,weight\n600000,1\n"))});
+    // A drop goes where the drag was let in.
+    auto dropOn = [&mime](QWidget *target) {
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(target, &enter);
+        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(target, &drop);
+        return enter.isAccepted() && drop.isAccepted();
+    };
+    EXPECT_TRUE(dropOn(picker));
+    EXPECT_EQ(basketOf(QStringLiteral("拖入")), QString()) << "the preview waits until the drop has returned";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(basketOf(QStringLiteral("拖入")), QStringLiteral("拖入:600000.SH"));
+
+    TC::COpBasketParamsEditWidget wrapper(nullptr);
+    QSignalSpy imported(&wrapper, &TC::COpBasketParamsEditWidget::sigImportFile);
+    EXPECT_TRUE(dropOn(&wrapper));
+    ASSERT_EQ(imported.size(), 1);
+    EXPECT_EQ(imported.front().front().toString(), dir.filePath(QStringLiteral("basket.csv")));
+}
+
+TEST_F(BasketImport, exportWritesTheRowsInViewInScreenOrderUnderTheHeading)
+{
+    TC::getUserConfig()->setUserName(QStringLiteral("张三"));
+    ttservice::CAccountInfo info;
+    info.m_accountKey = "a1";
+    info.m_brokerType = ttservice::BROKER_TYPE_STOCK;
+    TC::getUserConfig()->addAccount(info, ttservice::CAccountDetail());
+    std::vector<ttservice::CCodeOrderParam> lines;
+    for (const char *code : {"600000", "600519"}) {
+        sample::setQuote("SH", code, 10.0, 10.0);
+        ttservice::CCodeOrderParam line;
+        line.m_account = TC::getUserConfig()->getAccountData(QStringLiteral("a1"));
+        line.m_stockInfo = ttservice::CStockInfo("SH", code, std::string("股票") + code);
+        line.m_operationType = ttservice::OT_BUY;
+        line.m_volume = 100;
+        lines.push_back(line);
+    }
+    TC::COpBasketParamsEditWidget wrapper(nullptr);
+    wrapper.setBasketName(QStringLiteral("红利精选"));
+    wrapper.setTradeOpType(TC::TOT_BUY);
+    wrapper.loadParams(&lines, TC::TOT_BUY, true);
+    wrapper.confirmWidget()->table()->sortByColumn(TC::COpBasketConfirmWidget::COL_CODE, Qt::DescendingOrder);
+
+    const QString path = dir.filePath(QStringLiteral("list.csv"));
+    ASSERT_TRUE(wrapper.exportList(path));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    EXPECT_TRUE(bytes.startsWith("\xEF\xBB\xBF"));
+    const QStringList written = QString::fromUtf8(bytes).split(QStringLiteral("\r\n"));
+    ASSERT_GE(written.size(), 4);
+    EXPECT_TRUE(written[0].startsWith(QStringLiteral("篮子：红利精选  页签：买入  时间：")));
+    EXPECT_TRUE(written[0].endsWith(QStringLiteral("用户：张三")));
+    EXPECT_TRUE(written[1].contains(QStringLiteral("代码")));
+    EXPECT_TRUE(written[2].contains(QStringLiteral("600519,股票600519,")));
+    EXPECT_TRUE(written[3].contains(QStringLiteral("600000,股票600000,")));
+    EXPECT_FALSE(wrapper.exportList(dir.filePath(QStringLiteral("no/such/dir/list.csv"))));
+    EXPECT_EQ(WK::CMessageBox::records().size(), 1);
 }
 
 } // namespace
