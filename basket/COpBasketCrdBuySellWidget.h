@@ -13,7 +13,7 @@ namespace TC {
 // user set is kept per operation and comes back when the operation is chosen again.
 //
 // Its text: the current operation, then the kept settings as operation and setting, all joined
-// by "%".
+// by "%". A current 20 or 21 is written as 18 or 19: read back, 20 and 21 check button 53.
 class BASKETPANEL_EXPORT COpBasketCrdBuySellWidget final : public COpBasketOptMemoryWidget
 {
     Q_OBJECT
