@@ -12,6 +12,7 @@
 #include "CMessageBox.h"
 #include "COrderParamTable.h"
 #include "CUserConfig.h"
+#include "CSampleData.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
@@ -28,6 +29,7 @@
 
 #include <xlsxwriter.h>
 
+#include <algorithm>
 #include <iostream>
 #include <ostream>
 
@@ -412,6 +414,44 @@ TEST_F(BasketImport, exportWritesTheRowsInViewInScreenOrderUnderTheHeading)
     EXPECT_TRUE(written[3].contains(QStringLiteral("600000,股票600000,")));
     EXPECT_FALSE(wrapper.exportList(dir.filePath(QStringLiteral("no/such/dir/list.csv"))));
     EXPECT_EQ(WK::CMessageBox::records().size(), 1);
+}
+
+} // namespace
+
+namespace {
+
+// The demo's sample files read as the demo shows them: every good row taken, every bad one
+// refused with its reason, weights that come to 100%.
+TEST_F(BasketImport, theDemosSampleFilesReadOnTheSampleMarket)
+{
+    TC::CExchangeClient::instance()->reset();
+    const CSampleData sample;
+    for (const CSampleInstrument &stock : sample.stocks()) {
+        ttservice::CInstrumentDetail detail;
+        detail.m_market = stock.market.toStdString();
+        detail.m_stockCode = stock.code.toStdString();
+        detail.m_stockName = stock.name.toStdString();
+        TC::CExchangeClient::instance()->addInstrument(detail);
+    }
+    const struct {
+        const char *file;
+        const char *outcomes;
+    } files[] = {
+        {"research-consumer-gbk.csv", "导入*8"},
+        {"index-enhanced-with-errors.xlsx", "导入*8|未知代码|重复|数字有误|权重为负|缺少代码"},
+    };
+    for (const auto &f : files) {
+        const CBasketFileReader::Result result =
+            CBasketFileReader::readFile(QStringLiteral(BASKET_SAMPLES_DIR "/") + QLatin1String(f.file), false);
+        QStringList outcomes;
+        for (const CBasketFileReader::Row &row : result.m_rows)
+            outcomes << CBasketFileReader::outcomeText(row.m_outcome);
+        const QString taken = QStringLiteral("导入*%1").arg(result.m_taken);
+        outcomes.erase(std::remove(outcomes.begin(), outcomes.end(), QStringLiteral("导入")), outcomes.end());
+        outcomes.prepend(taken);
+        EXPECT_EQ(outcomes.join(QLatin1Char('|')), QString::fromUtf8(f.outcomes)) << f.file;
+        EXPECT_TRUE(result.weightsAddUp()) << f.file;
+    }
 }
 
 } // namespace
