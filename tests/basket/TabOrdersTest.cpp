@@ -21,6 +21,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 using namespace TC;
 using ttservice::CCodeOrderParam;
@@ -112,7 +113,21 @@ TEST_P(TabOrders, placedOrderCarriesTheTabsOperationPriceAndAlgorithm)
     info.m_brokerType = c.broker;
     ttservice::CAccountDetail detail;
     detail.m_available = 1e8;
-    getUserConfig()->addAccount(info, detail);
+    // Holdings of both instruments on both sides, so that every sell and close has a volume: a
+    // line of 0 would never leave.
+    std::vector<ttservice::CPositionStatics> held;
+    for (const char *code : codes) {
+        for (int direction : {48, 49}) {
+            ttservice::CPositionStatics position;
+            position.m_market = market;
+            position.m_stockCode = code;
+            position.m_direction = direction;
+            position.m_volume = position.m_canUseVolume = 1000;
+            position.m_availableVolume = 1000;
+            held.push_back(position);
+        }
+    }
+    getUserConfig()->addAccount(info, detail, held);
     form->refreshAccounts();
     form->accountsWidget()->setSelectedAccount(QStringLiteral("a1"), true);
 
