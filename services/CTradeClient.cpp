@@ -58,6 +58,8 @@ bool CTradeClient::placeCommands(
     m_placeCommandsCalls.push_back(call);
     if (m_placeCommandsObserver)
         m_placeCommandsObserver(call);
+    if (m_placeResult && m_route)
+        return m_route->routeCommands(call);
     return m_placeResult;
 }
 
@@ -85,6 +87,8 @@ bool CTradeClient::placeTasks(ttservice::EVqTraderType traderType, ttservice::EV
     m_placeTasksCalls.push_back(call);
     if (m_placeTasksObserver)
         m_placeTasksObserver(call);
+    if (m_placeResult && m_route)
+        return m_route->routeTasks(call);
     return m_placeResult;
 }
 
@@ -173,6 +177,20 @@ void CTradeClient::addCommand(boost::shared_ptr<ttservice::COrderCommand> comman
         m_commands[command->getKey()] = std::move(command);
 }
 
+bool CTradeClient::addTradedVolume(const std::string &commandKey, const std::string &lineKey, double volume)
+{
+    const auto it = m_commands.find(commandKey);
+    if (it == m_commands.end() || !it->second)
+        return false;
+    for (ttservice::CCodeOrderParam &line : it->second->m_orders) {
+        if (line.getKey() != lineKey)
+            continue;
+        line.m_tradedVolume = (ttservice::hasValue(line.m_tradedVolume) ? line.m_tradedVolume : 0.0) + volume;
+        return true;
+    }
+    return false;
+}
+
 void CTradeClient::removeCommand(const std::string &key)
 {
     m_commands.erase(key);
@@ -217,6 +235,7 @@ void CTradeClient::reset()
     m_splitHandler = nullptr;
     m_placeCommandsObserver = nullptr;
     m_placeTasksObserver = nullptr;
+    m_route = nullptr;
 }
 
 } // namespace TC

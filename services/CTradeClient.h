@@ -8,6 +8,7 @@
 #include "COrderCommand.h"
 #include "CPlaceCommandsCall.h"
 #include "CPlaceTasksCall.h"
+#include "IOrderRoute.h"
 #include "TTError.h"
 #include "TradeEnums.h"
 
@@ -144,8 +145,16 @@ public:
     // Called after each recorded placeCommands / placeTasks call.
     void setPlaceCommandsObserver(std::function<void(const CPlaceCommandsCall &)> observer);
     void setPlaceTasksObserver(std::function<void(const CPlaceTasksCall &)> observer);
+    // Carries every recorded placeCommands / placeTasks call on to a counterparty (null: none).
+    // A call the route refuses answers false. Not owned.
+    void setRoute(IOrderRoute *route) { m_route = route; }
+    IOrderRoute *route() const { return m_route; }
+    // Adds what a counterparty reports filled to the traded volume of the instruction's line with
+    // this key (CCodeOrderParam::getKey), so that the next sizing takes only what is left.
+    // False when no instruction or line has these keys.
+    bool addTradedVolume(const std::string &commandKey, const std::string &lineKey, double volume);
     // No recorded calls, no instructions, every account logged in, scripted answers true, no
-    // handlers and no observers.
+    // handlers, no observers and no route.
     void reset();
 
 private:
@@ -163,6 +172,7 @@ private:
     std::function<std::vector<int>(const CSplitEntrustsCall &)> m_splitHandler;
     std::function<void(const CPlaceCommandsCall &)> m_placeCommandsObserver;
     std::function<void(const CPlaceTasksCall &)> m_placeTasksObserver;
+    IOrderRoute *m_route = nullptr;
 };
 
 } // namespace TC
