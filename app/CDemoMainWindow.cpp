@@ -61,7 +61,7 @@ CDemoMainWindow::CDemoMainWindow(QWidget *parent)
         appendLog(QStringLiteral("载入指令 ") + QString::fromStdString(entry.key) + QStringLiteral(" ") + entry.title);
     });
 
-    auto *layout = new QVBoxLayout(central);
+    auto *layout = m_layout = new QVBoxLayout(central);
     layout->setContentsMargins(6, 6, 6, 6);
     layout->addWidget(m_instructionsTitle);
     layout->addWidget(m_instructions);
@@ -106,6 +106,14 @@ bool CDemoMainWindow::chooseInstruction(const std::string &key)
         }
     }
     return false;
+}
+
+void CDemoMainWindow::addOrdersPane(QWidget *pane)
+{
+    auto *title = new QLabel(QStringLiteral("FIX 委托与成交"), centralWidget());
+    const int at = m_layout->indexOf(m_log) - 1; // above the log's title row
+    m_layout->insertWidget(at, title);
+    m_layout->insertWidget(at + 1, pane, 2);
 }
 
 void CDemoMainWindow::appendLog(const QString &line)

@@ -8,6 +8,7 @@ class QDockWidget;
 class QLabel;
 class QListWidget;
 class QPlainTextEdit;
+class QVBoxLayout;
 
 namespace TC {
 class CBasketOperationPanel;
@@ -30,6 +31,8 @@ public:
     void showInstructions(const QVector<CSampleInstructions::Entry> &entries);
     // Chooses the instruction with this key as the trader would; false if none has it.
     bool chooseInstruction(const std::string &key);
+    // Shows a pane of the orders sent over a route and their fills above the order log.
+    void addOrdersPane(QWidget *pane);
 
 public Q_SLOTS:
     // One line of the order log, what a trader reads; safe to call from any thread.
@@ -48,5 +51,6 @@ private:
     QPlainTextEdit *m_details = nullptr;
     QLabel *m_instructionsTitle = nullptr;
     QListWidget *m_instructions = nullptr;
+    QVBoxLayout *m_layout = nullptr;
     QVector<CSampleInstructions::Entry> m_entries;
 };

@@ -1,6 +1,8 @@
 #include "CDemoLogging.h"
 #include "CDemoBasketsText.h"
+#include "CDemoFixRoute.h"
 #include "CDemoMainWindow.h"
+#include "CDemoOrdersPane.h"
 #include "CDemoOrderLog.h"
 #include "CDemoSavedState.h"
 #include "CBasketOperationPanel.h"
@@ -27,10 +29,12 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QPixmap>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -257,6 +261,18 @@ int main(int argc, char **argv)
     parser.addOption(freshOption);
     parser.addOption(logFileOption);
     parser.addOption(logConfigOption);
+    const QCommandLineOption routeOption(
+        QStringLiteral("route"),
+        QStringLiteral("Where orders go: fix (over FIX 4.4 to a simulated exchange in this process, which fills "
+                       "them; the default) or record (only printed; the default of --place and --screenshot)."),
+        QStringLiteral("ROUTE"));
+    const QCommandLineOption routeSettingsOption(
+        QStringLiteral("route-settings"),
+        QStringLiteral("With --route fix: a QuickFIX settings file of your own counterparty instead of the simulated "
+                       "exchange."),
+        QStringLiteral("FILE"));
+    parser.addOption(routeOption);
+    parser.addOption(routeSettingsOption);
     parser.process(app);
     // Before anything logs, as the client configures log4cxx at its start.
     CDemoLogging::configure(parser.value(logConfigOption), parser.value(logFileOption));
@@ -297,6 +313,12 @@ int main(int argc, char **argv)
     // Runs for scripts (a picture, an order to print) start from the defaults and leave the
     // user's saved state alone, so that they give the same result on every machine.
     const bool scripted = screenshot || parser.isSet(placeOption);
+    const QString routeName = parser.isSet(routeOption) ? parser.value(routeOption)
+                                                        : (scripted ? QStringLiteral("record") : QStringLiteral("fix"));
+    if (routeName != QLatin1String("fix") && routeName != QLatin1String("record")) {
+        std::fprintf(stderr, "basket-demo: --route wants fix or record, got \"%s\"\n", qPrintable(routeName));
+        return 2;
+    }
     const CDemoSavedState savedState(role);
     const QString saved = scripted || parser.isSet(freshOption) ? QString() : savedState.load();
     const CDemoSavedState patchStore = CDemoSavedState::patchSettings(role);
@@ -339,6 +361,41 @@ int main(int argc, char **argv)
     TC::getMsgService()->setObserver([&window](const TC::CMsgService::CShowMsgCall &call) {
         window.appendLog(QStringLiteral("提示  ") + call.m_text);
     });
+    // Orders over FIX: what comes back shows in the orders pane and, for fills and rejects, in the log.
+    std::unique_ptr<CDemoFixRoute> fixRoute;
+    if (routeName == QLatin1String("fix")) {
+        fixRoute = std::make_unique<CDemoFixRoute>(
+            QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/fix"), opening,
+            parser.value(routeSettingsOption));
+        QString error;
+        if (!fixRoute->start(&error)) {
+            std::fprintf(stderr, "basket-demo: %s; orders are only recorded\n", qPrintable(error));
+            fixRoute.reset();
+        } else {
+            auto *pane = new CDemoOrdersPane(&window);
+            window.addOrdersPane(pane);
+            QObject::connect(fixRoute->route(), &TC::CFixRoute::linesChanged, pane, &CDemoOrdersPane::showLines);
+            QObject::connect(fixRoute->route(), &TC::CFixRoute::linesChanged, &window,
+                             [&window](const std::vector<TC::COrderLineState> &lines) {
+                                 for (const TC::COrderLineState &line : lines) {
+                                     if (line.m_status != TC::EOrderLineStatus::Filled
+                                         && line.m_status != TC::EOrderLineStatus::Rejected)
+                                         continue;
+                                     window.appendLog(QStringLiteral("回报  %1 %2 %3 %4 %5 @ %6 %7")
+                                                          .arg(QString::fromStdString(line.m_clOrdId),
+                                                               QString::fromStdString(line.m_market + "." + line.m_code),
+                                                               TC::orderLineStatusText(line.m_status),
+                                                               QString::number(line.m_cumQty, 'f', 0),
+                                                               QString::number(line.m_orderQty, 'f', 0),
+                                                               QString::number(line.m_avgPx, 'f', 3),
+                                                               QString::fromStdString(line.m_text)));
+                                 }
+                             });
+            QObject::connect(fixRoute->route(), &TC::CFixRoute::connectionChanged, &window, [&window](bool on) {
+                window.appendLog(on ? QStringLiteral("FIX 连接已登录") : QStringLiteral("FIX 连接断开: 未回报的委托状态未知"));
+            });
+        }
+    }
     showPatchLink(window.panel());
     window.show();
     // An explicit tab wins over the restored one.
@@ -362,8 +419,19 @@ int main(int argc, char **argv)
     }
 
     if (parser.isSet(placeOption)) {
-        // The quotes of a new list come from the event loop: place once they have sized it.
-        QTimer::singleShot(200, &window, [&window] { placeOrder(window.panel()); });
+        // The quotes of a new list come from the event loop: place once they have sized it, and
+        // over FIX once the session is up.
+        if (fixRoute && !fixRoute->route()->isLoggedOn()) {
+            auto placed = std::make_shared<bool>(false);
+            QObject::connect(fixRoute->route(), &TC::CFixRoute::connectionChanged, &window, [&window, placed](bool on) {
+                if (on && !*placed) {
+                    *placed = true; // once: a later reconnect places nothing again
+                    QTimer::singleShot(200, &window, [&window] { placeOrder(window.panel()); });
+                }
+            });
+        } else {
+            QTimer::singleShot(200, &window, [&window] { placeOrder(window.panel()); });
+        }
     }
     if (screenshot) {
         const QString file = parser.value(screenshotOption);
@@ -377,6 +445,7 @@ int main(int argc, char **argv)
         market.start();
     }
     const int result = app.exec();
+    fixRoute.reset();
     market.stop();
     if (!scripted)
         saveUserBaskets(basketStore, sampleBaskets);
