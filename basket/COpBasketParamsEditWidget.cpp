@@ -1,6 +1,7 @@
 #include "COpBasketParamsEditWidget.h"
 
 #include "CBasketListExporter.h"
+#include "CBasketSizingSummary.h"
 #include "CHpfOpConfirmWidget.h"
 
 #include "CTradeClient.h"
@@ -54,6 +55,9 @@ void COpBasketParamsEditWidget::createUi()
     m_opConfirmWidget->setTradeType(4);
     m_opConfirmWidget->setOpConfirmType(1);
     list->addStretchWidget(m_opConfirmWidget, 1, 3, 0);
+    m_sizingSummary = new CBasketSizingSummary(list);
+    m_sizingSummary->setTable(m_opConfirmWidget);
+    list->addFixedWidget(m_sizingSummary, 3, 0);
     setInnerStretchWidget(list, 0, 0, 0, 0);
     setAcceptDrops(true);
 }
@@ -68,6 +72,8 @@ void COpBasketParamsEditWidget::setBasketName(const QString &name)
 {
     if (m_opConfirmWidget)
         m_opConfirmWidget->setBasketName(name);
+    if (m_sizingSummary)
+        m_sizingSummary->setBasketName(name);
 }
 
 void COpBasketParamsEditWidget::setLineEditable(bool editable)

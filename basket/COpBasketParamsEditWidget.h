@@ -21,6 +21,7 @@ class QKeyEvent;
 
 namespace TC {
 
+class CBasketSizingSummary;
 class CHpfOpConfirmWidget;
 
 // The wrapper of the confirmation table that the panel places in its form: it passes calls on
@@ -47,6 +48,7 @@ public:
     ttservice::CCodeOrderParam *getParamByRowIndex(int row) const;
     CHpfOpConfirmWidget *getOpConfirmWidget() const { return m_opConfirmWidget; }
     CHpfOpConfirmWidget *confirmWidget() const { return m_opConfirmWidget; }
+    CBasketSizingSummary *sizingSummary() const { return m_sizingSummary; }
     // The list as the table holds it, by value; empty without the table.
     std::vector<ttservice::CCodeOrderParam> getOrderParams() const;
     // Loads an instruction's list; an unknown instruction leaves the table as it is.
@@ -84,6 +86,7 @@ private:
     void createUi();
 
     CHpfOpConfirmWidget *m_opConfirmWidget = nullptr;
+    CBasketSizingSummary *m_sizingSummary = nullptr;
     std::string m_commandKey;
     quint64 m_commandTradeOpType = 0;
 };

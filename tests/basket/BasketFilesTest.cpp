@@ -1,6 +1,7 @@
 #include "CBasketFileReader.h"
 #include "CBasketImportDialog.h"
 #include "CBasketListExporter.h"
+#include "CBasketSizingSummary.h"
 #include "COpBasketParamsEditWidget.h"
 #include "COpBasketsComboBox.h"
 #include "CHpfOpConfirmWidget.h"
@@ -30,6 +31,7 @@
 #include <xlsxwriter.h>
 
 #include <algorithm>
+#include <cmath>
 #include <iostream>
 #include <ostream>
 
@@ -452,6 +454,77 @@ TEST_F(BasketImport, theDemosSampleFilesReadOnTheSampleMarket)
         EXPECT_EQ(outcomes.join(QLatin1Char('|')), QString::fromUtf8(f.outcomes)) << f.file;
         EXPECT_TRUE(result.weightsAddUp()) << f.file;
     }
+}
+
+} // namespace
+
+namespace {
+
+// The strip under the table against the table itself: money per account to the cent, the lines
+// at 0 with their reasons, the drift from the stored basket's weights; it follows a quote tick.
+TEST_F(BasketImport, sizingSummaryAgreesWithTheTableToTheCent)
+{
+    ttservice::CAccountInfo info;
+    info.m_accountKey = "a1";
+    info.m_brokerType = ttservice::BROKER_TYPE_STOCK;
+    ttservice::CAccountDetail detail;
+    detail.m_available = 1e7;
+    TC::getUserConfig()->addAccount(info, detail);
+    TC::CBasketSetting basket;
+    basket.m_name = QStringLiteral("三只股票");
+    std::vector<ttservice::CCodeOrderParam> lines;
+    const struct {
+        const char *code;
+        double last;
+        int64_t volume;
+    } rows[] = {{"600000", 10.37, 300}, {"600519", 1688.88, 100}, {"000001", 11.11, 0}};
+    for (const auto &row : rows) {
+        const std::string market = row.code[0] == '6' ? "SH" : "SZ";
+        sample::setQuote(market, row.code, row.last, row.last);
+        ttservice::CCodeOrderParam line;
+        line.m_account = TC::getUserConfig()->getAccountData(QStringLiteral("a1"));
+        line.m_stockInfo = ttservice::CStockInfo(market, row.code, std::string("股票") + row.code);
+        line.m_operationType = ttservice::OT_BUY;
+        line.m_volume = row.volume;
+        lines.push_back(line);
+        TC::CBasketStockData stock;
+        stock.m_market = QString::fromStdString(market);
+        stock.m_stockCode = QString::fromLatin1(row.code);
+        stock.m_weight = 100.0 / 3;
+        basket.m_stocks << stock;
+    }
+    TC::getUserConfig()->baskets().insert(basket.m_name, basket);
+    TC::COpBasketParamsEditWidget wrapper(nullptr);
+    wrapper.setBasketName(basket.m_name);
+    wrapper.loadParams(&lines, TC::TOT_BUY, true);
+    QCoreApplication::processEvents();
+
+    const TC::CBasketSizingSummary::Summary summary =
+        TC::CBasketSizingSummary::compute(*wrapper.confirmWidget(), basket.m_name);
+    ASSERT_EQ(summary.m_accounts.size(), 1);
+    double table = 0.0;
+    const WK::CBaseNormalTable *shown = wrapper.confirmWidget()->table();
+    for (int visual = 0; visual < shown->rowCount(); ++visual)
+        table += std::round(shown->itemDouble(shown->rowID(visual), TC::COpBasketConfirmWidget::COL_COST) * 100) / 100;
+    EXPECT_DOUBLE_EQ(summary.m_accounts[0].m_money, table);
+    EXPECT_DOUBLE_EQ(table, 300 * 10.37 + 100 * 1688.88);
+    // Sized weights 1.81%, 98.19% and 0 against a third each.
+    EXPECT_EQ(TC::CBasketSizingSummary::lineText(summary),
+              QStringLiteral("1 个账户，勾选市值 171,999.00 元，数量为 0 的 1 行；与篮子权重偏离 64.86%（最大 600519.SH 64.86%）"));
+    EXPECT_EQ(TC::CBasketSizingSummary::detailTexts(summary),
+              QStringList{QStringLiteral("a1：3 行，勾选市值 171,999.00 元；数量为 0：不足一手或资金不足 1 行")});
+
+    // A tick reaches the strip with the table's own half-second refresh.
+    TC::CPriceData tick;
+    tick.m_market = "SH";
+    tick.m_stockCode = "600000";
+    tick.m_lastPrice = 10.5;
+    tick.m_lastClose = 10.37;
+    TC::CQuoteClient::instance()->publishQuote(tick);
+    wrapper.confirmWidget()->slotTimeout();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(wrapper.sizingSummary()->text().contains(QStringLiteral("勾选市值 172,038.00 元")))
+        << wrapper.sizingSummary()->text().toStdString();
 }
 
 } // namespace

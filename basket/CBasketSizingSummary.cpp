@@ -1,0 +1,234 @@
+#include "CBasketSizingSummary.h"
+
+#include "COpBasketConfirmWidget.h"
+
+#include "CBasketSetting.h"
+#include "CUserConfig.h"
+
+#include "COrderParamTable.h"
+#include "CTableModel.h"
+
+#include <QAbstractItemModel>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QSet>
+#include <QTimer>
+#include <QToolButton>
+
+#include <cmath>
+
+namespace TC {
+namespace {
+
+using W = COpBasketConfirmWidget;
+
+double cents(double value)
+{
+    return std::round(value * 100.0) / 100.0;
+}
+
+QString moneyText(double value)
+{
+    return QLocale(QLocale::Chinese, QLocale::China).toString(value, 'f', 2);
+}
+
+QString percent(double value)
+{
+    return QString::number(value, 'f', 2) + QLatin1Char('%');
+}
+
+// Why a line came out at 0, as the table's status and price columns show it.
+QString zeroReason(const WK::CBaseNormalTable &table, int rowId)
+{
+    const QString status = table.itemText(rowId, W::COL_STATUS);
+    if (status != W::getStatusString(W::OCFS_NORMAL))
+        return status;
+    const QString last = table.itemText(rowId, W::COL_LAST_PRICE);
+    if (last.isEmpty() || last == QStringLiteral("-"))
+        return QStringLiteral("无行情");
+    return QStringLiteral("不足一手或资金不足");
+}
+
+} // namespace
+
+CBasketSizingSummary::CBasketSizingSummary(QWidget *parent)
+    : QWidget(parent)
+{
+    setObjectName(QStringLiteral("basket_sizing_summary"));
+    m_toggle = new QToolButton(this);
+    m_label = new QLabel(this);
+    m_refreshTimer = new QTimer(this);
+
+    m_toggle->setArrowType(Qt::RightArrow);
+    m_toggle->setAutoRaise(true);
+    m_toggle->setToolTip(QStringLiteral("展开或收起"));
+    m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_refreshTimer->setSingleShot(true);
+    m_refreshTimer->setInterval(0);
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(2, 0, 2, 0);
+    row->setSpacing(2);
+    row->addWidget(m_toggle, 0, Qt::AlignTop);
+    row->addWidget(m_label, 1);
+
+    connect(m_toggle, &QToolButton::clicked, this, [this] { setCollapsed(!m_collapsed); });
+    connect(m_refreshTimer, &QTimer::timeout, this, &CBasketSizingSummary::refresh);
+
+    refresh();
+}
+
+CBasketSizingSummary::~CBasketSizingSummary() = default;
+
+void CBasketSizingSummary::setTable(COpBasketConfirmWidget *table)
+{
+    m_table = table;
+    if (!table || !table->table())
+        return;
+    // Quote ticks and reloads reach the strip as changes of the table's model; many changes in
+    // one pass of the event loop make one refresh.
+    const QAbstractItemModel *model = table->table()->model();
+    connect(model, &QAbstractItemModel::dataChanged, this, &CBasketSizingSummary::scheduleRefresh);
+    connect(model, &QAbstractItemModel::modelReset, this, &CBasketSizingSummary::scheduleRefresh);
+    connect(model, &QAbstractItemModel::rowsInserted, this, &CBasketSizingSummary::scheduleRefresh);
+    connect(model, &QAbstractItemModel::rowsRemoved, this, &CBasketSizingSummary::scheduleRefresh);
+    connect(model, &QAbstractItemModel::layoutChanged, this, &CBasketSizingSummary::scheduleRefresh);
+    scheduleRefresh();
+}
+
+CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfirmWidget &widget, const QString &basketName)
+{
+    Summary summary;
+    const WK::CBaseNormalTable *table = widget.table();
+    if (!table)
+        return summary;
+    QMap<QString, int> accountIndex;
+    QMap<QString, double> valueByKey;
+    double total = 0.0;
+    for (int visual = 0; visual < table->rowCount(); ++visual) {
+        const int rowId = table->rowID(visual);
+        const QString account = table->itemText(rowId, W::COL_ACCOUNT);
+        auto found = accountIndex.constFind(account);
+        if (found == accountIndex.constEnd()) {
+            found = accountIndex.insert(account, summary.m_accounts.size());
+            summary.m_accounts.push_back(Account());
+            summary.m_accounts.back().m_account = account;
+        }
+        Account &line = summary.m_accounts[*found];
+        ++line.m_lines;
+        if (table->itemDouble(rowId, W::COL_VOLUME) == 0.0)
+            ++line.m_zeroLines[zeroReason(*table, rowId)];
+        const QString costText = table->itemText(rowId, W::COL_COST);
+        if (!table->isItemChecked(rowId, W::COL_CHECK) || costText.isEmpty() || costText == QStringLiteral("-"))
+            continue;
+        const double value = cents(table->itemDouble(rowId, W::COL_COST));
+        line.m_money = cents(line.m_money + value);
+        const QString key = table->itemText(rowId, W::COL_CODE) + QLatin1Char('.') + table->itemText(rowId, W::COL_MARKET);
+        valueByKey[key] += value;
+        total += value;
+    }
+
+    const CUserConfig *config = getUserConfig();
+    if (!config || !config->baskets().contains(basketName) || total <= 0.0)
+        return summary;
+    QMap<QString, double> target;
+    double weights = 0.0;
+    for (const CBasketStockData &row : config->baskets().constFind(basketName)->m_stocks) {
+        target[row.key()] += row.m_weight;
+        weights += row.m_weight;
+    }
+    if (weights <= 0.0)
+        return summary;
+    QSet<QString> keys;
+    for (auto it = target.cbegin(); it != target.cend(); ++it)
+        keys.insert(it.key());
+    for (auto it = valueByKey.cbegin(); it != valueByKey.cend(); ++it)
+        keys.insert(it.key());
+    double sum = 0.0;
+    for (const QString &key : keys) {
+        const double drift = std::fabs(valueByKey.value(key) / total - target.value(key) / weights) * 100.0;
+        sum += drift;
+        if (drift > summary.m_largestDrift || (drift == summary.m_largestDrift && key < summary.m_largestKey)) {
+            summary.m_largestDrift = drift;
+            summary.m_largestKey = key;
+        }
+    }
+    summary.m_hasDrift = true;
+    summary.m_drift = sum / 2.0;
+    return summary;
+}
+
+QString CBasketSizingSummary::lineText(const Summary &summary)
+{
+    if (summary.m_accounts.isEmpty())
+        return QStringLiteral("无委托");
+    double money = 0.0;
+    int zero = 0;
+    for (const Account &account : summary.m_accounts) {
+        money += account.m_money;
+        for (const int count : account.m_zeroLines)
+            zero += count;
+    }
+    QString text = QStringLiteral("%1 个账户，勾选市值 %2 元，数量为 0 的 %3 行")
+                       .arg(summary.m_accounts.size())
+                       .arg(moneyText(cents(money)))
+                       .arg(zero);
+    if (summary.m_hasDrift)
+        text += QStringLiteral("；与篮子权重偏离 %1（最大 %2 %3）")
+                    .arg(percent(summary.m_drift), summary.m_largestKey, percent(summary.m_largestDrift));
+    return text;
+}
+
+QStringList CBasketSizingSummary::detailTexts(const Summary &summary)
+{
+    QStringList lines;
+    for (const Account &account : summary.m_accounts) {
+        QStringList reasons;
+        for (auto it = account.m_zeroLines.cbegin(); it != account.m_zeroLines.cend(); ++it)
+            reasons << QStringLiteral("%1 %2 行").arg(it.key()).arg(it.value());
+        lines << QStringLiteral("%1：%2 行，勾选市值 %3 元%4")
+                     .arg(account.m_account.isEmpty() ? QStringLiteral("-") : account.m_account)
+                     .arg(account.m_lines)
+                     .arg(moneyText(account.m_money))
+                     .arg(reasons.isEmpty() ? QString() : QStringLiteral("；数量为 0：") + reasons.join(QStringLiteral("，")));
+    }
+    return lines;
+}
+
+void CBasketSizingSummary::setBasketName(const QString &name)
+{
+    m_basketName = name;
+    scheduleRefresh();
+}
+
+void CBasketSizingSummary::setCollapsed(bool collapsed)
+{
+    m_collapsed = collapsed;
+    m_toggle->setArrowType(collapsed ? Qt::RightArrow : Qt::DownArrow);
+    refresh();
+}
+
+QString CBasketSizingSummary::text() const
+{
+    return m_label->text();
+}
+
+void CBasketSizingSummary::refresh()
+{
+    const Summary summary = m_table ? compute(*m_table, m_basketName) : Summary();
+    QString text = lineText(summary);
+    if (!m_collapsed) {
+        const QStringList details = detailTexts(summary);
+        if (!details.isEmpty())
+            text += QLatin1Char('\n') + details.join(QLatin1Char('\n'));
+    }
+    m_label->setText(text);
+}
+
+void CBasketSizingSummary::scheduleRefresh()
+{
+    m_refreshTimer->start();
+}
+
+} // namespace TC

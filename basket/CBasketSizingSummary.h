@@ -1,0 +1,70 @@
+#pragma once
+
+#include "BasketExport.h"
+
+#include <QMap>
+#include <QString>
+#include <QVector>
+#include <QWidget>
+
+class QLabel;
+class QTimer;
+class QToolButton;
+
+namespace TC {
+
+class COpBasketConfirmWidget;
+
+// The strip under the confirmation table that says what sizing left behind: per account, the
+// money its ticked lines come to and its lines at 0 with their reasons; for the whole list, how
+// far the sized weights are from the stored basket's (half the sum of absolute differences) and
+// the largest single drift. It reads the table as shown, so its money agrees with the table's
+// value column to the cent, and follows every reload and every quote tick of the table.
+// Collapsed, it is one line.
+class BASKETPANEL_EXPORT CBasketSizingSummary final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    struct Account {
+        QString m_account;
+        int m_lines = 0;
+        double m_money = 0.0;            // ticked lines, in cents as shown
+        QMap<QString, int> m_zeroLines;  // lines at 0 by reason
+    };
+    struct Summary {
+        QVector<Account> m_accounts;     // in the order of the table
+        bool m_hasDrift = false;         // the list is a stored basket with weights
+        double m_drift = 0.0;            // percent
+        QString m_largestKey;
+        double m_largestDrift = 0.0;     // percent
+    };
+
+    explicit CBasketSizingSummary(QWidget *parent);
+    ~CBasketSizingSummary() override;
+
+    void setTable(COpBasketConfirmWidget *table);
+    static Summary compute(const COpBasketConfirmWidget &table, const QString &basketName);
+    static QString lineText(const Summary &summary);
+    static QStringList detailTexts(const Summary &summary);
+
+    void setBasketName(const QString &name);
+    void setCollapsed(bool collapsed);
+    bool isCollapsed() const { return m_collapsed; }
+    QString text() const;
+
+public Q_SLOTS:
+    void refresh();
+
+private:
+    void scheduleRefresh();
+
+    COpBasketConfirmWidget *m_table = nullptr;
+    QString m_basketName;
+    bool m_collapsed = true;
+    QToolButton *m_toggle = nullptr;
+    QLabel *m_label = nullptr;
+    QTimer *m_refreshTimer = nullptr;
+};
+
+} // namespace TC
