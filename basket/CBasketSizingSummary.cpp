@@ -3,6 +3,7 @@
 #include "COpBasketConfirmWidget.h"
 
 #include "CBasketSetting.h"
+#include "CCodeOrderParam.h"
 #include "CUserConfig.h"
 
 #include "COrderParamTable.h"
@@ -17,6 +18,7 @@
 #include <QToolButton>
 
 #include <cmath>
+#include <map>
 
 namespace TC {
 namespace {
@@ -103,34 +105,40 @@ CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfi
     const WK::CBaseNormalTable *table = widget.table();
     if (!table)
         return summary;
-    QMap<QString, int> accountIndex;
+    const CUserConfig *config = getUserConfig();
+    const bool drift = config && config->baskets().contains(basketName);
+    // Read at every tick over every line: the line gives its account and instrument without
+    // making text, the table the cells that change (tick, value, status).
+    std::map<const ttservice::CAccountInfo *, int> accountIndex;
     QMap<QString, double> valueByKey;
     double total = 0.0;
     for (int visual = 0; visual < table->rowCount(); ++visual) {
         const int rowId = table->rowID(visual);
-        const QString account = table->itemText(rowId, W::COL_ACCOUNT);
-        auto found = accountIndex.constFind(account);
-        if (found == accountIndex.constEnd()) {
-            found = accountIndex.insert(account, summary.m_accounts.size());
-            summary.m_accounts.push_back(Account());
-            summary.m_accounts.back().m_account = account;
-        }
-        Account &line = summary.m_accounts[*found];
-        ++line.m_lines;
-        if (table->itemDouble(rowId, W::COL_VOLUME) == 0.0)
-            ++line.m_zeroLines[zeroReason(*table, rowId)];
-        const QString costText = table->itemText(rowId, W::COL_COST);
-        if (!table->isItemChecked(rowId, W::COL_CHECK) || costText.isEmpty() || costText == QStringLiteral("-"))
+        const ttservice::CCodeOrderParam *param = widget.getParamByRowIndex(visual);
+        if (!param)
             continue;
+        auto found = accountIndex.find(param->m_account.get());
+        if (found == accountIndex.end()) {
+            found = accountIndex.emplace(param->m_account.get(), summary.m_accounts.size()).first;
+            summary.m_accounts.push_back(Account());
+            summary.m_accounts.back().m_account = table->itemText(rowId, W::COL_ACCOUNT);
+        }
+        Account &line = summary.m_accounts[found->second];
+        ++line.m_lines;
+        if (param->m_volume == 0 && !(ttservice::hasValue(param->m_money) && param->m_money > 0.0))
+            ++line.m_zeroLines[zeroReason(*table, rowId)];
+        if (!table->isItemChecked(rowId, W::COL_CHECK))
+            continue;
+        // A value not known yet shows "-" and reads as 0.
         const double value = cents(table->itemDouble(rowId, W::COL_COST));
         line.m_money = cents(line.m_money + value);
-        const QString key = table->itemText(rowId, W::COL_CODE) + QLatin1Char('.') + table->itemText(rowId, W::COL_MARKET);
-        valueByKey[key] += value;
         total += value;
+        if (drift)
+            valueByKey[QString::fromStdString(param->m_stockInfo.m_stockCode) + QLatin1Char('.')
+                       + QString::fromStdString(param->m_stockInfo.m_market)] += value;
     }
 
-    const CUserConfig *config = getUserConfig();
-    if (!config || !config->baskets().contains(basketName) || total <= 0.0)
+    if (!drift || total <= 0.0)
         return summary;
     QMap<QString, double> target;
     double weights = 0.0;
