@@ -3,7 +3,7 @@
 # its log4cxx configuration.
 include(CMakePackageConfigHelpers)
 
-set(_basket_installed_libraries basket_records basket_services basket_toolkit basket_platform basketpanel)
+set(_basket_installed_libraries basket_records basket_services basket_toolkit basket_platform basketpanel basket_fixroute)
 install(TARGETS ${_basket_installed_libraries} basket_standins
     EXPORT BasketPanelTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
@@ -41,7 +41,7 @@ set(CPACK_PACKAGE_NAME basketpanel)
 set(CPACK_PACKAGE_VENDOR "Basket panel team")
 set(CPACK_PACKAGE_CONTACT "Basket panel team <basket-panel@localhost>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Basket operation panel: a dockable Qt 5 panel for sending baskets of orders")
-set(CPACK_PACKAGE_DESCRIPTION "The basket operation panel as a shared library, the shared libraries standing in for the client's records, services, toolkit and shared widgets, their headers, the CMake package BasketPanel (Basket::panel, Basket::standins) and the demo host basket-demo with its log4cxx configuration.")
+set(CPACK_PACKAGE_DESCRIPTION "The basket operation panel as a shared library, the shared libraries standing in for the client's records, services, toolkit and shared widgets, their headers, the CMake package BasketPanel (Basket::panel, Basket::standins, Basket::fixroute), the demo host basket-demo with its log4cxx configuration and the simulated FIX exchange basket-simexchange.")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
