@@ -63,13 +63,18 @@ CBasketImportDialog::CBasketImportDialog(const QString &fileName, const CBasketF
     m_refusalLabel->setStyleSheet(QStringLiteral("color: #d0342c"));
     m_refusalLabel->setWordWrap(true);
     m_okButton->setDefault(true);
-    m_table->setMinimumSize(620, 320);
-    const QStringList titles = {QStringLiteral("行"),  QStringLiteral("代码"), QStringLiteral("名称"),
-                                QStringLiteral("方向"), QStringLiteral("权重(%)"), QStringLiteral("数量"),
-                                QStringLiteral("结果")};
-    for (const QString &title : titles)
-        m_table->addColumn(title, title == QStringLiteral("结果") ? 200 : 80);
-    m_table->addRowBegin();
+    m_table->setMinimumSize(680, 320);
+    const Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
+    const Qt::Alignment right = Qt::AlignRight | Qt::AlignVCenter;
+    const struct {
+        const char *title;
+        int width;
+        Qt::Alignment alignment;
+    } columns[] = {{"行", 44, right},     {"代码", 96, left},      {"名称", 90, left}, {"方向", 48, left},
+                   {"权重(%)", 76, right}, {"数量", 70, right}, {"结果", 240, left}};
+    for (const auto &c : columns)
+        m_table->addColumn(QString::fromUtf8(c.title), c.width, c.alignment);
+    m_table->beginUpdate();
     for (const CBasketFileReader::Row &row : result.m_rows) {
         const bool taken = row.m_outcome == CBasketFileReader::Taken;
         m_table->appendRow(QStringList{QString::number(row.m_line), taken ? row.m_data.key() : row.m_codeText,
@@ -78,7 +83,7 @@ CBasketImportDialog::CBasketImportDialog(const QString &fileName, const CBasketF
                                        taken ? QString::number(row.m_data.m_volume) : QString(),
                                        taken ? CBasketFileReader::outcomeText(row.m_outcome) : row.m_reason});
     }
-    m_table->addRowEnd();
+    m_table->endUpdate();
 
     auto *column = new QVBoxLayout(content);
     column->setContentsMargins(16, 14, 16, 12);

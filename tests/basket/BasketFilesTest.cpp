@@ -12,6 +12,7 @@
 #include "CBaseWidget.h"
 #include "CMessageBox.h"
 #include "COrderParamTable.h"
+#include "CStandardTable.h"
 #include "CUserConfig.h"
 #include "CSampleData.h"
 #include "SampleMarket.h"
@@ -453,6 +454,9 @@ TEST_F(BasketImport, theDemosSampleFilesReadOnTheSampleMarket)
         outcomes.prepend(taken);
         EXPECT_EQ(outcomes.join(QLatin1Char('|')), QString::fromUtf8(f.outcomes)) << f.file;
         EXPECT_TRUE(result.weightsAddUp()) << f.file;
+        // The preview lists the file's rows and nothing else.
+        const TC::CBasketImportDialog preview(QLatin1String(f.file), result, ttservice::BROKER_TYPE_STOCK, nullptr);
+        EXPECT_EQ(preview.table()->rowCount(), result.m_rows.size()) << f.file;
     }
 }
 
