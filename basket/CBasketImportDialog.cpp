@@ -63,15 +63,15 @@ CBasketImportDialog::CBasketImportDialog(const QString &fileName, const CBasketF
     m_refusalLabel->setStyleSheet(QStringLiteral("color: #d0342c"));
     m_refusalLabel->setWordWrap(true);
     m_okButton->setDefault(true);
-    m_table->setMinimumSize(680, 320);
+    m_table->setMinimumSize(740, 320);
     const Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
     const Qt::Alignment right = Qt::AlignRight | Qt::AlignVCenter;
     const struct {
         const char *title;
         int width;
         Qt::Alignment alignment;
-    } columns[] = {{"行", 44, right},     {"代码", 96, left},      {"名称", 90, left}, {"方向", 48, left},
-                   {"权重(%)", 76, right}, {"数量", 70, right}, {"结果", 240, left}};
+    } columns[] = {{"行", 44, right},     {"代码", 116, left},     {"名称", 90, left}, {"方向", 48, left},
+                   {"权重(%)", 92, right}, {"数量", 70, right}, {"结果", 260, left}};
     for (const auto &c : columns)
         m_table->addColumn(QString::fromUtf8(c.title), c.width, c.alignment);
     m_table->beginUpdate();
