@@ -16,7 +16,7 @@
 #include <quickfix/fix44/OrderStatusRequest.h>
 
 #include <QDir>
-#include <QMetaObject>
+#include <QTimer>
 
 #include <atomic>
 #include <condition_variable>
@@ -252,8 +252,10 @@ public:
     std::unordered_map<std::string, size_t> m_byClOrdId;
     std::vector<size_t> m_pending;
     std::vector<char> m_isPending;
-    bool m_deliveryPosted = false;
     bool m_connectionNews = false;
+    // Takes the news to the route's own thread. Polled rather than posted: the session's
+    // threads then share nothing with Qt's event queues, only m_linesMutex.
+    QTimer *m_delivery = nullptr;
 
     // User-interface thread only: the traded volume already added to each line's instruction.
     std::unordered_map<std::string, double> m_credited;
@@ -437,11 +439,6 @@ void CFixRoute::CImpl::markLocked(size_t index)
         m_isPending[index] = 1;
         m_pending.push_back(index);
     }
-    if (!m_deliveryPosted) {
-        m_deliveryPosted = true;
-        CFixRoute *route = m_route;
-        QMetaObject::invokeMethod(route, [route] { route->deliverPending(); }, Qt::QueuedConnection);
-    }
 }
 
 void CFixRoute::CImpl::onLogon(const FIX::SessionID &)
@@ -458,11 +455,6 @@ void CFixRoute::CImpl::onLogon(const FIX::SessionID &)
             query.m_statusQueries.push_back(i);
     if (!query.m_statusQueries.empty())
         enqueue(std::move(query));
-    if (!m_deliveryPosted) {
-        m_deliveryPosted = true;
-        CFixRoute *route = m_route;
-        QMetaObject::invokeMethod(route, [route] { route->deliverPending(); }, Qt::QueuedConnection);
-    }
 }
 
 void CFixRoute::CImpl::onLogout(const FIX::SessionID &)
@@ -477,11 +469,6 @@ void CFixRoute::CImpl::onLogout(const FIX::SessionID &)
             m_lines[i].m_status = EOrderLineStatus::Unknown;
             markLocked(i);
         }
-    }
-    if (!m_deliveryPosted) {
-        m_deliveryPosted = true;
-        CFixRoute *route = m_route;
-        QMetaObject::invokeMethod(route, [route] { route->deliverPending(); }, Qt::QueuedConnection);
     }
 }
 
@@ -527,6 +514,9 @@ CFixRoute::CFixRoute(std::string settingsPath, QObject *parent)
     : QObject(parent), m_impl(std::make_unique<CImpl>(this, std::move(settingsPath)))
 {
     qRegisterMetaType<std::vector<TC::COrderLineState>>();
+    m_impl->m_delivery = new QTimer(this);
+    m_impl->m_delivery->setInterval(10);
+    connect(m_impl->m_delivery, &QTimer::timeout, this, &CFixRoute::deliverPending);
 }
 
 CFixRoute::~CFixRoute()
@@ -536,12 +526,17 @@ CFixRoute::~CFixRoute()
 
 bool CFixRoute::start(std::string *error)
 {
-    return m_impl->start(error);
+    if (!m_impl->start(error))
+        return false;
+    m_impl->m_delivery->start();
+    return true;
 }
 
 void CFixRoute::stop()
 {
     m_impl->stop();
+    m_impl->m_delivery->stop();
+    deliverPending();
 }
 
 bool CFixRoute::isLoggedOn() const
@@ -595,7 +590,6 @@ void CFixRoute::deliverPending()
             changed.push_back(m_impl->m_lines[index]);
         }
         m_impl->m_pending.clear();
-        m_impl->m_deliveryPosted = false;
         connectionNews = m_impl->m_connectionNews;
         m_impl->m_connectionNews = false;
     }

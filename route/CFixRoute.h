@@ -21,8 +21,8 @@ namespace TC {
 //
 // routeCommands / routeTasks (user-interface thread) hand the lines to a sending thread and
 // return at once. Execution reports and list status come in on the session's thread; the lines'
-// new states reach linesChanged on the thread this object lives in, together with the traded
-// volume of an instruction's lines in CTradeClient.
+// new states reach linesChanged on the thread this object lives in (within 10 ms), together with
+// the traded volume of an instruction's lines in CTradeClient.
 class CFixRoute : public QObject, public IOrderRoute
 {
     Q_OBJECT

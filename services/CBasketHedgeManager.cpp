@@ -1,5 +1,7 @@
 #include "CBasketHedgeManager.h"
 
+#include "CTradeClient.h"
+
 #include <utility>
 
 namespace TC {
@@ -15,6 +17,17 @@ void CBasketHedgeManager::onBasketCommand(boost::shared_ptr<ttservice::COrderCom
     m_commandCalls.push_back(CBasketCommandCall{std::move(command), manual});
     if (m_commandObserver)
         m_commandObserver(m_commandCalls.back());
+    // The service works the instruction's lines as its tasks, over the trade service's route
+    // when one is set; their fills count against the instruction.
+    const boost::shared_ptr<ttservice::COrderCommand> &taken = m_commandCalls.back().m_command;
+    if (IOrderRoute *route = CTradeClient::instance()->route(); route && taken) {
+        CPlaceTasksCall call;
+        call.m_traderType = taken->m_traderType;
+        call.m_hedgeType = taken->m_hedgeType;
+        call.m_command = taken;
+        call.m_orders = taken->m_orders;
+        route->routeTasks(call);
+    }
 }
 
 void CBasketHedgeManager::setBasketCommandObserver(std::function<void(const CBasketCommandCall &)> observer)

@@ -35,6 +35,7 @@ public:
     static CBasketHedgeManager *instance();
 
     // Takes over a hedged instruction; manual is true when the user placed it from the panel.
+    // With a route set on the trade service, its lines leave over that route.
     void onBasketCommand(boost::shared_ptr<ttservice::COrderCommand> command, bool manual);
 
     // Stores the hedge parameters of an order under key; see TC::saveHedgeParam.

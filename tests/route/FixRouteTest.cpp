@@ -1,3 +1,4 @@
+#include "CBasketHedgeManager.h"
 #include "CFixRoute.h"
 #include "CSimulatedExchange.h"
 #include "CTradeClient.h"
@@ -256,6 +257,10 @@ TEST_F(FixRoute, RejectsAndPartialFillsReachTheLinesAndTheInstruction)
     // Only the instruction's own line counts; the remainder a trader sizes next is 800.
     EXPECT_DOUBLE_EQ(command->m_orders[0].m_tradedVolume, 200);
     EXPECT_EQ(m_exchange->bookedCount(), 5u);
+    // The hedge service's basket order leaves over the same route.
+    TC::CBasketHedgeManager::instance()->onBasketCommand(command, true);
+    ASSERT_TRUE(waitUntil([&] { return m_exchange->bookedCount() == 6; }, 5000));
+    EXPECT_EQ(m_exchange->bookedOrders().back().m_fields.at(38), "1000");
 }
 
 TEST_F(FixRoute, ADroppedExchangeBooksEveryLineOfABasketOnce)
