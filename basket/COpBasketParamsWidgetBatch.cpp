@@ -344,14 +344,8 @@ bool COpBasketParamsWidget::fillCustomGroupParam(QVector<CCodeOrderParam> &param
     if (m_customGroupMode == 8) {
         rows = entry.m_pasteList;
     } else if (m_customGroupMode == 0) {
+        // The group is the form's own; it does not enter the stored baskets.
         rows = entry.m_basketList;
-        if (m_basketsCombo && m_basketsCombo->count() > 0) {
-            // The group is a basket of its own, of the broker type of its instruments.
-            CBasketSetting &setting = getUserConfig()->baskets()[m_basketsCombo->itemText(0)];
-            const bool stocks = rows.isEmpty() || ttservice::isStockMarket(rows.first().m_market.toStdString());
-            setting.m_name = m_basketsCombo->itemText(0);
-            setting.m_brokerType = stocks ? ttservice::BROKER_TYPE_STOCK : ttservice::BROKER_TYPE_FUTURE;
-        }
     } else {
         return false;
     }

@@ -196,13 +196,9 @@ void COpBasketParamsWidget::changeBascketData(CCodeOrderParam *line)
         // The line's price is the market's of the moment, not one the user chose: it stays out.
         if (!writeBack(entry.m_basketList, *line, true, false, m_orderParams))
             break;
+        // The group lives in the form only: a temporary list never joins the stored baskets.
         m_customGroupMode = kModeBasketList;
         setBatchOp(BATCH_CUSTOM_GROUP, false);
-        // The group is a basket of its own, under the name the picker shows now.
-        CBasketSetting &setting = getUserConfig()->baskets()[m_basketsCombo->currentText()];
-        setting.m_name = m_basketsCombo->currentText();
-        if (setting.m_stocks != entry.m_basketList)
-            setting.m_stocks = entry.m_basketList;
         break;
     }
     default:

@@ -115,6 +115,10 @@ TEST_P(StoredBasket, StaysAsStoredWhateverIsDoneWithItsList)
     // And once more after the panel chose the basket again, in case the use only showed later.
     form()->basketsCombo()->setBasket(kStored, true);
     EXPECT_EQ(describe(getUserConfig()->baskets().value(kStored)), stored);
+    // Temporary lists (pasted rows, a custom group) never join the stored baskets.
+    QStringList names = getUserConfig()->baskets().keys();
+    names.removeAll(QStringLiteral("另存"));
+    EXPECT_EQ(names.join(QLatin1Char(',')).toStdString(), kStored.toStdString());
 }
 
 INSTANTIATE_TEST_SUITE_P(
