@@ -55,11 +55,13 @@ bool CTradeClient::placeCommands(
     call.m_etfHedgeStatus = etfHedgeStatus;
     call.m_commandLog = std::move(commandLog);
     call.m_extraBson = extraBson.getOwned();
-    m_placeCommandsCalls.push_back(call);
+    // Moved, not copied: a basket may hold twenty thousand lines, and this runs on the press.
+    m_placeCommandsCalls.push_back(std::move(call));
+    const size_t at = m_placeCommandsCalls.size() - 1; // an observer may record more calls
     if (m_placeCommandsObserver)
-        m_placeCommandsObserver(call);
+        m_placeCommandsObserver(m_placeCommandsCalls[at]);
     if (m_placeResult && m_route)
-        return m_route->routeCommands(call);
+        return m_route->routeCommands(m_placeCommandsCalls[at]);
     return m_placeResult;
 }
 
@@ -84,11 +86,12 @@ bool CTradeClient::placeTasks(ttservice::EVqTraderType traderType, ttservice::EV
     call.m_autoPrice = std::move(autoPrice);
     call.m_extraText = extraText;
     call.m_subCommandId = subCommandId;
-    m_placeTasksCalls.push_back(call);
+    m_placeTasksCalls.push_back(std::move(call));
+    const size_t at = m_placeTasksCalls.size() - 1;
     if (m_placeTasksObserver)
-        m_placeTasksObserver(call);
+        m_placeTasksObserver(m_placeTasksCalls[at]);
     if (m_placeResult && m_route)
-        return m_route->routeTasks(call);
+        return m_route->routeTasks(m_placeTasksCalls[at]);
     return m_placeResult;
 }
 
