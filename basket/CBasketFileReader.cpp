@@ -319,12 +319,15 @@ void CBasketFileReader::splitCode(const QString &text, QString *market, QString 
             word = word.mid(2);
         }
     }
-    bool digits = !word.isEmpty() && word.size() < 6;
-    for (const QChar c : word)
-        digits = digits && c.isDigit();
-    if (digits)
-        word = QString(6 - word.size(), QLatin1Char('0')) + word;
     *code = word;
+}
+
+QString CBasketFileReader::paddedCode(const QString &code)
+{
+    bool digits = !code.isEmpty() && code.size() < 6;
+    for (const QChar c : code)
+        digits = digits && c.isDigit();
+    return digits ? QString(6 - code.size(), QLatin1Char('0')) + code : QString();
 }
 
 QString CBasketFileReader::outcomeText(Outcome outcome)
@@ -555,16 +558,20 @@ CBasketFileReader::Result CBasketFileReader::readCells(const QVector<QStringList
             splitCode(row.m_codeText, &market, &code);
             if (market.isEmpty())
                 market = normalMarket(cellOf(cellsOfLine, ColMarket));
-            boost::shared_ptr<ttservice::CInstrumentDetail> detail;
-            if (!market.isEmpty())
-                detail = instruments->getCodeInfo(code + QLatin1Char('.') + market);
-            else if (futuresTab)
-                detail = instruments->getCodeInfo(code);
-            else {
-                const std::string stockMarket = instruments->getMarketByStockCode(code.toStdString(), std::string());
-                detail = stockMarket.empty() ? instruments->getCodeInfo(code)
-                                             : instruments->getCodeInfo(code + QLatin1Char('.') + QString::fromStdString(stockMarket));
-            }
+            auto lookUp = [&](const QString &candidate) {
+                if (!market.isEmpty())
+                    return instruments->getCodeInfo(candidate + QLatin1Char('.') + market);
+                if (futuresTab)
+                    return instruments->getCodeInfo(candidate);
+                const std::string stockMarket = instruments->getMarketByStockCode(candidate.toStdString(), std::string());
+                return stockMarket.empty()
+                    ? instruments->getCodeInfo(candidate)
+                    : instruments->getCodeInfo(candidate + QLatin1Char('.') + QString::fromStdString(stockMarket));
+            };
+            // The code as written first: connect codes have five digits of their own.
+            boost::shared_ptr<ttservice::CInstrumentDetail> detail = lookUp(code);
+            if (!detail && !paddedCode(code).isEmpty())
+                detail = lookUp(paddedCode(code));
             if (!detail) {
                 refuse(row, UnknownCode, QStringLiteral("未知代码 %1").arg(row.m_codeText));
                 return false;

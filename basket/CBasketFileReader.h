@@ -72,10 +72,13 @@ public:
     static QVector<QStringList> xlsxCells(const QByteArray &bytes, int maxRows, QString *error);
     // The text of bytes: UTF-8 when they are (a BOM is dropped), else GB18030, a superset of GBK.
     static QString decodeText(const QByteArray &bytes);
-    // Splits a code as written ("600000.SH", "SH600000", "sh600000", "1") into market and code;
-    // the market is empty when the text names none. Digits alone are padded to six, as a
-    // spreadsheet drops the leading zeros of "000001".
+    // Splits a code as written ("600000.SH", "SH600000", "sh600000") into market and code; the
+    // market is empty when the text names none.
     static void splitCode(const QString &text, QString *market, QString *code);
+    // Fewer than six digits padded to six ("1" is "000001": a spreadsheet drops leading zeros),
+    // empty for any other code. Tried when the code as written is unknown, so that a connect
+    // code of five digits stays as it is.
+    static QString paddedCode(const QString &code);
 
     static QString outcomeText(Outcome outcome);
 

@@ -47,6 +47,7 @@ void addMarket()
     sample::addInstrument("SZ", "000001", 0x7fffffff, "平安银行");
     sample::addInstrument("SH", "600519", 0x7fffffff, "贵州茅台");
     sample::addInstrument("CFFEX", "IF2412", 300, "沪深300指数2412");
+    sample::addInstrument("HK", "00700", 0x7fffffff, "腾讯控股");
 }
 
 // A row as the preview shows it: the taken line, or why not.
@@ -129,6 +130,7 @@ const ReadCase kReadCases[] = {
      "a.txt", false, "600519.SH w40.00 v200 S|600000.SH w60.00 v100"},
     {"QuotedDelimiterInName", "code,name,weight\n\"600000\",\"浦发,银行\",\"100\"\n", "a.csv", false,
      "600000.SH w100.00 v0"},
+    {"ConnectCodeKeepsItsFiveDigits", "code,weight\n00700,1\n", "a.csv", false, "00700.HK w100.00 v0"},
     {"TitleLineAboveHeader", "组合：测试\n代码,权重\n600000.sh,1\n", "a.csv", false, "600000.SH w100.00 v0"},
     {"EveryRefusal",
      "代码,权重,方向\n600000,50,买\n999999,10,买\n600000,5,买\n000001,abc,买\n600519,-1,买\nIF2412,1,买\n,3,买\n000001,50,hold\n",
