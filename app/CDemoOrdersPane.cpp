@@ -2,9 +2,7 @@
 
 #include <QHeaderView>
 
-namespace {
-
-QString statusText(TC::EOrderLineStatus status)
+QString CDemoOrdersPane::statusText(TC::EOrderLineStatus status)
 {
     switch (status) {
     case TC::EOrderLineStatus::Sent: return QStringLiteral("已发送");
@@ -17,8 +15,6 @@ QString statusText(TC::EOrderLineStatus status)
     }
     return QString();
 }
-
-} // namespace
 
 CDemoOrdersPane::CDemoOrdersPane(QWidget *parent)
     : QTableWidget(0, 10, parent)

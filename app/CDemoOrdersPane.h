@@ -14,6 +14,9 @@ class CDemoOrdersPane final : public QTableWidget
 public:
     explicit CDemoOrdersPane(QWidget *parent = nullptr);
 
+    // The state as the pane and the order log word it.
+    static QString statusText(TC::EOrderLineStatus status);
+
 public Q_SLOTS:
     void showLines(const std::vector<TC::COrderLineState> &lines);
 

@@ -381,10 +381,13 @@ int main(int argc, char **argv)
                                      if (line.m_status != TC::EOrderLineStatus::Filled
                                          && line.m_status != TC::EOrderLineStatus::Rejected)
                                          continue;
+                                     printLine("{ \"report\" : \"" + line.m_clOrdId + "\", \"code\" : \"" + line.m_code
+                                               + "\", \"status\" : \"" + TC::orderLineStatusText(line.m_status)
+                                               + "\", \"cumQty\" : " + std::to_string(line.m_cumQty) + " }");
                                      window.appendLog(QStringLiteral("回报  %1 %2 %3 %4 %5 @ %6 %7")
                                                           .arg(QString::fromStdString(line.m_clOrdId),
                                                                QString::fromStdString(line.m_market + "." + line.m_code),
-                                                               TC::orderLineStatusText(line.m_status),
+                                                               CDemoOrdersPane::statusText(line.m_status),
                                                                QString::number(line.m_cumQty, 'f', 0),
                                                                QString::number(line.m_orderQty, 'f', 0),
                                                                QString::number(line.m_avgPx, 'f', 3),
@@ -435,12 +438,26 @@ int main(int argc, char **argv)
     }
     if (screenshot) {
         const QString file = parser.value(screenshotOption);
-        QTimer::singleShot(300, &window, [&window, file] {
+        auto shoot = [&window, file] {
             const bool saved = window.grab().save(file, "PNG");
             if (!saved)
                 std::fprintf(stderr, "basket-demo: could not write %s\n", qPrintable(file));
             QApplication::exit(saved ? 0 : 1);
-        });
+        };
+        if (fixRoute && parser.isSet(placeOption)) {
+            // The picture shows the answers: taken once every line sent has its final state, or
+            // after ten seconds at most.
+            TC::CFixRoute *route = fixRoute->route();
+            QObject::connect(route, &TC::CFixRoute::linesChanged, &window, [route, shoot] {
+                const std::vector<TC::COrderLineState> lines = route->lines();
+                if (!lines.empty() && std::all_of(lines.begin(), lines.end(),
+                                                  [](const TC::COrderLineState &line) { return line.isFinal(); }))
+                    QTimer::singleShot(100, shoot);
+            });
+            QTimer::singleShot(10000, &window, shoot);
+        } else {
+            QTimer::singleShot(300, &window, shoot);
+        }
     } else {
         market.start();
     }

@@ -485,6 +485,10 @@ void CFixRoute::CImpl::update(const FIX::FieldMap &report)
     if (progress(status) < progress(line.m_status) || (line.isFinal() && status != line.m_status) ||
         cum < line.m_cumQty)
         return;
+    // The same news twice (an order's own report and its list's status, a resent report) is
+    // delivered once.
+    if (status == line.m_status && cum == line.m_cumQty)
+        return;
     line.m_status = status;
     if (cum > line.m_cumQty) {
         line.m_cumQty = cum;
