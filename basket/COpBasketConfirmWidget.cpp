@@ -12,12 +12,14 @@
 #include "TextHelpers.h"
 
 #include "AccountHelpers.h"
+#include "CBlackAndWhiteListService.h"
 #include "CExchangeClient.h"
 #include "CLogCenter.h"
 #include "CQuoteClient.h"
 #include "CQuoteRequest.h"
 #include "CUserConfig.h"
 #include "OperationHelpers.h"
+#include "OperationSide.h"
 #include "StockTypeCacheCenter.h"
 #include "StockTypeCenter.h"
 #include "TradeUnits.h"
@@ -256,6 +258,29 @@ QString columnTitle(int column, int tradeType)
     default:
         return QString();
     }
+}
+
+// Why a line of an instrument that trades stands at 0, as its status cell says it: a line of 0
+// is never sent, and the trader must see why it is there. Empty for a line with a volume.
+QString zeroVolumeReason(const CCodeOrderParam &line, int64_t available)
+{
+    if (line.m_volume != 0 || line.m_operationType == ttservice::OT_MONEY
+        || line.m_operationType == ttservice::OT_MONEY_TRANSFER)
+        return QString();
+    const std::string key = utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode);
+    if (CQuoteClient::instance()->isStoppedStock(QString::fromStdString(key)))
+        return QStringLiteral("停牌");
+    if (line.m_account
+        && CBlackAndWhiteListService::instance()->isBlackStock(accountDisplayIDQs(line.m_account), QString::fromStdString(key)))
+        return QStringLiteral("黑名单");
+    const auto price = CQuoteClient::instance()->getStockPrice(QString::fromStdString(key));
+    if (!price || !ttservice::hasValue(price->m_lastPrice) || ttservice::isZero(price->m_lastPrice))
+        return QStringLiteral("无行情");
+    const bool buy = ttservice::isBuyOperation(line.m_operationType);
+    const int unit = std::max(1, ttservice::getTradeMinUnit(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode));
+    if (available < unit)
+        return buy ? QStringLiteral("资金不足") : QStringLiteral("无可用");
+    return QStringLiteral("不足一手");
 }
 
 // The status texts as the display records keep them, made once: a quote writes one per line.
@@ -577,6 +602,10 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
     m_table->beginUpdate();
     m_table->clear();
     m_table->clearFilter();
+    // A new list starts unfiltered: no header carries the filter mark, no line is hidden.
+    m_hiddenByFilter = 0;
+    for (int column = 0; column < COLUMN_COUNT; ++column)
+        m_table->setColumnTitle(column, columnTitle(column, m_tradeType));
     m_table->setRowCount(static_cast<int>(count));
 
     // The first line alone decides what column 5 holds for the whole list.
@@ -693,9 +722,6 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
             status = known->second;
         }
         m_table->setItemChecked(row, COL_CHECK, status == OCFS_NORMAL);
-        m_table->setItemText(row, COL_STATUS, getStatusString(status));
-        m_table->setItemColorKey(row, COL_STATUS, QLatin1String(getStatusColor(status)));
-
         if (money) {
             m_table->setItemDouble(row, COL_VOLUME, line.m_money, 2);
         } else {
@@ -703,6 +729,7 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
                 line.m_volume = available;
             m_table->setItemInt(row, COL_VOLUME, line.m_volume);
         }
+        showStatus(row, line, status, available);
         m_slotVolumes[i] = line.m_volume;
 
         // On a money line the shown key has no quote; the value is the line's money anyway,
@@ -713,16 +740,7 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
         m_otherParams[i] = &m_otherRecords[i];
         showValueCells(row, money ? OtherOrderParam() : m_otherRecords[i], instrument.m_priceDecimals);
 
-        if (m_operationType == ttservice::OT_BUY && replacing) {
-            const QString marketCode = WK::sToQs(line.m_stockInfo.m_market + line.m_stockInfo.m_stockCode);
-            if (replacedCodes.contains(marketCode)) {
-                m_table->setRowColorKey(row, QStringLiteral("clr_global_fall"));
-                m_table->setItemEditable(row, COL_VOLUME, false);
-            }
-            if (CQuoteClient::instance()->isStoppedStock(stockKeyOf(market, code)))
-                m_table->setRowColorKey(row, QStringLiteral("clr_global_rise"));
-        }
-
+        colourRow(row, line, replacing, replacedCodes);
         bindRow(row, slot);
     }
     m_table->endUpdate();
@@ -800,8 +818,7 @@ int COpBasketConfirmWidget::writeRow(CCodeOrderParam *line, OtherOrderParam *oth
 
     EOpConfirmFilterStatus status = OCFS_NORMAL;
     m_table->setItemChecked(row, COL_CHECK, !isParamFilter(*line, status));
-    m_table->setItemText(row, COL_STATUS, getStatusString(status));
-    m_table->setItemColorKey(row, COL_STATUS, QLatin1String(getStatusColor(status)));
+    showStatus(row, *line, status, other->m_availableVolume);
 
     showValueCells(row, money ? OtherOrderParam() : *other, priceDecimals);
     m_table->addRowEnd(true);
@@ -1299,11 +1316,14 @@ void COpBasketConfirmWidget::filterData(const COrderParamTable::FilterMap &filte
     if (!m_table)
         return;
     std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    const bool replacing = m_replaceToolBar && m_replaceToolBar->isReplaceETF();
+    const QSet<QString> replacedCodes = replacing ? replacementCodes(m_replaceToolBar->basket()) : QSet<QString>();
     m_table->beginUpdate();
     m_table->clear();
     unbindRows();
+    int hidden = 0;
     if (m_params) {
-        // Rows come back in the order of the load, each with its own record.
+        // Rows come back in the order of the load, each with its own record and colours.
         for (size_t s = 0; s < m_slotIndex.size(); ++s) {
             const int slot = static_cast<int>(s);
             CCodeOrderParam *line = lineOfSlot(slot);
@@ -1317,12 +1337,53 @@ void COpBasketConfirmWidget::filterData(const COrderParamTable::FilterMap &filte
                     continue;
                 pass = testFilter(it.value().first, it.value().second, columnValue(*line, other, it.key()));
             }
-            if (pass)
-                bindRow(writeRow(line, other, priceDecimalsOfSlot(slot)), slot);
+            if (!pass) {
+                ++hidden;
+                continue;
+            }
+            const int row = writeRow(line, other, priceDecimalsOfSlot(slot));
+            colourRow(row, *line, replacing, replacedCodes);
+            bindRow(row, slot);
         }
     }
     m_table->endUpdate();
+    m_hiddenByFilter = hidden;
+    // A filtered column says so in its header: the lines it hides are not sent.
+    for (int column = 0; column < COLUMN_COUNT; ++column) {
+        const bool filtered = filters.contains(column) && !filters.value(column).second.isEmpty();
+        m_table->setColumnTitle(column, columnTitle(column, m_tradeType) + (filtered ? QStringLiteral(" ▼") : QString()));
+    }
     updateStatData();
+}
+
+void COpBasketConfirmWidget::colourRow(int row, const CCodeOrderParam &line, bool replacing, const QSet<QString> &replacedCodes)
+{
+    // On a buy with suspended stocks replaced: the replacement lines in one colour (their volume
+    // is the replacement's, not the trader's to edit), the suspended stocks' in another.
+    if (row < 0 || m_operationType != ttservice::OT_BUY || !replacing)
+        return;
+    const QString marketCode = WK::sToQs(line.m_stockInfo.m_market + line.m_stockInfo.m_stockCode);
+    if (replacedCodes.contains(marketCode)) {
+        m_table->setRowColorKey(row, QStringLiteral("clr_global_fall"));
+        m_table->setItemEditable(row, COL_VOLUME, false);
+    }
+    if (CQuoteClient::instance()->isStoppedStock(stockKeyOf(shownMarket(line), shownCode(line))))
+        m_table->setRowColorKey(row, QStringLiteral("clr_global_rise"));
+}
+
+void COpBasketConfirmWidget::showStatus(int row, const CCodeOrderParam &line, EOpConfirmFilterStatus status, int64_t available)
+{
+    QString text = getStatusString(status);
+    QLatin1String colour(getStatusColor(status));
+    if (status == OCFS_NORMAL) {
+        const QString reason = zeroVolumeReason(line, available);
+        if (!reason.isEmpty()) {
+            text = reason;
+            colour = QLatin1String(getStatusColor(OCFS_SUSPENDED));
+        }
+    }
+    m_table->setItemText(row, COL_STATUS, text);
+    m_table->setItemColorKey(row, COL_STATUS, colour);
 }
 
 void COpBasketConfirmWidget::updateStatData()
@@ -1337,6 +1398,8 @@ void COpBasketConfirmWidget::updateStatData()
                                                : QString::number(model->columnIntSum(COL_VOLUME)));
     m_table->setStatText(COL_AVAILABLE, QString::number(model->columnIntSum(COL_AVAILABLE)));
     m_table->setStatText(COL_COST, QString::number(model->columnSum(COL_COST), 'f', 2));
+    // What the column filters hide is not sent: the totals line says how much that is.
+    m_table->setStatText(COL_ACCOUNT, m_hiddenByFilter > 0 ? QStringLiteral("筛选隐藏%1行").arg(m_hiddenByFilter) : QString());
 }
 
 double COpBasketConfirmWidget::recalcCost(const CCodeOrderParam *line) const

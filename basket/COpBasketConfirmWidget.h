@@ -172,6 +172,10 @@ protected:
     int addTableRow(ttservice::CCodeOrderParam *line, OtherOrderParam *other);
     QSet<QString> getTableItems(int column);
     void filterData(const COrderParamTable::FilterMap &filters);
+    // The colours of a buy's replacement and suspended lines, after a load or a filter alike.
+    void colourRow(int row, const ttservice::CCodeOrderParam &line, bool replacing, const QSet<QString> &replacedCodes);
+    // The status cell: the switches' status, or why a line of a trading instrument stands at 0.
+    void showStatus(int row, const ttservice::CCodeOrderParam &line, EOpConfirmFilterStatus status, int64_t available);
     // Moves the lines that the switches leave out to the end of the list, keeping the order on
     // both sides.
     void sortParam();
@@ -271,6 +275,7 @@ private:
 
     quint64 m_tradeOpType = 512;
     int m_filterFlags = 0;
+    int m_hiddenByFilter = 0; // lines the column filters keep off the table
     // The user's column layout: restored from the saved text, or widths changed since the last
     // fit (m_fittedWidths, empty before the first).
     bool m_layoutRestored = false;

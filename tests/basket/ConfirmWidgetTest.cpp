@@ -1,6 +1,7 @@
 #include "COpBasketConfirmWidget.h"
 #include "COpBasketReplaceStockToolBar.h"
 
+#include "CCheckBox.h"
 #include "CDoubleValidator.h"
 #include "CIntValidator.h"
 #include "COrderParamTable.h"
@@ -460,6 +461,47 @@ TEST_F(ConfirmWidgetTest, TheLastFilteredColumnDecidesAlone)
     EXPECT_EQ(shownCodes(), (std::vector<std::string>{"600000", "000001"}));
     EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("200"));
     EXPECT_EQ(lines.size(), 3u) << "a filter leaves the list alone";
+}
+
+TEST_F(ConfirmWidgetTest, AFilterIsMarkedAndCountedAndRowsKeepTheirColoursAndReasons)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
+    addStock("600000", 10.0);
+    addStock("600001", 10.0);
+    CQuoteClient::instance()->setStoppedStock(QStringLiteral("600001.SH"), true);
+    auto *bar = new COpBasketReplaceStockToolBar(form.get());
+    bar->setTradeOperationType(512);
+    bar->checkBox(8)->setChecked(true);
+    widget->setReplaceToolBar(bar);
+    lines = {line("a1", "600000", 18, 100), line("a1", "600001", 18, 0)};
+    widget->loadParams(&lines);
+
+    auto suspendedRow = [this] {
+        for (int i = 0; i < table()->rowCount(); ++i) {
+            if (widget->getParamByRowIndex(i)->m_stockInfo.m_stockCode == "600001")
+                return table()->rowID(i);
+        }
+        return -1;
+    };
+    auto expectSuspendedRowAsLoaded = [&] {
+        const int row = suspendedRow();
+        ASSERT_GE(row, 0);
+        EXPECT_EQ(table()->model()->itemColorKey(row, Widget::COL_NAME), QStringLiteral("clr_global_rise"));
+        EXPECT_EQ(cell(row, Widget::COL_STATUS), QStringLiteral("停牌")) << "a line at 0 says why";
+    };
+    expectSuspendedRowAsLoaded();
+
+    table()->setColumnFilter(Widget::COL_CODE, WK::FT_EQUAL, {QStringLiteral("600001")});
+    EXPECT_TRUE(table()->columnTitle(Widget::COL_CODE).endsWith(QStringLiteral("▼")));
+    EXPECT_FALSE(table()->columnTitle(Widget::COL_MARKET).endsWith(QStringLiteral("▼")));
+    EXPECT_EQ(table()->statText(Widget::COL_ACCOUNT), QStringLiteral("筛选隐藏1行"));
+    expectSuspendedRowAsLoaded();
+
+    table()->setColumnFilter(Widget::COL_CODE, WK::FT_EQUAL, QSet<QString>());
+    EXPECT_EQ(table()->rowCount(), 2);
+    EXPECT_FALSE(table()->columnTitle(Widget::COL_CODE).endsWith(QStringLiteral("▼")));
+    EXPECT_EQ(table()->statText(Widget::COL_ACCOUNT), QString());
+    expectSuspendedRowAsLoaded();
 }
 
 TEST_F(ConfirmWidgetTest, FilterMenuListsRawValuesAndRowsComeBackAsLoaded)
