@@ -855,7 +855,11 @@ void COpBasketConfirmWidget::saveBasketCallBack(QString name)
     CBasketSetting &basket = baskets[name];
     basket.m_name = name;
     if (m_table) {
+        // One row per stock and side, however many accounts' lines were chosen: their volumes
+        // and values add up, so that the basket sized over the same accounts gives them back.
+        QHash<QString, int> rowOfStock;
         for (int row : m_table->selectedRows()) {
+            const CCodeOrderParam *line = lineOfRow(row);
             CBasketStockData stock;
             stock.m_stockCode = m_table->itemText(row, COL_CODE);
             stock.m_stockName = m_table->itemText(row, COL_NAME);
@@ -863,6 +867,17 @@ void COpBasketConfirmWidget::saveBasketCallBack(QString name)
             stock.m_market = m_table->itemText(row, COL_MARKET);
             // Weighted by money: the latest market value, cut to a whole number.
             stock.m_weight = m_table->itemInt(row, COL_COST);
+            if (line && (line->m_operationType == ttservice::OT_BUY || line->m_operationType == ttservice::OT_SELL))
+                stock.m_operationType = line->m_operationType;
+            const QString key = stock.key() + QLatin1Char('|') + QString::number(int(stock.m_operationType));
+            const auto known = rowOfStock.constFind(key);
+            if (known != rowOfStock.constEnd()) {
+                CBasketStockData &merged = basket.m_stocks[*known];
+                merged.m_volume += stock.m_volume;
+                merged.m_weight += stock.m_weight;
+                continue;
+            }
+            rowOfStock.insert(key, basket.m_stocks.size());
             basket.m_stocks << stock;
         }
     }

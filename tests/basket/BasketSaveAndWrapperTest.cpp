@@ -8,6 +8,7 @@
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
+#include <QTableView>
 #include <QDialog>
 #include <QKeyEvent>
 #include <QSignalSpy>
@@ -95,6 +96,25 @@ TEST_F(BasketSave, SelectedRowsBecomeABasketWeightedByMoney)
     EXPECT_DOUBLE_EQ(row.m_weight, 3750.0);
     ASSERT_FALSE(form.events.empty());
     EXPECT_EQ(form.events.back(), std::make_pair(1195, QStringLiteral("我的篮子")));
+
+    // All rows over two accounts: one row per stock, its lines added up, not the stock twice.
+    ttservice::CAccountInfo second;
+    second.m_accountKey = "a2";
+    second.m_brokerType = ttservice::BROKER_TYPE_STOCK;
+    ttservice::CAccountDetail money;
+    money.m_available = 1e7;
+    getUserConfig()->addAccount(second, money);
+    CCodeOrderParam other = line("600001", 200);
+    other.m_account = getUserConfig()->getAccountData(QStringLiteral("a2"));
+    lines.push_back(other);
+    wrapper->loadParams(&lines, TOT_BUY, true);
+    wrapper->confirmWidget()->table()->view()->selectAll();
+    saveAs(QStringLiteral("全部"));
+    const CBasketSetting all = getUserConfig()->baskets().value(QStringLiteral("全部"));
+    ASSERT_EQ(all.m_stocks.size(), 2);
+    EXPECT_EQ(all.m_stocks[1].key(), QStringLiteral("600001.SH"));
+    EXPECT_EQ(all.m_stocks[1].m_volume, 500);
+    EXPECT_EQ(all.m_stocks[1].m_operationType, ttservice::OT_BUY);
 }
 
 TEST_F(BasketSave, ANameInUseChangesNothing)
