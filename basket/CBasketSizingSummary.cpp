@@ -5,6 +5,7 @@
 #include "CBasketSetting.h"
 #include "CCodeOrderParam.h"
 #include "CUserConfig.h"
+#include "StockKey.h"
 
 #include "COrderParamTable.h"
 #include "CTableModel.h"
@@ -13,12 +14,14 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
-#include <QSet>
 #include <QTimer>
 #include <QToolButton>
 
 #include <cmath>
 #include <map>
+#include <string>
+#include <unordered_map>
+#include <utility>
 
 namespace TC {
 namespace {
@@ -106,11 +109,12 @@ CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfi
     if (!table)
         return summary;
     const CUserConfig *config = getUserConfig();
-    const bool drift = config && config->baskets().contains(basketName);
+    const bool withDrift = config && config->baskets().contains(basketName);
     // Read at every tick over every line: the line gives its account and instrument without
     // making text, the table the cells that change (tick, value, status).
     std::map<const ttservice::CAccountInfo *, int> accountIndex;
-    QMap<QString, double> valueByKey;
+    // By stock key: the sized value, then the basket's weight.
+    std::unordered_map<std::string, std::pair<double, double>> byKey;
     double total = 0.0;
     for (int visual = 0; visual < table->rowCount(); ++visual) {
         const int rowId = table->rowID(visual);
@@ -133,35 +137,30 @@ CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfi
         const double value = cents(table->itemDouble(rowId, W::COL_COST));
         line.m_money = cents(line.m_money + value);
         total += value;
-        if (drift)
-            valueByKey[QString::fromStdString(param->m_stockInfo.m_stockCode) + QLatin1Char('.')
-                       + QString::fromStdString(param->m_stockInfo.m_market)] += value;
+        if (withDrift)
+            byKey[utils::vqStockKey(param->m_stockInfo.m_market, param->m_stockInfo.m_stockCode)].first += value;
     }
 
-    if (!drift || total <= 0.0)
+    if (!withDrift || total <= 0.0)
         return summary;
-    QMap<QString, double> target;
     double weights = 0.0;
     for (const CBasketStockData &row : config->baskets().constFind(basketName)->m_stocks) {
-        target[row.key()] += row.m_weight;
+        byKey[utils::vqStockKey(row.m_market.toStdString(), row.m_stockCode.toStdString())].second += row.m_weight;
         weights += row.m_weight;
     }
     if (weights <= 0.0)
         return summary;
-    QSet<QString> keys;
-    for (auto it = target.cbegin(); it != target.cend(); ++it)
-        keys.insert(it.key());
-    for (auto it = valueByKey.cbegin(); it != valueByKey.cend(); ++it)
-        keys.insert(it.key());
     double sum = 0.0;
-    for (const QString &key : keys) {
-        const double drift = std::fabs(valueByKey.value(key) / total - target.value(key) / weights) * 100.0;
+    const std::string *largest = nullptr;
+    for (const auto &entry : byKey) {
+        const double drift = std::fabs(entry.second.first / total - entry.second.second / weights) * 100.0;
         sum += drift;
-        if (drift > summary.m_largestDrift || (drift == summary.m_largestDrift && key < summary.m_largestKey)) {
+        if (!largest || drift > summary.m_largestDrift || (drift == summary.m_largestDrift && entry.first < *largest)) {
             summary.m_largestDrift = drift;
-            summary.m_largestKey = key;
+            largest = &entry.first;
         }
     }
+    summary.m_largestKey = largest ? QString::fromStdString(*largest) : QString();
     summary.m_hasDrift = true;
     summary.m_drift = sum / 2.0;
     return summary;

@@ -518,7 +518,8 @@ TEST_F(BasketImport, sizingSummaryAgreesWithTheTableToTheCent)
     EXPECT_EQ(TC::CBasketSizingSummary::lineText(summary),
               QStringLiteral("1 个账户，勾选市值 171,999.00 元，数量为 0 的 1 行；与篮子权重偏离 64.86%（最大 600519.SH 64.86%）"));
     EXPECT_EQ(TC::CBasketSizingSummary::detailTexts(summary),
-              QStringList{QStringLiteral("a1：3 行，勾选市值 171,999.00 元；数量为 0：不足一手或资金不足 1 行")});
+              QStringList{QStringLiteral("a1：3 行，勾选市值 171,999.00 元；数量为 0：不足一手 1 行")})
+        << TC::CBasketSizingSummary::detailTexts(summary).join(QLatin1Char('|')).toStdString();
 
     // A tick reaches the strip with the table's own half-second refresh.
     TC::CPriceData tick;
