@@ -362,6 +362,8 @@ private:
     void calcReplaceBlacklist(QVector<ttservice::CCodeOrderParam> &params);
     void keepBlackStocksUnbought(QVector<ttservice::CCodeOrderParam> &params);
     void updateParamsByAccount();
+    // Says which ticked accounts a custom group gives no line to, and why.
+    void tellAccountsWithoutCustomLines();
     void setParities();
     // The common body of the two instruction loaders, over the lines they picked.
     bool loadCommandLines(const ttservice::COrderCommand &command, const std::vector<ttservice::CCodeOrderParam> &lines,

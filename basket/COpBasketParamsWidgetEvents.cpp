@@ -18,6 +18,7 @@
 #include "CGlobalOrderParamTable.h"
 #include "CLogCenter.h"
 #include "CMessageTip.h"
+#include "CMsgService.h"
 #include "COpAccountsWidget.h"
 #include "COpBasketFutureParamsWidget.h"
 #include "COpBasketHedgeSettingWidget.h"
@@ -326,6 +327,7 @@ bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString te
         }
         genOperation();
         updateParamsByAccount();
+        tellAccountsWithoutCustomLines();
         deliverListChanged(0);
         setParities();
         return true;
@@ -341,6 +343,32 @@ bool COpBasketParamsWidget::handleEvent(int event, int id, int value, QString te
         break;
     }
     return WK::CBaseWidget::handleEvent(event, id, value, text, data);
+}
+
+void COpBasketParamsWidget::tellAccountsWithoutCustomLines()
+{
+    // A custom group keeps the lines the trader edited account by account: an account ticked
+    // afterwards has none of its own, and the trader must learn why it shows no line.
+    if (!m_accountsWidget || !m_basketsCombo || m_basketsCombo->batchOp() != ETempBatchOrderFlags(BATCH_CUSTOM_GROUP))
+        return;
+    QSet<QString> withLines;
+    for (const ttservice::CCodeOrderParam &line : m_orderParams) {
+        if (line.m_account)
+            withLines.insert(QString::fromStdString(line.m_account->getKey()));
+    }
+    QStringList without;
+    for (const QString &key : m_accountsWidget->getSelectedAccounts()) {
+        if (!withLines.contains(key))
+            without << key;
+    }
+    if (without.isEmpty() || m_orderParams.empty())
+        return;
+    without.sort();
+    const CMsgSetting setting = getUserConfig()->msgSetting(1);
+    getMsgService()->showMsg(QStringLiteral("自定义组合按账号保存了编辑过的委托, 新勾选的账号 %1 没有委托行; "
+                                            "如需为其下单, 请重新选择篮子按所有勾选的账号计算")
+                                 .arg(without.join(QStringLiteral(", "))),
+                             EMsgTypeDef(1), ttservice::MsgLevel(1), setting.m_showPopup, setting.m_playSound, QString());
 }
 
 } // namespace TC

@@ -14,6 +14,7 @@
 #include "COpAccountsWidget.h"
 #include "COperationPushButtonGroup.h"
 #include "CParameterCell.h"
+#include "CMsgService.h"
 #include "CUserConfig.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
@@ -156,6 +157,20 @@ TEST_F(BasketEdits, AVolumeEditTurnsTheListIntoTheCustomGroupAndSurvivesRecalcul
     // The stored basket is left as it was.
     EXPECT_EQ(getUserConfig()->baskets().value(QStringLiteral("b")).m_stocks.size(), 2);
     EXPECT_EQ(getUserConfig()->baskets().value(QStringLiteral("b")).m_stocks.first().m_volume, 100);
+
+    // An account ticked now has no edited lines of its own: the trader is told, not left guessing.
+    ttservice::CAccountInfo third;
+    third.m_accountKey = "a3";
+    third.m_accountId = "a3";
+    third.m_brokerType = ttservice::BROKER_TYPE_STOCK;
+    getUserConfig()->addAccount(third, ttservice::CAccountDetail());
+    form()->refreshAccounts();
+    form()->accountsWidget()->setSelectedAccount(QStringLiteral("a3"), true);
+    form()->handleEvent(1167, 8, 0, QString(), nullptr);
+    ASSERT_FALSE(getMsgService()->shownMessages().empty());
+    EXPECT_TRUE(getMsgService()->shownMessages().back().m_text.contains(QStringLiteral("新勾选的账号 a3 没有委托行")));
+    EXPECT_EQ(lines(), (std::map<std::string, std::string>{
+                           {"a1 600000", "18 300"}, {"a2 600000", "18 200"}, {"a1 600001", "18 400"}, {"a2 600001", "18 700"}}));
 }
 
 TEST_F(BasketEdits, EditsOfTheGroupKeepTheLinePriceAndTouchSettings)
