@@ -1077,6 +1077,8 @@ void CBaseNormalTable::adjustVisibleRowsColumnWidth()
         if (!isColumnVisible(column))
             continue;
         int width = headerMetrics.horizontalAdvance(columnTitle(column)) + 24;
+        // The totals line is read too: a sum wider than any of its cells must not be cut.
+        width = std::max(width, boldMetrics.horizontalAdvance(statText(column)) + 16);
         const bool checkable = m_model->tableColumn(column).m_checkable;
         for (int row = first; row <= last; ++row) {
             const QModelIndex index = m_model->index(row, column);

@@ -520,6 +520,8 @@ TEST(TableScale, twentyThousandRowsLoadAndRefreshWithAViewAttached)
     QApplication::processEvents();
     EXPECT_EQ(resets, 1);
     EXPECT_EQ(table->statText(9), QStringLiteral("20000.00"));
+    EXPECT_GT(table->columnWidth(9), QFontMetrics(table->view()->font()).horizontalAdvance(table->statText(9)))
+        << "the totals line is not cut";
 
     changes = 0;
     table->beginUpdate();
