@@ -1,9 +1,10 @@
 // The whole panel at a trader's scale, shown and painted off screen as the client docks it: a
-// basket of 1000 stocks over 20 accounts, 20,000 order lines.
+// basket of 1000 stocks over 20 accounts (20,000 order lines), and a whole-market basket of 5000
+// stocks over 20 accounts (100,000 lines). The argument of each benchmark is the stock count.
 //
-// Each figure is printed with its ratio to a floor measured in the same run: a bare QTableView
-// over a plain model that loads and paints the same 20,000 lines. The machine is shared, so the
-// ratio is the figure to compare between runs, not the milliseconds.
+// Each figure is printed with its ratio to a floor measured in the same run at the same size: a
+// bare QTableView over a plain model that loads and paints the same lines. The machine is
+// shared, so the ratio is the figure to compare between runs, not the milliseconds.
 #include "CBasketOperationPanel.h"
 #include "CHpfOpConfirmWidget.h"
 #include "COpBasketParamsEditWidget.h"
@@ -29,8 +30,12 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include <malloc.h>
+
 #include <chrono>
 #include <ctime>
+#include <fstream>
+#include <map>
 #include <memory>
 #include <string>
 #include <thread>
@@ -38,14 +43,12 @@
 
 namespace {
 
-constexpr int kStocks = 1000;
 constexpr int kAccounts = 20;
-constexpr int kLines = kStocks * kAccounts;
 constexpr int kWidth = 1600;
 constexpr int kHeight = 1000;
 constexpr int kManagerRole = 90;
 
-double g_floorSeconds = 0.0; // the floor of this run, per iteration
+std::map<int, double> g_floorSeconds; // stock count -> the floor of this run, per iteration
 
 using Clock = std::chrono::steady_clock;
 
@@ -61,10 +64,34 @@ double threadCpuSeconds()
     return double(now.tv_sec) + double(now.tv_nsec) * 1e-9;
 }
 
+int stocksOf(const benchmark::State &state)
+{
+    return int(state.range(0));
+}
+
 void reportRatio(benchmark::State &state, double secondsPerIteration)
 {
-    if (g_floorSeconds > 0)
-        state.counters["x_floor"] = secondsPerIteration / g_floorSeconds;
+    const double floor = g_floorSeconds[stocksOf(state)];
+    if (floor > 0)
+        state.counters["x_floor"] = secondsPerIteration / floor;
+}
+
+// The resident memory of the process, in bytes, after the allocator gave back what it could:
+// the memory of an earlier benchmark must not hide this one's.
+double residentBytes()
+{
+    malloc_trim(0);
+    std::ifstream status("/proc/self/status");
+    std::string key;
+    while (status >> key) {
+        if (key == "VmRSS:") {
+            double kib = 0;
+            status >> kib;
+            return kib * 1024;
+        }
+        status.ignore(1 << 12, '\n');
+    }
+    return 0;
 }
 
 std::string codeOf(int stock)
@@ -88,11 +115,11 @@ TC::CPriceData quoteOf(int stock, double shift)
 
 // Two stored baskets of the same 1000 stocks with other volumes, so that every choice sizes and
 // loads the whole list anew.
-void fillClient()
+void fillClient(int stocks)
 {
     TC::resetAllSubstitutes();
     TC::getUserConfig()->setRole(kManagerRole);
-    for (int i = 0; i < kStocks; ++i) {
+    for (int i = 0; i < stocks; ++i) {
         ttservice::CInstrumentDetail detail;
         detail.m_market = "SH";
         detail.m_stockCode = codeOf(i);
@@ -103,11 +130,11 @@ void fillClient()
     for (int b = 0; b < 2; ++b) {
         TC::CBasketSetting basket;
         basket.m_name = QStringLiteral("大篮子%1").arg(b);
-        for (int i = 0; i < kStocks; ++i) {
+        for (int i = 0; i < stocks; ++i) {
             TC::CBasketStockData row;
             row.m_market = QStringLiteral("SH");
             row.m_stockCode = QString::fromStdString(codeOf(i));
-            row.m_weight = 1.0 / kStocks;
+            row.m_weight = 1.0 / stocks;
             row.m_volume = 100 * (1 + (i + b) % 10);
             basket.m_stocks << row;
         }
@@ -129,9 +156,9 @@ void fillClient()
 // The panel in a window of a trader's screen size, every account ticked.
 struct ShownPanel
 {
-    ShownPanel()
+    explicit ShownPanel(int stocks)
     {
-        fillClient();
+        fillClient(stocks);
         window.resize(kWidth, kHeight);
         auto *layout = new QVBoxLayout(&window);
         panel = new TC::CBasketOperationPanel(1, &window);
@@ -200,12 +227,12 @@ public:
 
 // A market round from the quote service's own thread: a quote for every stock, moved by the
 // round's number. Answers the CPU the publishing thread spent, callbacks included.
-double publishRoundFromWorker(int round)
+double publishRoundFromWorker(int stocks, int round)
 {
     double cpu = 0;
-    std::thread worker([&cpu, round] {
+    std::thread worker([&cpu, stocks, round] {
         const double start = threadCpuSeconds();
-        for (int i = 0; i < kStocks; ++i)
+        for (int i = 0; i < stocks; ++i)
             TC::CQuoteClient::instance()->publishQuote(quoteOf(i, 0.01 * (round % 9 + 1)));
         cpu = threadCpuSeconds() - start;
     });
@@ -269,7 +296,8 @@ private:
 
 void BM_Floor_PlainTableLoadAndPaint(benchmark::State &state)
 {
-    fillClient();
+    const int stocks = stocksOf(state);
+    fillClient(stocks);
     QWidget window;
     window.resize(kWidth, kHeight);
     auto *layout = new QVBoxLayout(&window);
@@ -288,10 +316,10 @@ void BM_Floor_PlainTableLoadAndPaint(benchmark::State &state)
     for (auto _ : state) {
         const Clock::time_point start = Clock::now();
         std::vector<PlainModel::Row> rows;
-        rows.reserve(kLines);
+        rows.reserve(size_t(stocks * kAccounts));
         for (int a = 0; a < kAccounts; ++a) {
             const QString account = QStringLiteral("8800%1").arg(a);
-            for (int i = 0; i < kStocks; ++i) {
+            for (int i = 0; i < stocks; ++i) {
                 PlainModel::Row row;
                 row.account = account;
                 row.market = QStringLiteral("SH");
@@ -313,18 +341,21 @@ void BM_Floor_PlainTableLoadAndPaint(benchmark::State &state)
         painting += secondsSince(loaded);
         state.SetIterationTime(seconds);
     }
-    g_floorSeconds = total / double(state.iterations());
+    g_floorSeconds[stocks] = total / double(state.iterations());
     state.counters["paint_ms"] = painting / double(state.iterations()) * 1e3;
     state.counters["rows_in_view"] = view->viewport()->height() / std::max(1, view->verticalHeader()->defaultSectionSize());
 }
-BENCHMARK(BM_Floor_PlainTableLoadAndPaint)->UseManualTime()->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(BM_Floor_PlainTableLoadAndPaint)->Arg(1000)->Arg(5000)->UseManualTime()->Unit(benchmark::kMillisecond)->MinTime(2.0);
 
 // ---- the panel -----------------------------------------------------------------------------
 
-// A basket chosen until the table shows its 20,000 lines on screen.
+// A basket chosen until the table shows all its lines on screen. Also answers the resident
+// memory per line the panel holds with the basket shown, sizing and quotes included.
 void BM_Panel_ChooseBasketUntilPainted(benchmark::State &state)
 {
-    ShownPanel shown;
+    const int stocks = stocksOf(state);
+    const double residentBefore = residentBytes();
+    ShownPanel shown(stocks);
     if (!shown.ready()) {
         state.SkipWithError("the panel has no form or table");
         return;
@@ -343,7 +374,8 @@ void BM_Panel_ChooseBasketUntilPainted(benchmark::State &state)
         sizing += std::chrono::duration<double>(chosen - start).count();
         state.SetIterationTime(seconds);
     }
-    if (shown.tableRows() != kLines)
+    const double residentAfter = residentBytes();
+    if (shown.tableRows() != stocks * kAccounts)
         state.SkipWithError("the table does not show one row per stock and account");
     const double iterations = double(state.iterations());
     // Where the time goes: sizing the basket and loading the table, then the paint.
@@ -351,22 +383,24 @@ void BM_Panel_ChooseBasketUntilPainted(benchmark::State &state)
     state.counters["paint_ms"] = (total - sizing) / iterations * 1e3;
     state.counters["rows_in_view"] = shown.confirm->table()->view()->viewport()->height()
                                      / std::max(1, shown.confirm->table()->itemHeight());
+    state.counters["rss_per_line"] = (residentAfter - residentBefore) / double(stocks * kAccounts);
     reportRatio(state, total / iterations);
 }
-BENCHMARK(BM_Panel_ChooseBasketUntilPainted)->UseManualTime()->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(BM_Panel_ChooseBasketUntilPainted)->Arg(1000)->Arg(5000)->UseManualTime()->Unit(benchmark::kMillisecond)->MinTime(2.0);
 
-// A quote for each of the 1000 stocks, published from a worker thread while the list is on
+// A quote for each stock, published from a worker thread while the list is on
 // screen; the time is the CPU the publishing thread spends, callbacks included.
 void BM_Panel_MarketRoundFromWorker(benchmark::State &state)
 {
-    ShownPanel shown;
+    const int stocks = stocksOf(state);
+    ShownPanel shown(stocks);
     if (!shown.showBasket(state))
         return;
     int round = 0;
     double total = 0;
     for (auto _ : state) {
         ++round;
-        const double cpu = publishRoundFromWorker(round);
+        const double cpu = publishRoundFromWorker(stocks, round);
         total += cpu;
         state.SetIterationTime(cpu);
         state.PauseTiming();
@@ -375,13 +409,14 @@ void BM_Panel_MarketRoundFromWorker(benchmark::State &state)
     }
     reportRatio(state, total / double(state.iterations()));
 }
-BENCHMARK(BM_Panel_MarketRoundFromWorker)->UseManualTime()->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(BM_Panel_MarketRoundFromWorker)->Arg(1000)->Arg(5000)->UseManualTime()->Unit(benchmark::kMillisecond)->MinTime(2.0);
 
-// The half-second tick after a quote for every stock changed all 20,000 rows, with the repaint
+// The half-second tick after a quote for every stock changed every row, with the repaint
 // of the table it causes.
 void BM_Panel_TickAfterMarketRound(benchmark::State &state)
 {
-    ShownPanel shown;
+    const int stocks = stocksOf(state);
+    ShownPanel shown(stocks);
     if (!shown.showBasket(state))
         return;
     PaintWatch watch;
@@ -392,7 +427,7 @@ void BM_Panel_TickAfterMarketRound(benchmark::State &state)
     double tick = 0;
     for (auto _ : state) {
         ++round;
-        publishRoundFromWorker(round);
+        publishRoundFromWorker(stocks, round);
         const Clock::time_point start = Clock::now();
         shown.confirm->slotTimeout();
         const Clock::time_point ticked = Clock::now();
@@ -409,6 +444,6 @@ void BM_Panel_TickAfterMarketRound(benchmark::State &state)
     state.counters["paint_ms"] = (total - tick) / double(state.iterations()) * 1e3;
     reportRatio(state, total / double(state.iterations()));
 }
-BENCHMARK(BM_Panel_TickAfterMarketRound)->UseManualTime()->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(BM_Panel_TickAfterMarketRound)->Arg(1000)->Arg(5000)->UseManualTime()->Unit(benchmark::kMillisecond)->MinTime(2.0);
 
 } // namespace
