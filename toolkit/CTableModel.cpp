@@ -147,10 +147,10 @@ QVariant CTableModel::data(const QModelIndex &index, int role) const
         return CUiResource::instance()->getColor(key);
     }
     case Qt::BackgroundRole: {
-        if (!description.m_flashChange || m_flashes.isEmpty())
+        if (!description.m_flashChange || m_flashing.empty())
             return QVariant();
-        const auto it = m_flashes.constFind(flashKey(row.m_id, column));
-        if (it == m_flashes.constEnd() || m_clock.elapsed() - it->m_start >= m_flashDuration)
+        const Flash *it = flashOf(row.m_id, column);
+        if (!it || m_clock.elapsed() - it->m_start >= m_flashDuration)
             return QVariant();
         const char *key = it->m_direction > 0 ? "clr_table_flash_rise"
                           : it->m_direction < 0 ? "clr_table_flash_fall"
@@ -288,7 +288,7 @@ bool CTableModel::removeTableColumn(int column)
         --m_sortColumn;
     else if (sorted)
         m_sortColumn = -1;
-    m_flashes.clear();
+    clearFlashes();
     m_totalsDirty = true;
     if (!quiet)
         endRemoveColumns();
@@ -307,7 +307,7 @@ void CTableModel::clearTableColumns()
     m_filters.clear();
     m_statTexts.clear();
     m_sortColumn = -1;
-    m_flashes.clear();
+    clearFlashes();
     endUpdate();
 }
 
@@ -500,7 +500,7 @@ void CTableModel::clearRows()
     m_visualPos.clear();
     m_nextId = 0;
     m_firstUnpublished = 0;
-    m_flashes.clear();
+    clearFlashes();
     m_flashTimer.stop();
     endUpdate();
 }
@@ -518,8 +518,11 @@ void CTableModel::eraseRowsAt(const std::vector<int> &storageIndexes)
         if (next < storageIndexes.size() && storageIndexes[next] == static_cast<int>(i)) {
             newIndex[i] = -1;
             m_indexById[static_cast<size_t>(m_rows[i].m_id)] = -1;
-            for (int column = 0; column < columnCount() && !m_flashes.isEmpty(); ++column)
-                m_flashes.remove(flashKey(m_rows[i].m_id, column));
+            const size_t id = static_cast<size_t>(m_rows[i].m_id);
+            for (std::vector<Flash> &slots : m_flashes) {
+                if (id < slots.size())
+                    slots[id] = Flash();
+            }
             ++next;
             continue;
         }
@@ -532,6 +535,12 @@ void CTableModel::eraseRowsAt(const std::vector<int> &storageIndexes)
     }
     m_rows.resize(static_cast<size_t>(kept));
     m_firstUnpublished = keptBeforeUnpublished;
+    // The cells of erased rows flash no more.
+    m_flashing.erase(std::remove_if(m_flashing.begin(), m_flashing.end(),
+                                    [this](quint64 key) {
+                                        return !flashOf(static_cast<int>(key >> 32), static_cast<int>(key & 0xffffffffu));
+                                    }),
+                     m_flashing.end());
 
     std::vector<int> visible;
     visible.reserve(m_visible.size());
@@ -1311,15 +1320,39 @@ void CTableModel::noteFlash(int rowId, int column, const Cell &before, const Cel
         if (old.m_kind == 0 && now.m_kind == 0)
             direction = now.m_number > old.m_number ? 1 : (now.m_number < old.m_number ? -1 : 0);
     }
-    m_flashes.insert(flashKey(rowId, column), Flash{m_clock.elapsed(), direction});
+    if (m_flashes.size() <= static_cast<size_t>(column))
+        m_flashes.resize(static_cast<size_t>(column) + 1);
+    std::vector<Flash> &slots = m_flashes[static_cast<size_t>(column)];
+    if (slots.size() <= static_cast<size_t>(rowId))
+        slots.resize(std::max(static_cast<size_t>(rowId) + 1, static_cast<size_t>(m_nextId)));
+    Flash &slot = slots[static_cast<size_t>(rowId)];
+    if (slot.m_start < 0)
+        m_flashing.push_back(flashKey(rowId, column));
+    slot = Flash{m_clock.elapsed(), direction};
     if (!m_flashTimer.isActive())
         m_flashTimer.start();
 }
 
+const CTableModel::Flash *CTableModel::flashOf(int rowId, int column) const
+{
+    if (rowId < 0 || column < 0 || static_cast<size_t>(column) >= m_flashes.size())
+        return nullptr;
+    const std::vector<Flash> &slots = m_flashes[static_cast<size_t>(column)];
+    if (static_cast<size_t>(rowId) >= slots.size() || slots[static_cast<size_t>(rowId)].m_start < 0)
+        return nullptr;
+    return &slots[static_cast<size_t>(rowId)];
+}
+
+void CTableModel::clearFlashes()
+{
+    m_flashes.clear();
+    m_flashing.clear();
+}
+
 bool CTableModel::isFlashing(int rowId, int column) const
 {
-    const auto it = m_flashes.constFind(flashKey(rowId, column));
-    return it != m_flashes.constEnd() && m_clock.elapsed() - it->m_start < m_flashDuration;
+    const Flash *flash = flashOf(rowId, column);
+    return flash && m_clock.elapsed() - flash->m_start < m_flashDuration;
 }
 
 void CTableModel::onFlashTimer()
@@ -1332,14 +1365,19 @@ void CTableModel::onFlashTimer()
     int bottom = -1;
     int left = -1;
     int right = -1;
-    for (auto it = m_flashes.begin(); it != m_flashes.end();) {
-        if (now - it->m_start < m_flashDuration) {
-            ++it;
+    size_t kept = 0;
+    for (const quint64 key : m_flashing) {
+        const int rowId = static_cast<int>(key >> 32);
+        const int column = static_cast<int>(key & 0xffffffffu);
+        // A flashing cell has its slot until clearFlashes, which empties this list too.
+        Flash &flash = m_flashes[static_cast<size_t>(column)][static_cast<size_t>(rowId)];
+        if (flash.m_start < 0)
+            continue; // its row went away
+        if (now - flash.m_start < m_flashDuration) {
+            m_flashing[kept++] = key;
             continue;
         }
-        const int rowId = static_cast<int>(it.key() >> 32);
-        const int column = static_cast<int>(it.key() & 0xffffffffu);
-        it = m_flashes.erase(it);
+        flash = Flash();
         const int visualRow = visualRowOf(rowId);
         if (quiet || visualRow < 0 || column >= columnCount())
             continue;
@@ -1350,7 +1388,8 @@ void CTableModel::onFlashTimer()
     }
     if (top >= 0)
         Q_EMIT dataChanged(index(top, left), index(bottom, right), {Qt::BackgroundRole});
-    if (m_flashes.isEmpty())
+    m_flashing.resize(kept);
+    if (m_flashing.empty())
         m_flashTimer.stop();
 }
 

@@ -183,7 +183,7 @@ public:
     void setFlashDuration(int msec) { m_flashDuration = msec; }
     int flashDuration() const { return m_flashDuration; }
     bool isFlashing(int rowId, int column) const;
-    int flashingCellCount() const { return m_flashes.size(); }
+    int flashingCellCount() const { return static_cast<int>(m_flashing.size()); }
 
     void setEditHandler(EditHandler handler) { m_editHandler = std::move(handler); }
     void setCheckHandler(CheckHandler handler) { m_checkHandler = std::move(handler); }
@@ -250,7 +250,7 @@ private:
     };
     struct Flash
     {
-        qint64 m_start = 0;
+        qint64 m_start = -1; // -1: not flashing
         int m_direction = 0; // 1 rose, -1 fell, 0 changed
     };
 
@@ -268,6 +268,8 @@ private:
     void announceRowChange(int rowId, int left, int right, bool summed);
     void announce(int top, int bottom, int left, int right, const QVector<int> &roles = QVector<int>());
     void noteFlash(int rowId, int column, const Cell &before, const CellNumber &number, const QString &text);
+    const Flash *flashOf(int rowId, int column) const;
+    void clearFlashes();
     void onFlashTimer();
 
     int createRow();
@@ -312,7 +314,10 @@ private:
     mutable bool m_totalsDirty = true;
     mutable bool m_totalsAnnounced = false;
 
-    QHash<quint64, Flash> m_flashes; // (row id << 32 | column) -> when it changed
+    // Column -> row id -> when the cell changed; allocated for flashing columns only. A market
+    // round flashes a cell of every row: slots by id cost no allocation and no hashing per cell.
+    std::vector<std::vector<Flash>> m_flashes;
+    std::vector<quint64> m_flashing; // (row id << 32 | column) of the cells flashing now
     QTimer m_flashTimer;
     QElapsedTimer m_clock;
     int m_flashDuration = 800;

@@ -390,6 +390,12 @@ TEST(TableModelFlash, aChangedValueFlashesUntilItsTimeIsUp)
     EXPECT_TRUE(model->isFlashing(rowId, 1));
     EXPECT_TRUE(model->index(0, 1).data(Qt::BackgroundRole).isValid());
     EXPECT_FALSE(model->index(0, 0).data(Qt::BackgroundRole).isValid());
+    model->setItemDouble(rowId, 1, 12.0);
+    const int other = model->appendRow({QStringLiteral("b"), 1.0});
+    model->setItemDouble(other, 1, 2.0);
+    EXPECT_EQ(model->flashingCellCount(), 2) << "a cell flashes once however often it changes";
+    model->removeRowById(other);
+    EXPECT_EQ(model->flashingCellCount(), 1) << "a removed row's cells flash no more";
 
     bool backgroundAnnounced = false;
     QObject::connect(model.get(), &CTableModel::dataChanged,
