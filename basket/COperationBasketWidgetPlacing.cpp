@@ -33,6 +33,7 @@
 #include <boost/format.hpp>
 
 #include <QPointer>
+#include <QSet>
 
 namespace TC {
 namespace {
@@ -389,6 +390,25 @@ bool COperationBasketWidget::placeForCommand(std::vector<CCodeOrderParam> &order
         // The list on screen is that of an instruction that is no longer this trader's.
         showSettingMsg(QStringLiteral("该指令已转交他人、已结束或已撤销, 不能再执行, 未下单"), 4);
         return false;
+    }
+    // Only the instruction's own lines may leave as its tasks: a list chosen since (positions
+    // handed over, a paste) is not this instruction.
+    QSet<QString> own;
+    auto lineKey = [](const CCodeOrderParam &line) {
+        return QString::fromStdString((line.m_account ? line.m_account->getKey() : std::string()) + '|'
+                                      + line.m_stockInfo.m_market + line.m_stockInfo.m_stockCode);
+    };
+    for (const CCodeOrderParam &line : command->m_orders)
+        own.insert(lineKey(line));
+    for (const CCodeOrderParam &line : orders) {
+        if (!own.contains(lineKey(line))) {
+            showSettingMsg(QStringLiteral("列表中有不属于指令 %1 的委托(%2 %3), 未下单; 请重新载入该指令")
+                               .arg(QString::fromStdString(command->m_commandKey),
+                                    QString::fromStdString(line.m_account ? line.m_account->getKey() : std::string()),
+                                    QString::fromStdString(line.m_stockInfo.m_stockCode)),
+                           4);
+            return false;
+        }
     }
 
     if (!m_paramsWidget->autoHedge()) {

@@ -89,7 +89,6 @@ const std::set<std::string> kKnownFaults = {
     "directionOnFixedTab", // a tab the client switches to (positions, paste, instruction) leaves the
                            // table's direction switchable
     "priceType",           // the position list takes the stock tab's price type on other tabs
-    "notOfInstruction",    // whatever list is on view is executed as the loaded instruction's tasks
     "restart price",       // a fixed price comes back as 0
     "restart sizing",      // a temporary list's sizing mode comes back as the first mode
     "restart basket",      // the position list of the futures tab is not chosen again
