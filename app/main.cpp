@@ -29,6 +29,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QPixmap>
+#include <QSize>
 #include <QStandardPaths>
 #include <QTimer>
 
@@ -243,6 +244,10 @@ int main(int argc, char **argv)
         QStringLiteral("FILE"));
     parser.addOption(roleOption);
     parser.addOption(screenshotOption);
+    const QCommandLineOption sizeOption(QStringLiteral("size"),
+                                        QStringLiteral("The window's size, WIDTHxHEIGHT (default 1480x860), e.g. 700x450."),
+                                        QStringLiteral("WxH"));
+    parser.addOption(sizeOption);
     parser.addOption(basketOption);
     parser.addOption(tabOption);
     const QCommandLineOption batchOption(
@@ -284,6 +289,20 @@ int main(int argc, char **argv)
         return 2;
     }
     const bool screenshot = parser.isSet(screenshotOption);
+    QSize windowSize;
+    if (parser.isSet(sizeOption)) {
+        const QStringList parts = parser.value(sizeOption).split(QLatin1Char('x'));
+        bool wideOk = false;
+        bool highOk = false;
+        if (parts.size() == 2)
+            windowSize = QSize(parts.at(0).toInt(&wideOk), parts.at(1).toInt(&highOk));
+        if (!wideOk || !highOk || windowSize.width() < 200 || windowSize.height() < 150 || windowSize.width() > 8000
+            || windowSize.height() > 8000) {
+            std::fprintf(stderr, "basket-demo: --size wants WIDTHxHEIGHT between 200x150 and 8000x8000, got \"%s\"\n",
+                         qPrintable(parser.value(sizeOption)));
+            return 2;
+        }
+    }
     const quint64 tab = parser.isSet(tabOption) ? tabWordOf(parser.value(tabOption)) : TC::TOT_BUY;
     if (tab == 0) {
         std::fprintf(stderr, "basket-demo: no tab named \"%s\"\n", qPrintable(parser.value(tabOption)));
@@ -400,6 +419,8 @@ int main(int argc, char **argv)
         }
     }
     showPatchLink(window.panel());
+    if (windowSize.isValid())
+        window.resize(windowSize);
     window.show();
     // An explicit tab wins over the restored one.
     if (parser.isSet(tabOption) && tab != currentTab(window.panel()))
