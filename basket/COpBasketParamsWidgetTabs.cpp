@@ -528,14 +528,18 @@ void COpBasketParamsWidget::setItemsVisible(int mode, int batchFlags)
             setShown(m_sellRatioCell, true);
         }
     } else {
+        // A tab that offers no mode (no basket chosen yet) shows the copies cell, as a new form
+        // does: a cell left from the tab before would stand for a sizing the tab does not have,
+        // and would not come back from the saved text.
+        WK::CParameterCell *shown = m_copiesCell;
         if (mode >= VT_COPIES && mode <= VT_INDEX_UNIT) {
             WK::CParameterCell *const modeCells[] = {m_copiesCell, m_moneyCell, m_ratioCell, m_ratioCell,
                                                      m_assetRatioCell, m_contractCell, m_totalLotsCell};
-            WK::CParameterCell *shown = modeCells[mode];
-            for (WK::CParameterCell *cell : {m_copiesCell, m_moneyCell, m_ratioCell, m_assetRatioCell, m_contractCell,
-                                             m_totalLotsCell})
-                setShown(cell, cell == shown);
+            shown = modeCells[mode];
         }
+        for (WK::CParameterCell *cell : {m_copiesCell, m_moneyCell, m_ratioCell, m_assetRatioCell, m_contractCell,
+                                         m_totalLotsCell})
+            setShown(cell, cell == shown);
         if (batchFlags == BATCH_SELL && m_operationType == 19) {
             for (QWidget *w : {static_cast<QWidget *>(m_volumnRow), static_cast<QWidget *>(m_copiesCell),
                                static_cast<QWidget *>(m_moneyCell), static_cast<QWidget *>(m_contractCell)})
