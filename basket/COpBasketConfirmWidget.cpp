@@ -342,14 +342,26 @@ void COpBasketConfirmWidget::setParam(const QString &text)
         return;
     // The layout comes back as the user left it, the tick's place and the widths included; a
     // text the table cannot read leaves the default, which has the tick first.
-    if (m_table->loadConfigStr(text))
+    if (m_table->loadConfigStr(text)) {
         m_layoutRestored = true;
+        m_availableHiddenBySide = false; // the text holds the user's wish for the column
+    }
     setOperationType(m_operationType);
 }
 
 QString COpBasketConfirmWidget::param() const
 {
-    return m_table ? m_table->saveConfigStr() : QString();
+    if (!m_table)
+        return QString();
+    QString text = m_table->saveConfigStr();
+    if (m_availableHiddenBySide && m_availableWanted) {
+        // Hidden only because the list buys: saved as the user left it, shown.
+        const QString hidden = QStringLiteral("%1:%2:0").arg(COL_AVAILABLE).arg(m_table->columnWidth(COL_AVAILABLE));
+        const int at = text.indexOf(hidden);
+        if (at > 0 && (text.at(at - 1) == QLatin1Char('|') || text.at(at - 1) == QLatin1Char(',')))
+            text.replace(at + hidden.size() - 1, 1, QLatin1Char('1'));
+    }
+    return text;
 }
 
 void COpBasketConfirmWidget::setTradeType(int type)
@@ -365,8 +377,11 @@ void COpBasketConfirmWidget::setOperationType(int operation)
     if (!m_table)
         return;
     // A buy needs money, not a position: what is available to sell tells nothing there.
+    if (!m_availableHiddenBySide)
+        m_availableWanted = m_table->isColumnVisible(COL_AVAILABLE);
     const bool buying = operation == ttservice::OT_BUY || operation == ttservice::OT_MARGIN_BUY;
-    m_table->setColumnVisible(COL_AVAILABLE, !buying);
+    m_availableHiddenBySide = buying;
+    m_table->setColumnVisible(COL_AVAILABLE, !buying && m_availableWanted);
 }
 
 void COpBasketConfirmWidget::setTradeOperationType(quint64 word)
@@ -1000,7 +1015,7 @@ void COpBasketConfirmWidget::volumeEdited(int row, const QString &text)
 
 void COpBasketConfirmWidget::switchDirection(int row)
 {
-    if (m_opConfirmType != 1 || m_operationType != ttservice::OT_NONE || !m_table)
+    if (m_opConfirmType != 1 || m_operationType != ttservice::OT_NONE || m_directionFixed || !m_table)
         return;
     CCodeOrderParam *line = lineOfRow(row);
     if (!line)

@@ -106,6 +106,8 @@ public:
     // The one operation of the whole list, -1 for a list of both directions.
     void setOperationType(int operation);
     int operationType() const { return m_operationType; }
+    // An instruction's lines keep the side the manager gave them.
+    void setDirectionFixed(bool fixed) { m_directionFixed = fixed; }
     void setTradeOperationType(quint64 word);
     quint64 tradeOperationType() const { return m_tradeOpType; }
     void setReplaceToolBar(COpBasketReplaceStockToolBar *bar);
@@ -279,6 +281,11 @@ private:
     // The user's column layout: restored from the saved text, or widths changed since the last
     // fit (m_fittedWidths, empty before the first).
     bool m_layoutRestored = false;
+    // The available column hides itself for a buy; what the user wants of it is kept apart, so
+    // the saved layout is the user's, not the side's.
+    bool m_directionFixed = false;
+    bool m_availableHiddenBySide = false;
+    bool m_availableWanted = true;
     QVector<int> m_fittedWidths;
     mutable FilterSwitches m_filterSwitches; // guarded by m_mutex
 };

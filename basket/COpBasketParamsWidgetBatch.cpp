@@ -229,10 +229,10 @@ bool COpBasketParamsWidget::fillBatchSellParam(QVector<CCodeOrderParam> &params,
         CCodeOrderParam line = positionLine(position, operation);
         line.m_volume = sellRatioVolume(position.m_volume, ratio,
                                         ttservice::getTradeMinUnit(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode));
-        // The block sees the whole holding; the line keeps the ratio's volume.
-        if (m_stockParams && m_stockParams->table())
-            m_stockParams->table()->fillOrderParam(keyOf(line.m_stockInfo), static_cast<int>(position.m_volume), line,
-                                                   ttservice::NO_VALUE);
+        // The block sees the whole holding; the line keeps the ratio's volume. The block is the
+        // one on view for the line's side: the tab's own, not the stock tab's.
+        if (const COpBasketStockParamsWidget *block = getParamWidget(operation))
+            block->fillParams(keyOf(line.m_stockInfo), static_cast<int>(position.m_volume), line, ttservice::NO_VALUE);
         if (line.m_volume < kNoVolume)
             params.push_back(line);
     }
@@ -321,13 +321,9 @@ bool COpBasketParamsWidget::fillPositionSellParam(QVector<CCodeOrderParam> &para
             CCodeOrderParam line = batchLine(stock, operation);
             const int64_t volume = sellRatioVolume(position->m_sellableVolume, ratio,
                                                    ttservice::getTradeMinUnit(stock.m_market, stock.m_stockCode));
-            const QString key = keyOf(stock);
-            if (m_tradeOpType == TOT_ALL && operation == ttservice::OT_BUY && m_buySellWidget)
-                m_buySellWidget->getBuyParam()->fillParams(key, static_cast<int>(volume), line, ttservice::NO_VALUE);
-            if (m_tradeOpType == TOT_ALL && operation == ttservice::OT_SELL && m_buySellWidget)
-                m_buySellWidget->getSellParam()->fillParams(key, static_cast<int>(volume), line, ttservice::NO_VALUE);
-            else if (m_stockParams)
-                m_stockParams->fillParams(key, static_cast<int>(volume), line, ttservice::NO_VALUE);
+            // Priced by the block on view for the line's side, whichever tab holds the list.
+            if (const COpBasketStockParamsWidget *block = getParamWidget(operation))
+                block->fillParams(keyOf(stock), static_cast<int>(volume), line, ttservice::NO_VALUE);
             line.m_account = accounts[k];
             line.m_volume = volume;
             if (line.m_volume < kNoVolume)

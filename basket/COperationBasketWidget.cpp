@@ -332,6 +332,9 @@ void COperationBasketWidget::onTabChanged(quint64 word)
 {
     if (m_editWidget)
         m_editWidget->setTradeOpType(word);
+    if (m_editWidget->confirmWidget())
+        m_editWidget->confirmWidget()->setDirectionFixed(!m_paramsWidget->commandKey().empty()
+                                                         && m_paramsWidget->commandOpType() == word);
     if (m_replaceToolBar) {
         m_replaceToolBar->setShowReplace(word == TOT_BUY);
         m_replaceToolBar->setShowPortfolio(word == TOT_BUY || word == TOT_ALL || word == TOT_FUTURE
@@ -352,6 +355,12 @@ void COperationBasketWidget::onListGenerated(quint64 word, const QString &basket
         m_leftList->updateWidgetLength();
     if (!m_paramsWidget || !m_editWidget)
         return;
+    // The client may have switched the tab itself (a position batch, a paste, an instruction):
+    // the table must fix the lines' direction as the tab the list was made on does.
+    m_editWidget->setTradeOpType(word);
+    if (m_editWidget->confirmWidget())
+        m_editWidget->confirmWidget()->setDirectionFixed(!m_paramsWidget->commandKey().empty()
+                                                         && m_paramsWidget->commandOpType() == word);
     m_editWidget->setBasketName(basketName);
     const bool canCustom = m_paramsWidget->basketsCombo() && m_paramsWidget->basketsCombo()->canCustom();
     std::vector<ttservice::CCodeOrderParam> *list = m_paramsWidget->getCodeOrderParams();

@@ -82,13 +82,9 @@ const std::set<std::string> kKnownFaults = {
     // Being fixed.
     "deleteMany",         // one delete removes several lines
     "addedEditLost",      // a keyboard-added stock's edit is lost on recalculation
-    "restart layout",     // the table layout text does not settle
     "restart algorithms", // algorithm numbers of the operation on view are not kept (credit tab)
     // Found by this test, reported, not fixed yet.
     "instruction editLost", "instruction deletedBack", // a trader's edits of an instruction's list are undone
-    "directionOnFixedTab", // a tab the client switches to (positions, paste, instruction) leaves the
-                           // table's direction switchable
-    "priceType",           // the position list takes the stock tab's price type on other tabs
     "restart price",       // a fixed price comes back as 0
     "restart sizing",      // a temporary list's sizing mode comes back as the first mode
     "restart basket",      // the position list of the futures tab is not chosen again
