@@ -435,6 +435,7 @@ ttservice::COrderSetting COrderParamBaseTable::currentSetting() const
     setting.m_stepFlag = m_stepFlag;
     setting.m_priceType = priceType();
     setting.m_orderType = orderType();
+    setting.m_fixedPrice = m_fixedPriceCell->value();
     const long long day = dayStart(getTimeService()->currentTime());
     setting.m_startTime = static_cast<time_t>(day + startSeconds());
     setting.m_endTime = static_cast<time_t>(day + endSeconds());
@@ -462,6 +463,8 @@ void COrderParamBaseTable::loadOpParam(const ttservice::COrderSetting &setting, 
     m_stepFlag = setting.m_stepFlag;
     if (setting.m_priceType != ttservice::PRICE_TYPE_NONE)
         setPriceType(setting.m_priceType);
+    if (std::isfinite(setting.m_fixedPrice) && setting.m_fixedPrice >= 0)
+        setFixedPrice(setting.m_fixedPrice);
     // A setting without times (a damaged or very old text) keeps the trading day's hours.
     const int start = setting.m_startTime > 0 ? secondsOfDay(setting.m_startTime) : kDefaultStart;
     const int end = setting.m_endTime > 0 ? secondsOfDay(setting.m_endTime) : kDefaultEnd;

@@ -14,6 +14,7 @@ void COrderSetting::appendElements(bson::BSONObjBuilder &builder) const
     builder.append("et", static_cast<long long>(m_endTime));
     builder.append("pt", m_priceType);
     builder.append("ot", m_orderType);
+    builder.append("fp", m_fixedPrice);
 }
 
 void COrderSetting::bsonValueFromObj(bson::BSONObj obj, bool partial, const IData *base)
@@ -30,6 +31,7 @@ void COrderSetting::bsonValueFromObj(bson::BSONObj obj, bool partial, const IDat
     m_endTime = static_cast<time_t>(bsonInt64(obj, "et", d.m_endTime));
     m_priceType = bsonInt(obj, "pt", d.m_priceType);
     m_orderType = bsonInt(obj, "ot", d.m_orderType);
+    m_fixedPrice = bsonDouble(obj, "fp", d.m_fixedPrice);
 }
 
 } // namespace ttservice

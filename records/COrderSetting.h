@@ -26,6 +26,9 @@ public:
     // ttservice::EOrderType the table showed. Only the blocks that keep a setting per operation
     // (credit, futures) bring it back; -1 (texts written before it was kept) brings back none.
     int m_orderType = -1;
+    // The fixed price the table showed; below 0 (texts written before it was kept) leaves the
+    // table's as it is.
+    double m_fixedPrice = -1.0;
 
     std::string getKey() const override { return std::string(); }
     void appendElements(bson::BSONObjBuilder &builder) const override;
