@@ -853,6 +853,20 @@ std::vector<ttservice::CCodeOrderParam> COpBasketConfirmWidget::getOrderParams()
     return m_params ? *m_params : std::vector<ttservice::CCodeOrderParam>();
 }
 
+std::vector<ttservice::CCodeOrderParam> COpBasketConfirmWidget::shownOrderParams() const
+{
+    std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    std::vector<ttservice::CCodeOrderParam> lines;
+    lines.reserve(m_slotIndex.size());
+    for (size_t slot = 0; slot < m_slotIndex.size(); ++slot) {
+        if (!isLiveSlot(static_cast<int>(slot)))
+            continue;
+        if (const CCodeOrderParam *line = lineOfSlot(static_cast<int>(slot)))
+            lines.push_back(*line);
+    }
+    return lines;
+}
+
 void COpBasketConfirmWidget::slotSaveBasket(bool)
 {
     WK::CSimpleInputDialog dialog(QStringLiteral("保存篮子"), QString(), this);

@@ -124,6 +124,9 @@ public:
 
     // A copy of the list as it stands now; empty before the first load.
     std::vector<ttservice::CCodeOrderParam> getOrderParams() const;
+    // Every line on screen, unticked and filtered ones included, in the order of the load: what
+    // a list made from the table must hold, whatever the last take of the ticked rows left out.
+    std::vector<ttservice::CCodeOrderParam> shownOrderParams() const;
     // The line of the row shown at this visual index, null when there is none.
     ttservice::CCodeOrderParam *getParamByRowIndex(int rowIndex) const;
     // Height for the rows in view, at most 25 of them, with header and totals line.

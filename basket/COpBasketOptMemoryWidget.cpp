@@ -83,6 +83,10 @@ QString COpBasketOptMemoryWidget::param() const
     QStringList parts{QString::number(writtenCurrentOpt())};
     for (auto it = settings.cbegin(); it != settings.cend(); ++it)
         parts << QString::number(it.key()) << orderSettingToString(it.value());
+    // The algorithms' numbers on view close the text as a piece of its own: a reader that
+    // takes the text by pairs passes over it.
+    if (m_param)
+        parts << m_param->captureTrdParams();
     return parts.join(QLatin1Char('%'));
 }
 
@@ -97,6 +101,8 @@ void COpBasketOptMemoryWidget::readKeptSettings(const QStringList &parts, bool o
         if (key == m_currentOpt)
             applySetting(setting);
     }
+    if (m_param && parts.size() >= 2 && parts.size() % 2 == 0)
+        m_param->applyTrdParams(parts.constLast());
 }
 
 std::string COpBasketOptMemoryWidget::getCmdLog() const

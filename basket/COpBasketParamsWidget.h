@@ -24,6 +24,7 @@
 #include <QString>
 #include <QVector>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -182,6 +183,12 @@ public:
     QList<CBasketStockData> paramDataToBasketStockData(const std::vector<ttservice::CCodeOrderParam> &lines,
                                                        const QString &basketName) const;
     void changeDelegateStyle();
+    // Where the table's every line is read (unticked and filtered ones too): a list made from
+    // the table starts from them. Without a source the form's own list stands in.
+    void setShownLinesSource(std::function<std::vector<ttservice::CCodeOrderParam>()> source)
+    {
+        m_shownLinesSource = std::move(source);
+    }
     void onSelectStock(const ttservice::CStockInfo &stock, ESmartKeyType type);
     // A paste starts as one copy of the pasted volumes when resetVolumn holds.
     void batchClipboard(bool resetVolumn);
@@ -436,6 +443,18 @@ private:
         double m_tradedAtFirstSend = 0.0;
     };
     QHash<QString, CSentForCommand> m_sentForCommand;
+    // The trader's own changes to the loaded instruction's list, by account and instrument:
+    // every recalculation rebuilds the list from the instruction and applies them again.
+    QHash<QString, qint64> m_commandEdits;
+    QSet<QString> m_commandDeletions;
+    bool isCommandListOnView() const;
+    std::vector<ttservice::CCodeOrderParam> m_handedOnLines;
+    bool m_handedOnTaken = false;
+    void keepHandedOnList();
+    // A list the client hands the form (positions to trade) takes the instruction's place:
+    // the press then sends that list, not the instruction's lines.
+    void forgetCommand();
+    QString commandLineKey(const std::string &accountKey, const std::string &market, const std::string &code) const;
     std::string m_thirdPartyParam;
 
     bool m_commandEnabled = true;
@@ -446,6 +465,11 @@ private:
     QVector<CPositionParam> m_batchSellPositions;
     QMap<quint64, QVector<CPositionParam>> m_batchBuySellPositions;
     std::vector<ttservice::CCodeOrderParam> m_orderParams;
+    std::function<std::vector<ttservice::CCodeOrderParam>()> m_shownLinesSource;
+    std::vector<ttservice::CCodeOrderParam> shownLines() const
+    {
+        return m_shownLinesSource ? m_shownLinesSource() : m_orderParams;
+    }
     QMap<QString, boost::shared_ptr<CQuoteRequest>> m_quoteRequests;
     QSet<QString> m_pendingQuotes;
     quint32 m_lastGenTime = 0;

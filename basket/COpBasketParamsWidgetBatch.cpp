@@ -75,6 +75,8 @@ CBasketStockData rowOf(const QString &market, const QString &code)
 void COpBasketParamsWidget::batchPositions(const QVector<CPositionParam> &positions, QFlags<ETempBatchOrderFlag> flags)
 {
     const int flag = static_cast<int>(flags);
+    if (!m_commandKey.empty())
+        forgetCommand();
     if (m_tabGroup) {
         const quint64 tab = flag == BATCH_BUY_SELL ? m_tradeOpType : flag == BATCH_BUY ? TOT_BUY : TOT_SELL;
         m_tabGroup->setCheckedByID(static_cast<int>(tab));

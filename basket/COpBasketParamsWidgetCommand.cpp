@@ -14,6 +14,7 @@
 #include "CComboxNameWidget.h"
 #include "CExchangeRate.h"
 #include "CGlobalOrderParamTable.h"
+#include "CMsgService.h"
 #include "COpAccountsWidget.h"
 #include "CParameterCell.h"
 #include "CPushButton.h"
@@ -67,6 +68,10 @@ void COpBasketParamsWidget::setCommand(const std::string &key, quint64 word)
 
 void COpBasketParamsWidget::setSplitCommand(const std::string &key, quint64 word, const sSplitCmdInfo &info)
 {
+    m_commandEdits.clear();
+    m_commandDeletions.clear();
+    m_handedOnLines.clear();
+    m_handedOnTaken = false;
     m_commandKey = key;
     m_commandOpType = word;
     const bool split = info.m_mainRecord || info.m_subRecord;
@@ -130,10 +135,57 @@ bool COpBasketParamsWidget::isCommandHandedOn() const
     return !command || !isExecutableBy(*command, getUserConfig()->getUserId());
 }
 
+void COpBasketParamsWidget::forgetCommand()
+{
+    m_commandKey.clear();
+    m_commandOpType = 0;
+    m_hasSplitInfo = false;
+    m_splitInfo = sSplitCmdInfo();
+    m_commandEdits.clear();
+    m_commandDeletions.clear();
+    m_handedOnLines.clear();
+    m_handedOnTaken = false;
+}
+
+void COpBasketParamsWidget::keepHandedOnList()
+{
+    // The list as it was when the instruction left this trader; from then on only the trader's
+    // own changes apply to it: accounts unticked, lines edited or deleted.
+    if (!m_handedOnTaken) {
+        m_handedOnLines = shownLines();
+        m_handedOnTaken = true;
+    }
+    const QSet<QString> selected = m_accountsWidget ? m_accountsWidget->getSelectedAccounts() : QSet<QString>();
+    m_orderParams.clear();
+    for (const CCodeOrderParam &line : m_handedOnLines) {
+        const std::string account = line.m_account ? line.m_account->getKey() : std::string();
+        const QString key = commandLineKey(account, line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode);
+        if (!selected.contains(QString::fromStdString(account)) || m_commandDeletions.contains(key))
+            continue;
+        m_orderParams.push_back(line);
+        const auto edited = m_commandEdits.constFind(key);
+        if (edited != m_commandEdits.constEnd())
+            m_orderParams.back().m_volume = *edited;
+    }
+}
+
+bool COpBasketParamsWidget::isCommandListOnView() const
+{
+    return !m_commandKey.empty() && getUserConfig()->getRole() == kTraderRole && m_commandOpType == m_tradeOpType;
+}
+
+QString COpBasketParamsWidget::commandLineKey(const std::string &accountKey, const std::string &market,
+                                              const std::string &code) const
+{
+    return QString::fromStdString(m_commandKey + '|' + accountKey + '|' + market + code);
+}
+
 void COpBasketParamsWidget::noteSentForCommand(const std::vector<CCodeOrderParam> &sent)
 {
     if (m_commandKey.empty())
         return;
+    // What is left is sized anew after a press; lines the trader took out stay out.
+    m_commandEdits.clear();
     const boost::shared_ptr<ttservice::COrderCommand> command = CTradeClient::instance()->getCommandByKey(m_commandKey);
     for (const CCodeOrderParam &line : sent) {
         const QString key = sentKey(m_commandKey, line);
@@ -204,6 +256,7 @@ bool COpBasketParamsWidget::loadCommandLines(const ttservice::COrderCommand &com
         QSet<QString> commandAccounts;
         // A ratio outside 0..100 % would execute more than is left, or a negative volume.
         const double ratio = std::min(1.0, std::max(0.0, getCommandPercentage() / 100.0));
+        QStringList cut;
         for (size_t i = 0; i < lines.size(); ++i) {
             if (lines[i].m_orderType != ttservice::ORDER_TYPE_INSTRUCTION)
                 continue;
@@ -221,6 +274,9 @@ bool COpBasketParamsWidget::loadCommandLines(const ttservice::COrderCommand &com
                 continue;
             const QString key = line.m_account ? QString::fromStdString(line.m_account->getKey()) : QString();
             if (!displayed.contains(key) || (!fillUi && !selected.contains(key)))
+                continue;
+            const QString ownKey = commandLineKey(key.toStdString(), line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode);
+            if (m_commandDeletions.contains(ownKey))
                 continue;
             if (fillUi) {
                 m_accountsWidget->setAccountEnabled(key, true);
@@ -240,9 +296,25 @@ bool COpBasketParamsWidget::loadCommandLines(const ttservice::COrderCommand &com
                 const qint64 share = static_cast<qint64>(std::floor(double(remaining) * ratio));
                 line.m_volume = std::max(minUnit, share / minUnit * minUnit);
             }
+            // The trader's own volume for the line, never more than is left of it: a larger one
+            // is brought down once, and said.
+            const auto edited = m_commandEdits.find(ownKey);
+            if (edited != m_commandEdits.end()) {
+                const qint64 left = remaining < kUnknownRemainder ? std::max<qint64>(0, remaining) : 0;
+                if (*edited > left) {
+                    *edited = left;
+                    cut << QString::fromStdString(line.m_stockInfo.m_stockCode);
+                }
+                line.m_volume = *edited;
+            }
             line.m_tradedVolume = 0;
             line.m_orderStatus = 0;
             params.push_back(std::move(line));
+        }
+        if (!cut.isEmpty()) {
+            const CMsgSetting setting = getUserConfig()->msgSetting(1);
+            getMsgService()->showMsg(QStringLiteral("数量超出指令剩余数量, 已减至剩余: %1").arg(cut.join(QLatin1Char(' '))),
+                                     EMsgTypeDef(1), ttservice::MsgLevel(1), setting.m_showPopup, setting.m_playSound, QString());
         }
         if (fillUi) {
             // The ticks show what is sent: exactly the instruction's accounts.

@@ -121,8 +121,10 @@ void COpBasketParamsWidget::genOperation()
 {
     // An instruction handed on since it was loaded leaves its old list on the form as it was:
     // neither emptied nor replaced by a stored basket of the same name.
-    if (isCommandHandedOn())
+    if (isCommandHandedOn() && m_commandOpType == m_tradeOpType) {
+        keepHandedOnList();
         return;
+    }
     const bool keep = getUserConfig()->getRole() == kTraderRole && updateParamsByCmd(false);
 
     QString error;

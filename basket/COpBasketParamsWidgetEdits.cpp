@@ -19,6 +19,7 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QTimer>
 
 #include <set>
 
@@ -160,20 +161,31 @@ void COpBasketParamsWidget::changeBascketData(CCodeOrderParam *line)
 {
     if (!line || !m_basketsCombo)
         return;
+    // An instruction's list is rebuilt from the instruction: the edit is kept beside it.
+    if (isCommandListOnView()) {
+        if (line->m_account)
+            m_commandEdits.insert(commandLineKey(line->m_account->getKey(), line->m_stockInfo.m_market, line->m_stockInfo.m_stockCode),
+                                  line->m_volume);
+        // Sized again once the table's edit is over, so that a volume beyond what is left of the
+        // instruction shows as what will leave.
+        QTimer::singleShot(0, this, [this]() { recalculate(0); });
+        return;
+    }
     CTabBasket &entry = m_tabBaskets[m_tradeOpType];
+    const std::vector<CCodeOrderParam> shown = shownLines();
     switch (static_cast<int>(m_basketsCombo->batchOp())) {
     case BATCH_CUSTOM_GROUP: {
         QList<CBasketStockData> *rows = customGroupList(m_tradeOpType);
         const bool full = m_customGroupMode == kModeBasketList;
-        if (rows && writeBack(*rows, *line, full, full, m_orderParams))
+        if (rows && writeBack(*rows, *line, full, full, shown))
             setBatchOp(BATCH_CUSTOM_GROUP, false);
         break;
     }
     case BATCH_CLIPBOARD:
         // Pasted rows are for every account; the group takes the lines as shown, one row per
         // account, so that the edit of one account's line finds its row.
-        entry.m_pasteList = paramDataToBasketStockData(m_orderParams, m_basketsCombo->currentText());
-        if (writeBack(entry.m_pasteList, *line, false, false, m_orderParams)) {
+        entry.m_pasteList = paramDataToBasketStockData(shown, m_basketsCombo->currentText());
+        if (writeBack(entry.m_pasteList, *line, false, false, shown)) {
             m_customGroupMode = kModePasteList;
             setBatchOp(BATCH_CUSTOM_GROUP, false);
         }
@@ -192,9 +204,9 @@ void COpBasketParamsWidget::changeBascketData(CCodeOrderParam *line)
         break;
     }
     case BATCH_NONE: {
-        entry.m_basketList = paramDataToBasketStockData(m_orderParams, m_basketsCombo->currentText());
+        entry.m_basketList = paramDataToBasketStockData(shown, m_basketsCombo->currentText());
         // The line's price is the market's of the moment, not one the user chose: it stays out.
-        if (!writeBack(entry.m_basketList, *line, true, false, m_orderParams))
+        if (!writeBack(entry.m_basketList, *line, true, false, shown))
             break;
         // The group lives in the form only: a temporary list never joins the stored baskets.
         m_customGroupMode = kModeBasketList;
@@ -219,14 +231,14 @@ void COpBasketParamsWidget::addOneBascketData(const ttservice::CStockInfo &stock
     switch (static_cast<int>(m_basketsCombo->batchOp())) {
     case BATCH_NONE:
         // The group starts as the list on screen, so that what the user sized stays.
-        entry.m_basketList = paramDataToBasketStockData(m_orderParams, m_basketsCombo->currentText());
+        entry.m_basketList = paramDataToBasketStockData(shownLines(), m_basketsCombo->currentText());
         if (addRowTo(entry.m_basketList, row, name)) {
             m_customGroupMode = kModeBasketList;
             setBatchOp(BATCH_CUSTOM_GROUP, true);
         }
         break;
     case BATCH_CLIPBOARD:
-        entry.m_pasteList = paramDataToBasketStockData(m_orderParams, m_basketsCombo->currentText());
+        entry.m_pasteList = paramDataToBasketStockData(shownLines(), m_basketsCombo->currentText());
         if (addRowTo(entry.m_pasteList, row, name)) {
             m_customGroupMode = kModePasteList;
             setBatchOp(BATCH_CUSTOM_GROUP, true);
@@ -247,19 +259,24 @@ void COpBasketParamsWidget::slotRemoveData(QVector<TC::CBasketStockData> rows)
 {
     if (!m_basketsCombo || rows.isEmpty())
         return;
+    if (isCommandListOnView()) {
+        for (const CBasketStockData &row : qAsConst(rows))
+            m_commandDeletions.insert(commandLineKey(row.m_accountKey, row.m_market.toStdString(), row.m_stockCode.toStdString()));
+        return;
+    }
     CTabBasket &entry = m_tabBaskets[m_tradeOpType];
     QList<CBasketStockData> *list = nullptr;
     bool entered = false;
     switch (static_cast<int>(m_basketsCombo->batchOp())) {
     case BATCH_NONE:
         // The table has taken the lines out already: the lines left are the group.
-        entry.m_basketList = paramDataToBasketStockData(m_orderParams, m_basketsCombo->currentText());
+        entry.m_basketList = paramDataToBasketStockData(shownLines(), m_basketsCombo->currentText());
         m_customGroupMode = kModeBasketList;
         list = &entry.m_basketList;
         entered = true;
         break;
     case BATCH_CLIPBOARD:
-        entry.m_pasteList = paramDataToBasketStockData(m_orderParams, m_basketsCombo->currentText());
+        entry.m_pasteList = paramDataToBasketStockData(shownLines(), m_basketsCombo->currentText());
         m_customGroupMode = kModePasteList;
         list = &entry.m_pasteList;
         entered = true;
@@ -273,10 +290,11 @@ void COpBasketParamsWidget::slotRemoveData(QVector<TC::CBasketStockData> rows)
     if (!list)
         return;
     bool removed = false;
+    const std::vector<CCodeOrderParam> shown = shownLines();
     for (const CBasketStockData &row : qAsConst(rows)) {
         // The table has taken the line out already: a row shared by every account keeps the
         // lines that are left.
-        removed = list->removeOne(row) || (!row.m_accountKey.empty() && splitForAccounts(*list, row, m_orderParams))
+        removed = list->removeOne(row) || (!row.m_accountKey.empty() && splitForAccounts(*list, row, shown))
                   || removed;
     }
     if (removed || entered)

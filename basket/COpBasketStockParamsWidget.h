@@ -78,12 +78,14 @@ public:
     bool handleEvent(int event, int id, int value, QString text, void *data) override;
     void scaleChanged() override;
 
+    // The algorithms' numbers the block shows, as "NAME`numbers" entries, and back.
+    QString captureTrdParams() const;
+    void applyTrdParams(const QString &text);
+
 protected:
     void wheelEvent(QWheelEvent *event) override;
 
 private:
-    QString captureTrdParams() const;
-    void applyTrdParams(const QString &text);
     void loadSetting(const ttservice::COrderSetting &setting);
 
     CGlobalOrderParamTable *m_table = nullptr;

@@ -81,6 +81,10 @@ void COperationBasketWidget::createUi()
         connect(m_replaceToolBar, &COpBasketReplaceStockToolBar::sigSetFilter, table, &COpBasketConfirmWidget::slotSetFilter);
     connect(m_editWidget, &COpBasketParamsEditWidget::sig_bascketChange, m_paramsWidget, &COpBasketParamsWidget::slot_bascketChange);
     connect(m_editWidget, &COpBasketParamsEditWidget::sigRemoveData, m_paramsWidget, &COpBasketParamsWidget::slotRemoveData);
+    m_paramsWidget->setShownLinesSource([this]() {
+        return m_editWidget && m_editWidget->confirmWidget() ? m_editWidget->confirmWidget()->shownOrderParams()
+                                                             : std::vector<ttservice::CCodeOrderParam>();
+    });
     // Queued: the preview of a dropped file opens once the drop has returned.
     connect(m_editWidget, &COpBasketParamsEditWidget::sigImportFile, m_paramsWidget,
             [this](const QString &path) {
@@ -332,9 +336,13 @@ void COperationBasketWidget::onTabChanged(quint64 word)
 {
     if (m_editWidget)
         m_editWidget->setTradeOpType(word);
-    if (m_editWidget->confirmWidget())
-        m_editWidget->confirmWidget()->setDirectionFixed(!m_paramsWidget->commandKey().empty()
-                                                         && m_paramsWidget->commandOpType() == word);
+    // A line's side switched in the table lasts only where the form sizes each row by its own
+    // side; where one operation is set for the whole list (the credit block's, say) the next
+    // recalculation would quietly switch it back. An instruction's lines keep the manager's.
+    if (m_editWidget->confirmWidget()) {
+        const bool instruction = !m_paramsWidget->commandKey().empty() && m_paramsWidget->commandOpType() == word;
+        m_editWidget->confirmWidget()->setDirectionFixed(instruction || m_paramsWidget->getOperationType() != -1);
+    }
     if (m_replaceToolBar) {
         m_replaceToolBar->setShowReplace(word == TOT_BUY);
         m_replaceToolBar->setShowPortfolio(word == TOT_BUY || word == TOT_ALL || word == TOT_FUTURE
@@ -358,9 +366,13 @@ void COperationBasketWidget::onListGenerated(quint64 word, const QString &basket
     // The client may have switched the tab itself (a position batch, a paste, an instruction):
     // the table must fix the lines' direction as the tab the list was made on does.
     m_editWidget->setTradeOpType(word);
-    if (m_editWidget->confirmWidget())
-        m_editWidget->confirmWidget()->setDirectionFixed(!m_paramsWidget->commandKey().empty()
-                                                         && m_paramsWidget->commandOpType() == word);
+    // A line's side switched in the table lasts only where the form sizes each row by its own
+    // side; where one operation is set for the whole list (the credit block's, say) the next
+    // recalculation would quietly switch it back. An instruction's lines keep the manager's.
+    if (m_editWidget->confirmWidget()) {
+        const bool instruction = !m_paramsWidget->commandKey().empty() && m_paramsWidget->commandOpType() == word;
+        m_editWidget->confirmWidget()->setDirectionFixed(instruction || m_paramsWidget->getOperationType() != -1);
+    }
     m_editWidget->setBasketName(basketName);
     const bool canCustom = m_paramsWidget->basketsCombo() && m_paramsWidget->basketsCombo()->canCustom();
     std::vector<ttservice::CCodeOrderParam> *list = m_paramsWidget->getCodeOrderParams();
