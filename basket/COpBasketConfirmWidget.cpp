@@ -977,9 +977,12 @@ void COpBasketConfirmWidget::validateVolume(WK::CTableCellEvent &cell)
     }
     const CCodeOrderParam *line = lineOfRow(row);
     if (line) {
-        // A buy may ask for more than the money covers today; what is sold or closed must exist.
+        // A stock buy may ask for more than the money covers today; what is sold or closed must
+        // exist, and a futures line is held to what the account can trade, as every load of the
+        // list holds it: taken here, it would be cut at the next sizing.
         const ttservice::EOperationType operation = line->m_operationType;
-        if (volume > available && (operation == ttservice::OT_SELL || isClose(operation))) {
+        const bool futures = line->m_account && line->m_account->m_brokerType == ttservice::BROKER_TYPE_FUTURE;
+        if (volume > available && (operation == ttservice::OT_SELL || isClose(operation) || futures)) {
             // The cell shows the most that can be sold, so the line takes it too: a refused
             // edit would leave the cell showing a quantity the order does not carry.
             cell.m_text = WK::formatNumberString(QString::number(available));

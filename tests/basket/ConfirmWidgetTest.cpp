@@ -207,7 +207,7 @@ INSTANTIATE_TEST_SUITE_P(
     Rules, VolumeEdit,
     ::testing::Values(EditCase{"stockAccountRoundsABuyDown", ttservice::BROKER_TYPE_STOCK, 18, "1350", true, 1300},
                       EditCase{"creditAccountRoundsAMarginBuyDown", ttservice::BROKER_TYPE_CREDIT, 20, "1350", true, 1300},
-                      EditCase{"futuresAccountKeepsWhatWasTyped", ttservice::BROKER_TYPE_FUTURE, 18, "1350", true, 1350},
+                      EditCase{"futuresAccountIsHeldToWhatItCanTrade", ttservice::BROKER_TYPE_FUTURE, 18, "1350", true, 1000},
                       EditCase{"aSellMayEndInAnOddLot", ttservice::BROKER_TYPE_STOCK, 19, "550", true, 550},
                       EditCase{"aBuyMayExceedTheAvailable", ttservice::BROKER_TYPE_STOCK, 18, "5000", true, 5000},
                       // The cell and the line agree: the most that can be sold.

@@ -79,7 +79,6 @@ constexpr int kTrader = 200;
 // Checks that fail until their fixes land: each is noted once a session, with seed and step, and
 // the session goes on. TEMPORARY: remove an entry when its fix lands.
 const std::set<std::string> kKnownFaults = {
-    "futuresEditCut",       // a futures sell above the position is taken, then cut at the next sizing
 };
 
 int sessionSteps()
