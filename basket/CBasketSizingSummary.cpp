@@ -102,7 +102,8 @@ void CBasketSizingSummary::setTable(COpBasketConfirmWidget *table)
     scheduleRefresh();
 }
 
-CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfirmWidget &widget, const QString &basketName)
+CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfirmWidget &widget, const QString &basketName,
+                                                            const QMap<QString, double> &aimed)
 {
     Summary summary;
     const WK::CBaseNormalTable *table = widget.table();
@@ -113,6 +114,7 @@ CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfi
     // Read at every tick over every line: the line gives its account and instrument without
     // making text, the table the cells that change (tick, value, status).
     std::map<const ttservice::CAccountInfo *, int> accountIndex;
+    std::map<std::string, int> accountOfKey;
     // By stock key: the sized value, then the basket's weight.
     std::unordered_map<std::string, std::pair<double, double>> byKey;
     double total = 0.0;
@@ -123,9 +125,17 @@ CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfi
             continue;
         auto found = accountIndex.find(param->m_account.get());
         if (found == accountIndex.end()) {
-            found = accountIndex.emplace(param->m_account.get(), summary.m_accounts.size()).first;
-            summary.m_accounts.push_back(Account());
-            summary.m_accounts.back().m_account = table->itemText(rowId, W::COL_ACCOUNT);
+            // Lines of one account may carry copies of its record (a position list, an
+            // instruction): the account is one by its key, not by the record it came with.
+            const std::string key = param->m_account ? param->m_account->getKey() : std::string();
+            auto byKey = accountOfKey.find(key);
+            if (byKey == accountOfKey.end()) {
+                byKey = accountOfKey.emplace(key, summary.m_accounts.size()).first;
+                summary.m_accounts.push_back(Account());
+                summary.m_accounts.back().m_account = table->itemText(rowId, W::COL_ACCOUNT);
+                summary.m_accounts.back().m_aimed = aimed.value(summary.m_accounts.back().m_account, -1.0);
+            }
+            found = accountIndex.emplace(param->m_account.get(), byKey->second).first;
         }
         Account &line = summary.m_accounts[found->second];
         ++line.m_lines;
@@ -194,10 +204,16 @@ QStringList CBasketSizingSummary::detailTexts(const Summary &summary)
         QStringList reasons;
         for (auto it = account.m_zeroLines.cbegin(); it != account.m_zeroLines.cend(); ++it)
             reasons << QStringLiteral("%1 %2 行").arg(it.key()).arg(it.value());
-        lines << QStringLiteral("%1：%2 行，勾选市值 %3 元%4")
+        // What the sizing meant for the account beside what its lines come to: the rest is the
+        // money whole lots and the lines at 0 left unspent (negative where the lines cost more).
+        const QString aimed = account.m_aimed < 0.0
+            ? QString()
+            : QStringLiteral("，目标 %1 元，剩余 %2 元")
+                  .arg(moneyText(cents(account.m_aimed)), moneyText(cents(account.m_aimed - account.m_money)));
+        lines << QStringLiteral("%1：%2 行，勾选市值 %3 元%4%5")
                      .arg(account.m_account.isEmpty() ? QStringLiteral("-") : account.m_account)
                      .arg(account.m_lines)
-                     .arg(moneyText(account.m_money))
+                     .arg(moneyText(account.m_money), aimed)
                      .arg(reasons.isEmpty() ? QString() : QStringLiteral("；数量为 0：") + reasons.join(QStringLiteral("，")));
     }
     return lines;
@@ -206,6 +222,12 @@ QStringList CBasketSizingSummary::detailTexts(const Summary &summary)
 void CBasketSizingSummary::setBasketName(const QString &name)
 {
     m_basketName = name;
+    scheduleRefresh();
+}
+
+void CBasketSizingSummary::setAimedMoney(const QMap<QString, double> &aimed)
+{
+    m_aimed = aimed;
     scheduleRefresh();
 }
 
@@ -223,7 +245,7 @@ QString CBasketSizingSummary::text() const
 
 void CBasketSizingSummary::refresh()
 {
-    const Summary summary = m_table ? compute(*m_table, m_basketName) : Summary();
+    const Summary summary = m_table ? compute(*m_table, m_basketName, m_aimed) : Summary();
     QString text = lineText(summary);
     if (!m_collapsed) {
         const QStringList details = detailTexts(summary);

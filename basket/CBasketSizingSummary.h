@@ -31,6 +31,7 @@ public:
         int m_lines = 0;
         double m_money = 0.0;            // ticked lines, in cents as shown
         QMap<QString, int> m_zeroLines;  // lines at 0 by reason
+        double m_aimed = -1.0;           // the money the sizing aimed at; below 0 where none
     };
     struct Summary {
         QVector<Account> m_accounts;     // in the order of the table
@@ -44,11 +45,14 @@ public:
     ~CBasketSizingSummary() override;
 
     void setTable(COpBasketConfirmWidget *table);
-    static Summary compute(const COpBasketConfirmWidget &table, const QString &basketName);
+    // aimed: by account as the table shows it, the money the sizing meant for it.
+    static Summary compute(const COpBasketConfirmWidget &table, const QString &basketName,
+                           const QMap<QString, double> &aimed = QMap<QString, double>());
     static QString lineText(const Summary &summary);
     static QStringList detailTexts(const Summary &summary);
 
     void setBasketName(const QString &name);
+    void setAimedMoney(const QMap<QString, double> &aimed);
     void setCollapsed(bool collapsed);
     bool isCollapsed() const { return m_collapsed; }
     QString text() const;
@@ -61,6 +65,7 @@ private:
 
     COpBasketConfirmWidget *m_table = nullptr;
     QString m_basketName;
+    QMap<QString, double> m_aimed;
     bool m_collapsed = true;
     QToolButton *m_toggle = nullptr;
     QLabel *m_label = nullptr;

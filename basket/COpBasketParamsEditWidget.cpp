@@ -82,6 +82,12 @@ void COpBasketParamsEditWidget::setLineEditable(bool editable)
         m_opConfirmWidget->setLineEditable(editable);
 }
 
+void COpBasketParamsEditWidget::setAimedMoney(const QMap<QString, double> &aimed)
+{
+    if (m_sizingSummary)
+        m_sizingSummary->setAimedMoney(aimed);
+}
+
 void COpBasketParamsEditWidget::setParam(const QString &text)
 {
     if (m_opConfirmWidget)

@@ -36,6 +36,9 @@ public:
 
     void setWaitTest(bool wait);
     void setBasketName(const QString &name);
+    // By account as the table shows it: the money the sizing meant for it (empty where the list
+    // was not sized by money).
+    void setAimedMoney(const QMap<QString, double> &aimed);
     void setLineEditable(bool editable);
     void setParam(const QString &text);
     QString param() const;

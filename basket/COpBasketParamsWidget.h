@@ -96,6 +96,10 @@ public:
     void setCurrentOperationType(quint64 word);
     quint64 getTradeOpType() const { return m_tradeOpType; }
     int getOperationType() const { return m_operationType; }
+    // By account as the table shows it, the money the last sizing meant for it: the total the
+    // sizing mode gives, shared by the accounts' weights as their volumes are. Empty where the
+    // list was not sized by money (copies, positions, an instruction).
+    const QMap<QString, double> &aimedMoney() const { return m_aimedMoney; }
     bool isComAllOp() const;
     int getOptTypeByCompact() const;
     quint64 getGgtTradeOpType(quint64 word) const;
@@ -465,6 +469,7 @@ private:
     QVector<CPositionParam> m_batchSellPositions;
     QMap<quint64, QVector<CPositionParam>> m_batchBuySellPositions;
     std::vector<ttservice::CCodeOrderParam> m_orderParams;
+    QMap<QString, double> m_aimedMoney;
     std::function<std::vector<ttservice::CCodeOrderParam>()> m_shownLinesSource;
     std::vector<ttservice::CCodeOrderParam> shownLines() const
     {

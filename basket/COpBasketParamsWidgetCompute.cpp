@@ -85,6 +85,7 @@ double valueOrZero(double value)
 COpBasketOrder *COpBasketParamsWidget::createOrder(QString &error)
 {
     std::unique_ptr<COpBasketOrder> order(new COpBasketOrder);
+    m_aimedMoney.clear();
     if (!m_basketsCombo)
         return nullptr;
 
@@ -591,6 +592,18 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
     }
     const bool fixedPrice = !rows.isEmpty() && rows.first().m_useFixedPrice;
     const double totalMoney = getTotalMoney(available, totalAsset, netValue);
+    m_aimedMoney.clear();
+    if (ttservice::hasValue(totalMoney) && totalMoney > 0.0 && !accounts.empty()) {
+        // Shared as the volumes are split: by the positive weights, evenly when there are none.
+        double sum = 0.0;
+        for (const double weight : weights)
+            sum += ttservice::hasValue(weight) && weight > 0.0 ? weight : 0.0;
+        for (size_t k = 0; k < accounts.size(); ++k) {
+            const double weight = ttservice::hasValue(weights[k]) && weights[k] > 0.0 ? weights[k] : 0.0;
+            const double share = sum > 0.0 ? weight / sum : 1.0 / static_cast<double>(accounts.size());
+            m_aimedMoney.insert(accountDisplayIDQs(*accounts[k]), totalMoney * share);
+        }
+    }
 
     const bool oneAccountAll = m_tradeOpType == TOT_ALL && accounts.size() == 1;
     double oneKeyMoney = 0.0;

@@ -374,6 +374,7 @@ void COperationBasketWidget::onListGenerated(quint64 word, const QString &basket
         m_editWidget->confirmWidget()->setDirectionFixed(instruction || m_paramsWidget->getOperationType() != -1);
     }
     m_editWidget->setBasketName(basketName);
+    m_editWidget->setAimedMoney(m_paramsWidget->aimedMoney());
     const bool canCustom = m_paramsWidget->basketsCombo() && m_paramsWidget->basketsCombo()->canCustom();
     std::vector<ttservice::CCodeOrderParam> *list = m_paramsWidget->getCodeOrderParams();
     m_editWidget->loadParams(list, word, canCustom);

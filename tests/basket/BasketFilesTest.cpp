@@ -520,6 +520,10 @@ TEST_F(BasketImport, sizingSummaryAgreesWithTheTableToTheCent)
     EXPECT_EQ(TC::CBasketSizingSummary::detailTexts(summary),
               QStringList{QStringLiteral("a1：3 行，勾选市值 171,999.00 元；数量为 0：不足一手 1 行")})
         << TC::CBasketSizingSummary::detailTexts(summary).join(QLatin1Char('|')).toStdString();
+    // With the money the sizing aimed at, what whole lots and the lines at 0 left unspent.
+    const QMap<QString, double> aimed{{QStringLiteral("a1"), 200000.0}};
+    EXPECT_EQ(TC::CBasketSizingSummary::detailTexts(TC::CBasketSizingSummary::compute(*wrapper.confirmWidget(), basket.m_name, aimed)),
+              QStringList{QStringLiteral("a1：3 行，勾选市值 171,999.00 元，目标 200,000.00 元，剩余 28,001.00 元；数量为 0：不足一手 1 行")});
 
     // A tick reaches the strip with the table's own half-second refresh.
     TC::CPriceData tick;

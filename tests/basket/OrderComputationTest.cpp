@@ -215,6 +215,27 @@ TEST_F(OrderComputation, AnAmountBeyondAnyOrderKeepsEveryLineUnsizedAndSaysSo)
     EXPECT_EQ(totalVolume(), 0);
 }
 
+// The strip's target per account: the mode's money shared by the accounts' weights, as their
+// volumes are split; a list sized by copies aims at no money.
+TEST_F(OrderComputation, AimedMoneyIsTheModesMoneySharedByTheAccountWeights)
+{
+    setQuote("SH", "600000", 10);
+    addStockAccount("a1", 1e6);
+    addStockAccount("a2", 3e6);
+    form->accountsWidget()->setAccountWeight(QStringLiteral("a2"), 3);
+    storeBasket(QStringLiteral("b"), {row("SH", "600000", 1, 100)});
+    chooseBasket(QStringLiteral("b"));
+    setMode(VT_AVAILABLE);
+    form->cell(COpBasketParamsWidget::CellRatio)->setDouble(50);
+    form->updateBasketConfirmData();
+    // Half of 4,000,000 available, a quarter and three quarters of it.
+    const QMap<QString, double> expected{{QStringLiteral("a1"), 500000.0}, {QStringLiteral("a2"), 1500000.0}};
+    EXPECT_EQ(form->aimedMoney(), expected);
+    setMode(VT_COPIES);
+    form->updateBasketConfirmData();
+    EXPECT_TRUE(form->aimedMoney().isEmpty());
+}
+
 TEST_F(OrderComputation, IndexUnitValueUsesTheIndexMultiple)
 {
     storeBasket(QStringLiteral("中证500"), {row("SH", "600000", 1, 100)}, QStringLiteral("000905"));

@@ -9,6 +9,7 @@
 // A session replays exactly from its seed; a failure names the seed, the step and the steps before
 // it. BASKET_SESSION_STEPS sets the steps of every session.
 #include "CBasketOperationPanel.h"
+#include "CBasketSizingSummary.h"
 #include "CHpfOpConfirmWidget.h"
 #include "COpBasketBuySellWidget.h"
 #include "COpBasketCrdBuySellWidget.h"
@@ -813,8 +814,27 @@ private:
     }
 
     // What the user did to the list is still there.
+    // The strip under the table: each account's ticked money is the sum of the value column to
+    // the cent, on whatever list and sizing mode the session has reached.
+    void checkSummary()
+    {
+        const CBasketSizingSummary::Summary summary = CBasketSizingSummary::compute(*confirm(), form()->currentBasketName());
+        std::map<QString, double> byAccount;
+        for (int visual = 0; visual < table()->rowCount(); ++visual) {
+            const int row = table()->rowID(visual);
+            if (confirm()->getParamByRowIndex(visual) && table()->isItemChecked(row, Table::COL_CHECK))
+                byAccount[table()->itemText(row, Table::COL_ACCOUNT)] += std::round(table()->itemDouble(row, Table::COL_COST) * 100) / 100;
+        }
+        for (const CBasketSizingSummary::Account &account : summary.m_accounts) {
+            if (std::fabs(account.m_money - byAccount[account.m_account]) > 0.005)
+                fault("summary", "the strip says " + std::to_string(account.m_money) + " for " + account.m_account.toStdString()
+                                     + ", the table " + std::to_string(byAccount[account.m_account]));
+        }
+    }
+
     void checkWork()
     {
+        checkSummary();
         const std::vector<Shown> rows = screen();
         const bool unfiltered = table()->filters().isEmpty();
         const QSet<QString> ticked = tickedAccountsShown();
