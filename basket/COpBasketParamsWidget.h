@@ -98,7 +98,8 @@ public:
     int getOperationType() const { return m_operationType; }
     // By account as the table shows it, the money the last sizing meant for it: the total the
     // sizing mode gives, shared by the accounts' weights as their volumes are. Empty where the
-    // list was not sized by money (copies, positions, an instruction).
+    // list was not sized by money (copies, positions, an instruction, one account on the
+    // one-key tab, whose buys spend what its sells free too).
     const QMap<QString, double> &aimedMoney() const { return m_aimedMoney; }
     bool isComAllOp() const;
     int getOptTypeByCompact() const;

@@ -608,6 +608,9 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
     const bool oneAccountAll = m_tradeOpType == TOT_ALL && accounts.size() == 1;
     double oneKeyMoney = 0.0;
     if (oneAccountAll) {
+        // One account on the one-key tab buys with what its sells free as well: its lines aim at
+        // no single sum the strip could set them against.
+        m_aimedMoney.clear();
         oneKeyMoney = calcOneKeyAvailableMoney(rows, accountKeys.first(), sumWeight, totalMoney);
         if (oneKeyMoney <= 0) {
             for (CBasketStockData &row : rows)

@@ -234,6 +234,16 @@ TEST_F(OrderComputation, AimedMoneyIsTheModesMoneySharedByTheAccountWeights)
     setMode(VT_COPIES);
     form->updateBasketConfirmData();
     EXPECT_TRUE(form->aimedMoney().isEmpty());
+    // One account on the one-key tab: its buys spend what its sells free as well.
+    form->accountsWidget()->setSelectedAccount(QStringLiteral("a2"), false);
+    form->setCurrentOperationType(TOT_ALL);
+    chooseBasket(QStringLiteral("b"));
+    setMode(VT_AVAILABLE);
+    form->updateBasketConfirmData();
+    EXPECT_TRUE(form->aimedMoney().isEmpty());
+    form->accountsWidget()->setSelectedAccount(QStringLiteral("a2"), true);
+    form->updateBasketConfirmData();
+    EXPECT_EQ(form->aimedMoney().size(), 2);
 }
 
 TEST_F(OrderComputation, IndexUnitValueUsesTheIndexMultiple)
