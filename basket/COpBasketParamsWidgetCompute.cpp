@@ -592,8 +592,11 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
     }
     const bool fixedPrice = !rows.isEmpty() && rows.first().m_useFixedPrice;
     const double totalMoney = getTotalMoney(available, totalAsset, netValue);
+    // One account on the one-key tab buys with what its sells free as well: its lines aim at
+    // no single sum the strip could set them against.
+    const bool oneAccountAll = m_tradeOpType == TOT_ALL && accounts.size() == 1;
     m_aimedMoney.clear();
-    if (ttservice::hasValue(totalMoney) && totalMoney > 0.0 && !accounts.empty()) {
+    if (ttservice::hasValue(totalMoney) && totalMoney > 0.0 && !accounts.empty() && !oneAccountAll) {
         // Shared as the volumes are split: by the positive weights, evenly when there are none.
         double sum = 0.0;
         for (const double weight : weights)
@@ -605,12 +608,8 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
         }
     }
 
-    const bool oneAccountAll = m_tradeOpType == TOT_ALL && accounts.size() == 1;
     double oneKeyMoney = 0.0;
     if (oneAccountAll) {
-        // One account on the one-key tab buys with what its sells free as well: its lines aim at
-        // no single sum the strip could set them against.
-        m_aimedMoney.clear();
         oneKeyMoney = calcOneKeyAvailableMoney(rows, accountKeys.first(), sumWeight, totalMoney);
         if (oneKeyMoney <= 0) {
             for (CBasketStockData &row : rows)

@@ -172,8 +172,11 @@ void COpBasketParamsWidget::changeBascketData(CCodeOrderParam *line)
         return;
     }
     CTabBasket &entry = m_tabBaskets[m_tradeOpType];
-    const std::vector<CCodeOrderParam> shown = shownLines();
-    switch (static_cast<int>(m_basketsCombo->batchOp())) {
+    const int batch = static_cast<int>(m_basketsCombo->batchOp());
+    // Only the lists rebuilt from the table read its lines: a copy of them, not made for nothing.
+    const bool fromTable = batch == BATCH_CUSTOM_GROUP || batch == BATCH_CLIPBOARD || batch == BATCH_NONE;
+    const std::vector<CCodeOrderParam> shown = fromTable ? shownLines() : std::vector<CCodeOrderParam>();
+    switch (batch) {
     case BATCH_CUSTOM_GROUP: {
         QList<CBasketStockData> *rows = customGroupList(m_tradeOpType);
         const bool full = m_customGroupMode == kModeBasketList;
