@@ -48,20 +48,18 @@ protected:
 
 const QByteArray kPanelText = R"({ "BS" : "512", "AW" : "stk-001" }/COL:0,1,2/500/0/0/0)";
 
-struct UnreadableCase
-{
-    const char *name;
-    QByteArray bytes;
-};
-
-class UnreadableSavedState : public DemoSavedState, public ::testing::WithParamInterface<UnreadableCase>
-{
-};
-
 } // namespace
 
-TEST_F(DemoSavedState, APanelTextComesBackAndStaysWhereItIs)
+TEST_F(DemoSavedState, APanelTextComesBackAndStaysWhereItIsAndNoOrAnEmptyFileGivesTheDefaults)
 {
+    const CDemoSavedState empty(200);
+    EXPECT_TRUE(empty.load().isEmpty());
+    write(empty.filePath(), QByteArray());
+    EXPECT_TRUE(empty.load().isEmpty());
+    EXPECT_TRUE(keptAside(empty).isEmpty());
+    EXPECT_TRUE(empty.save(QStringLiteral("x")));
+
+    QDir(config.path()).removeRecursively();
     const CDemoSavedState state(90);
     write(state.filePath(), kPanelText);
     EXPECT_EQ(state.load(), QString::fromUtf8(kPanelText));
@@ -70,39 +68,31 @@ TEST_F(DemoSavedState, APanelTextComesBackAndStaysWhereItIs)
     EXPECT_EQ(contentOf(state.filePath()), kPanelText);
 }
 
-TEST_F(DemoSavedState, NoFileAndAnEmptyFileGiveTheDefaults)
+TEST_F(DemoSavedState, AnUnreadableTextIsKeptAsideWholeAndTheNextSaveWritesANewFile)
 {
-    const CDemoSavedState state(200);
-    EXPECT_TRUE(state.load().isEmpty());
-    write(state.filePath(), QByteArray());
-    EXPECT_TRUE(state.load().isEmpty());
-    EXPECT_TRUE(keptAside(state).isEmpty());
-    EXPECT_TRUE(state.save(QStringLiteral("x")));
+    const std::pair<const char *, QByteArray> rows[] = {
+        {"notUtf8", QByteArray("{ \"BS\" : \"512\" }/\xff\xfe/500")},
+        {"cutShort", kPanelText.left(12)},
+        {"withNul", QByteArray("{ \"BS\" : \"512\" }\0/500", 21)},
+        {"anotherProgramsJson", QByteArray("{ \"width\" : 3 }/500")},
+        {"tooLarge", QByteArray(5 * 1024 * 1024, 'a')},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.first);
+        QDir(config.path()).removeRecursively();
+        const CDemoSavedState state(90);
+        write(state.filePath(), row.second);
+
+        EXPECT_TRUE(state.load().isEmpty());
+        ASSERT_FALSE(state.keptAsidePath().isEmpty());
+        EXPECT_EQ(keptAside(state), QStringList{QFileInfo(state.keptAsidePath()).fileName()});
+        EXPECT_EQ(contentOf(state.keptAsidePath()), row.second);
+
+        ASSERT_TRUE(state.save(QString::fromUtf8(kPanelText)));
+        EXPECT_EQ(contentOf(state.filePath()), kPanelText);
+        EXPECT_EQ(contentOf(state.keptAsidePath()), row.second);
+    }
 }
-
-TEST_P(UnreadableSavedState, IsKeptAsideWholeAndTheNextSaveWritesANewFile)
-{
-    const CDemoSavedState state(90);
-    write(state.filePath(), GetParam().bytes);
-
-    EXPECT_TRUE(state.load().isEmpty());
-    ASSERT_FALSE(state.keptAsidePath().isEmpty());
-    EXPECT_EQ(keptAside(state), QStringList{QFileInfo(state.keptAsidePath()).fileName()});
-    EXPECT_EQ(contentOf(state.keptAsidePath()), GetParam().bytes);
-
-    ASSERT_TRUE(state.save(QString::fromUtf8(kPanelText)));
-    EXPECT_EQ(contentOf(state.filePath()), kPanelText);
-    EXPECT_EQ(contentOf(state.keptAsidePath()), GetParam().bytes);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Texts, UnreadableSavedState,
-    ::testing::Values(UnreadableCase{"notUtf8", QByteArray("{ \"BS\" : \"512\" }/\xff\xfe/500")},
-                      UnreadableCase{"cutShort", kPanelText.left(12)},
-                      UnreadableCase{"withNul", QByteArray("{ \"BS\" : \"512\" }\0/500", 21)},
-                      UnreadableCase{"anotherProgramsJson", QByteArray("{ \"width\" : 3 }/500")},
-                      UnreadableCase{"tooLarge", QByteArray(5 * 1024 * 1024, 'a')}),
-    [](const ::testing::TestParamInfo<UnreadableCase> &info) { return std::string(info.param.name); });
 
 // The patch sets are kept in a store of their own, in their own JSON: a text of that kind comes
 // back as it is (it is no panel text), and only a damaged one is kept aside.

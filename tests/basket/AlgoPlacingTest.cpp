@@ -7,11 +7,10 @@
 
 #include "CAlgorithmAuthorityConfig.h"
 #include "CBasketHedgeManager.h"
-#include "CExchangeClient.h"
 #include "CMsgService.h"
 #include "CTradeClient.h"
-#include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
 #include "CBasketHedgeParam.h"
@@ -19,7 +18,6 @@
 
 #include <boost/make_shared.hpp>
 
-#include <QMetaMethod>
 #include <QSignalSpy>
 
 #include <memory>
@@ -30,10 +28,6 @@ using ttservice::CCodeOrderParam;
 Q_DECLARE_METATYPE(boost::shared_ptr<ttservice::COrderCommand>)
 
 namespace {
-
-const char kMessageA[] = "一键买卖,换仓策略仅支持同买同卖操作";
-const char kMessageB[] = "仅支持买入卖出,相同三方算法下单";
-const char kMessageC[] = "一键买卖,买卖双方均需设置换仓策略，否则两边进度不能有效控制";
 
 CCodeOrderParam lineOf(int operation, const char *code)
 {
@@ -65,82 +59,72 @@ protected:
         block->table()->resetStrategyType(orderType, QString::fromLatin1(strategy));
     }
 
-    QStringList messages() const
+    QString messages() const
     {
         QStringList texts;
         for (const auto &call : getMsgService()->shownMessages())
             texts << call.m_text;
-        return texts;
+        return texts.join(QLatin1Char('|'));
     }
 
     std::unique_ptr<COperationBasketWidget> widget;
     COpBasketParamsWidget *form = nullptr;
 };
 
-struct TwoSidedCase {
-    const char *name;
-    int buyLines;
-    int sellLines;
-    int buyOrderType;
-    const char *buyStrategy;
-    int sellOrderType;
-    const char *sellStrategy;
-    bool authority;
-    int result;
-    const char *message; // null: none
-};
-
-class TwoSided : public AlgoPlacing, public ::testing::WithParamInterface<TwoSidedCase>
+TEST_F(AlgoPlacing, oneKeyTabChecksBothSides)
 {
-};
-
-TEST_P(TwoSided, oneKeyTabChecksBothSides)
-{
-    const TwoSidedCase &c = GetParam();
+    const QString a = QStringLiteral("一键买卖,换仓策略仅支持同买同卖操作");
+    const QString b = QStringLiteral("仅支持买入卖出,相同三方算法下单");
+    const QString c = QStringLiteral("一键买卖,买卖双方均需设置换仓策略，否则两边进度不能有效控制");
+    // Lines of each side, each side's order type and strategy, the authority's answer, the result
+    // and the message shown (empty: none).
+    const struct {
+        const char *name;
+        int buyLines, sellLines, buyOrderType;
+        const char *buyStrategy;
+        int sellOrderType;
+        const char *sellStrategy;
+        bool authority;
+        int result;
+        QString message;
+    } cases[] = {
+        {"plainTablesArePlain", 1, 1, 0, "", 0, "", true, 0, {}},
+        {"emptyListSellSwitchA", 0, 0, 0, "", 13, "SWITCH", true, -1, a},
+        {"onlyBuyLinesSwitchA", 1, 0, 13, "SWITCH", 0, "", true, -1, a},
+        {"onlySellLinesOverPlainSellTable", 0, 1, 13, "TWAP", 0, "", true, 0, {}},
+        {"onlySellLinesAlgorithm", 0, 1, 0, "", 14, "VWAPPLUS", true, 1, {}},
+        {"differentOrderTypesB", 1, 1, 13, "VWAP", 14, "VWAPPLUS", true, -1, b},
+        {"sameStrategyPasses", 1, 1, 13, "VWAP", 13, "VWAP", true, 1, {}},
+        {"bothSwitchPasses", 1, 1, 13, "SWITCH", 13, "SWITCH", true, 1, {}},
+        {"buySwitchSellOtherC", 1, 1, 13, "SWITCH", 13, "VWAP", true, -1, c},
+        {"sellSwitchBuyOtherC", 1, 1, 13, "TWAP", 13, "SWITCH", true, -1, c},
+        {"twoOtherStrategiesPass", 1, 1, 13, "TWAP", 13, "VWAP", true, 1, {}},
+        {"authorityRefusesSilently", 1, 1, 13, "VWAP", 13, "VWAP", false, -1, {}},
+    };
     onTab(TOT_ALL);
-    ASSERT_NE(form->buySellWidget(), nullptr);
-    setAlgorithm(form->buySellWidget()->getBuyParam(), c.buyOrderType, c.buyStrategy);
-    setAlgorithm(form->buySellWidget()->getSellParam(), c.sellOrderType, c.sellStrategy);
-    CAlgorithmAuthorityConfig::instance().setAuthorityResult(c.authority);
+    for (const auto &row : cases) {
+        SCOPED_TRACE(row.name);
+        getMsgService()->reset();
+        setAlgorithm(form->buySellWidget()->getBuyParam(), row.buyOrderType, row.buyStrategy);
+        setAlgorithm(form->buySellWidget()->getSellParam(), row.sellOrderType, row.sellStrategy);
+        CAlgorithmAuthorityConfig::instance().setAuthorityResult(row.authority);
 
-    std::vector<CCodeOrderParam> orders;
-    for (int i = 0; i < c.buyLines; ++i)
-        orders.push_back(lineOf(18, "600000"));
-    for (int i = 0; i < c.sellLines; ++i)
-        orders.push_back(lineOf(19, "600001"));
-    std::string paramString = "stale";
-    ttservice::ETradePlatform platform = ttservice::TRADE_PLATFORM_NONE;
-    EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), c.result);
-
-    if (c.message) {
-        EXPECT_EQ(messages(), QStringList{QString::fromUtf8(c.message)});
-    } else {
-        EXPECT_TRUE(messages().isEmpty()) << messages().join(QLatin1Char('|')).toStdString();
-    }
-    // Both outside algorithms run on platform 3; a plain answer leaves the platform alone.
-    EXPECT_EQ(platform, c.result == 1 ? 3 : 0);
-    if (c.buyLines + c.sellLines == 2 && form->getAlgorithmTable()) {
-        EXPECT_EQ(QString::fromStdString(paramString).split(QLatin1Char('@')).size(), 2) << paramString;
+        std::vector<CCodeOrderParam> orders;
+        for (int i = 0; i < row.buyLines; ++i)
+            orders.push_back(lineOf(18, "600000"));
+        for (int i = 0; i < row.sellLines; ++i)
+            orders.push_back(lineOf(19, "600001"));
+        std::string paramString = "stale";
+        ttservice::ETradePlatform platform = ttservice::TRADE_PLATFORM_NONE;
+        EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), row.result);
+        EXPECT_EQ(messages(), row.message);
+        // Both outside algorithms run on platform 3; a plain answer leaves the platform alone.
+        EXPECT_EQ(platform, row.result == 1 ? 3 : 0);
+        if (row.buyLines + row.sellLines == 2 && form->getAlgorithmTable()) {
+            EXPECT_EQ(QString::fromStdString(paramString).split(QLatin1Char('@')).size(), 2) << paramString;
+        }
     }
 }
-
-const TwoSidedCase kTwoSided[] = {
-    {"plainTablesArePlain", 1, 1, 0, "", 0, "", true, 0, nullptr},
-    {"emptyListSellSwitchA", 0, 0, 0, "", 13, "SWITCH", true, -1, kMessageA},
-    {"onlyBuyLinesSwitchA", 1, 0, 13, "SWITCH", 0, "", true, -1, kMessageA},
-    {"onlySellLinesOverPlainSellTable", 0, 1, 13, "TWAP", 0, "", true, 0, nullptr},
-    {"onlySellLinesAlgorithm", 0, 1, 0, "", 14, "VWAPPLUS", true, 1, nullptr},
-    {"differentOrderTypesB", 1, 1, 13, "VWAP", 14, "VWAPPLUS", true, -1, kMessageB},
-    {"sameStrategyPasses", 1, 1, 13, "VWAP", 13, "VWAP", true, 1, nullptr},
-    {"bothSwitchPasses", 1, 1, 13, "SWITCH", 13, "SWITCH", true, 1, nullptr},
-    {"buySwitchSellOtherC", 1, 1, 13, "SWITCH", 13, "VWAP", true, -1, kMessageC},
-    {"sellSwitchBuyOtherC", 1, 1, 13, "TWAP", 13, "SWITCH", true, -1, kMessageC},
-    {"twoOtherStrategiesPass", 1, 1, 13, "TWAP", 13, "VWAP", true, 1, nullptr},
-    {"authorityRefusesSilently", 1, 1, 13, "VWAP", 13, "VWAP", false, -1, nullptr},
-};
-
-INSTANTIATE_TEST_SUITE_P(Cases, TwoSided, ::testing::ValuesIn(kTwoSided),
-                         [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(AlgoPlacing, oneSidedTabHandsTheTablesStringAndPlatform)
 {
@@ -165,22 +149,9 @@ TEST_F(AlgoPlacing, oneSidedTabHandsTheTablesStringAndPlatform)
 
 // --- the rest of a hedged instruction ---
 
-boost::shared_ptr<ttservice::CAccountInfo> account(const char *key, ttservice::EVQBrokerType broker)
-{
-    auto info = boost::make_shared<ttservice::CAccountInfo>();
-    info->m_accountKey = key;
-    info->m_brokerType = broker;
-    return info;
-}
-
 TEST_F(AlgoPlacing, hedgedInstructionPlacesWhatIsNotTradedYet)
 {
-    ttservice::CInstrumentDetail stock;
-    stock.m_market = "SH";
-    stock.m_stockCode = "600000";
-    stock.m_tradeUnit = 100;
-    CExchangeClient::instance()->addInstrument(stock);
-
+    sample::addInstrument("SH", "600000");
     auto command = boost::make_shared<ttservice::COrderCommand>();
     ttservice::CBasketHedgeParam hedge;
     hedge.m_enabled = true;
@@ -189,6 +160,12 @@ TEST_F(AlgoPlacing, hedgedInstructionPlacesWhatIsNotTradedYet)
     bson::BSONObjBuilder builder;
     hedge.appendElements(builder);
     command->m_hedgeBson = builder.obj();
+    auto account = [](const char *key, ttservice::EVQBrokerType broker) {
+        auto info = boost::make_shared<ttservice::CAccountInfo>();
+        info->m_accountKey = key;
+        info->m_brokerType = broker;
+        return info;
+    };
     CCodeOrderParam stockLine = lineOf(18, "600000");
     stockLine.m_account = account("s1", ttservice::BROKER_TYPE_STOCK);
     stockLine.m_volume = 1000;
@@ -205,10 +182,6 @@ TEST_F(AlgoPlacing, hedgedInstructionPlacesWhatIsNotTradedYet)
     command->m_orders = {stockLine, roundedLine, futuresLine, untraded};
 
     // The hedge service reaches the slot by name only.
-    const QMetaObject *meta = widget->metaObject();
-    const int index = meta->indexOfMethod("slotPlaceAutoHedgeTaskForCommand(boost::shared_ptr<ttservice::COrderCommand>)");
-    ASSERT_GE(index, 0);
-    EXPECT_EQ(index, meta->methodOffset() + 2) << "after the two signals";
     ASSERT_TRUE(QMetaObject::invokeMethod(widget.get(), "slotPlaceAutoHedgeTaskForCommand",
                                           Q_ARG(boost::shared_ptr<ttservice::COrderCommand>, command)));
 
@@ -239,17 +212,12 @@ TEST_F(AlgoPlacing, hedgedInstructionPlacesWhatIsNotTradedYet)
     EXPECT_EQ(saved[0].m_key, "k____n____3");
     EXPECT_EQ(saved[0].m_param.m_contractCode, "IF2401");
     EXPECT_EQ(spy.count(), 1);
-}
 
-TEST_F(AlgoPlacing, instructionWithoutHedgeLeavesAtOnce)
-{
-    auto command = boost::make_shared<ttservice::COrderCommand>();
-    command->m_orders = {lineOf(18, "600000")};
-    command->m_hedgeBson = bson::BSONObj(); // the empty document: 5 bytes
-    ASSERT_EQ(command->m_hedgeBson.objsize(), 5);
+    // An instruction without a hedge (the empty document) leaves at once.
+    command->m_hedgeBson = bson::BSONObj();
     widget->slotPlaceAutoHedgeTaskForCommand(command);
     widget->slotPlaceAutoHedgeTaskForCommand(nullptr);
-    EXPECT_TRUE(CTradeClient::instance()->placedTasks().empty());
+    EXPECT_EQ(tasks.size(), 1u);
 }
 
 } // namespace

@@ -8,54 +8,29 @@
 #include "COperationBasketWidget.h"
 #include "COrderParamTable.h"
 
-#include "CBaseWidget.h"
 #include "CCheckBox.h"
 #include "CTableCellEvent.h"
 #include "COpAccountsWidget.h"
-#include "COperationPushButtonGroup.h"
 #include "CParameterCell.h"
 #include "CMsgService.h"
-#include "CUserConfig.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
+#include "../platform/EventRecorder.h"
 
-#include <QComboBox>
 #include <QCoreApplication>
 
 #include <map>
-#include <memory>
 
 using namespace TC;
 using ttservice::CCodeOrderParam;
-using sample::addInstrument;
-using sample::setQuote;
 
 namespace {
 
-class Root : public WK::CBaseWidget
-{
-public:
-    Root() : WK::CBaseWidget(QStringLiteral("root"), false, nullptr) {}
-};
-
-CBasketStockData row(const char *code, int64_t volume, ttservice::EOperationType operation = ttservice::OT_BUY)
-{
-    CBasketStockData r;
-    r.m_market = QStringLiteral("SH");
-    r.m_stockCode = QString::fromLatin1(code);
-    r.m_weight = 1;
-    r.m_volume = volume;
-    r.m_operationType = operation;
-    return r;
-}
+CBasketStockData row(const char *code, int64_t volume) { return sample::row("SH", code, 1, volume); }
 
 ttservice::CStockInfo stock(const char *market, const char *code)
 {
-    ttservice::CStockInfo s;
-    s.m_market = market;
-    s.m_stockCode = code;
-    s.m_stockName = std::string("n") + code;
-    return s;
+    return ttservice::CStockInfo(market, code, std::string("n") + code);
 }
 
 class BasketEdits : public SubstituteTest
@@ -66,23 +41,13 @@ protected:
         SubstituteTest::SetUp();
         getUserConfig()->setRole(90);
         getUserConfig()->setUserId("u1");
-        for (const char *key : {"a1", "a2"}) {
-            ttservice::CAccountInfo info;
-            info.m_accountKey = key;
-            info.m_accountId = key;
-            info.m_brokerType = ttservice::BROKER_TYPE_STOCK;
-            ttservice::CAccountDetail detail;
-            detail.m_available = 1e7;
-            getUserConfig()->addAccount(info, detail);
-        }
+        for (const char *key : {"a1", "a2"})
+            sample::addAccount(key, ttservice::BROKER_TYPE_STOCK, 1e7);
         for (const char *code : {"600000", "600001", "600002", "600003"}) {
-            addInstrument("SH", code);
-            setQuote("SH", code, 10, 10);
+            sample::addInstrument("SH", code);
+            sample::setQuote("SH", code, 10, 10);
         }
-        CBasketSetting basket;
-        basket.m_name = QStringLiteral("b");
-        basket.m_stocks = {row("600000", 100), row("600001", 200)};
-        getUserConfig()->baskets().insert(basket.m_name, basket);
+        sample::storeBasket(QStringLiteral("b"), {row("600000", 100), row("600001", 200)});
 
         widget = new COperationBasketWidget(&root);
         form()->refreshAccounts();
@@ -107,7 +72,19 @@ protected:
         return -1;
     }
 
-    // "account code operation volume" of every line, sorted, as the form holds them now.
+    bool editVolume(const std::string &account, const std::string &code, int volume)
+    {
+        return table()->submitEdit(rowOf(account, code), COpBasketConfirmWidget::COL_VOLUME, QString::number(volume));
+    }
+
+    void removeLine(const std::string &account, const std::string &code)
+    {
+        table()->selectRow(rowOf(account, code));
+        table()->deleteSelectedRows();
+        QCoreApplication::processEvents();
+    }
+
+    // "account code" to "operation volume" of every line, as the form holds them now.
     std::map<std::string, std::string> lines() const
     {
         std::map<std::string, std::string> out;
@@ -123,7 +100,12 @@ protected:
         form()->updateBasketConfirmData();
     }
 
-    Root root;
+    bool isCustomGroup() const
+    {
+        return form()->basketsCombo()->batchOp() == ETempBatchOrderFlags(BATCH_CUSTOM_GROUP);
+    }
+
+    EventRecorder root;
     COperationBasketWidget *widget = nullptr;
 };
 
@@ -137,8 +119,8 @@ TEST_F(BasketEdits, AVolumeEditTurnsTheListIntoTheCustomGroupAndSurvivesRecalcul
     recalculate(4);
     ASSERT_EQ(lines().at("a1 600000"), "18 200");
 
-    ASSERT_TRUE(table()->submitEdit(rowOf("a2", "600001"), COpBasketConfirmWidget::COL_VOLUME, QStringLiteral("700")));
-    EXPECT_EQ(form()->basketsCombo()->batchOp(), ETempBatchOrderFlags(BATCH_CUSTOM_GROUP));
+    ASSERT_TRUE(editVolume("a2", "600001", 700));
+    EXPECT_TRUE(isCustomGroup());
     EXPECT_EQ(form()->basketsCombo()->currentText(), QStringLiteral("自定义组合"));
 
     // Copies, accounts and a regeneration no longer size the list: it states its volumes.
@@ -149,7 +131,7 @@ TEST_F(BasketEdits, AVolumeEditTurnsTheListIntoTheCustomGroupAndSurvivesRecalcul
     EXPECT_EQ(table()->itemLonglong(rowOf("a2", "600001"), COpBasketConfirmWidget::COL_VOLUME), 700);
 
     // A second edit, now on the group, lands too.
-    ASSERT_TRUE(table()->submitEdit(rowOf("a1", "600000"), COpBasketConfirmWidget::COL_VOLUME, QStringLiteral("300")));
+    ASSERT_TRUE(editVolume("a1", "600000", 300));
     recalculate(1);
     EXPECT_EQ(lines().at("a1 600000"), "18 300");
     EXPECT_EQ(lines().at("a2 600001"), "18 700");
@@ -159,11 +141,7 @@ TEST_F(BasketEdits, AVolumeEditTurnsTheListIntoTheCustomGroupAndSurvivesRecalcul
     EXPECT_EQ(getUserConfig()->baskets().value(QStringLiteral("b")).m_stocks.first().m_volume, 100);
 
     // An account ticked now has no edited lines of its own: the trader is told, not left guessing.
-    ttservice::CAccountInfo third;
-    third.m_accountKey = "a3";
-    third.m_accountId = "a3";
-    third.m_brokerType = ttservice::BROKER_TYPE_STOCK;
-    getUserConfig()->addAccount(third, ttservice::CAccountDetail());
+    sample::addAccount("a3", ttservice::BROKER_TYPE_STOCK, ttservice::NO_VALUE);
     form()->refreshAccounts();
     form()->accountsWidget()->setSelectedAccount(QStringLiteral("a3"), true);
     form()->handleEvent(1167, 8, 0, QString(), nullptr);
@@ -201,10 +179,8 @@ TEST_F(BasketEdits, RemovalsAndDirectionSwitchesStay)
     recalculate(1);
     ASSERT_EQ(lines().size(), 4u);
 
-    table()->selectRow(rowOf("a1", "600001"));
-    table()->deleteSelectedRows();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(form()->basketsCombo()->batchOp(), ETempBatchOrderFlags(BATCH_CUSTOM_GROUP));
+    removeLine("a1", "600001");
+    EXPECT_TRUE(isCustomGroup());
     recalculate(3);
     EXPECT_EQ(lines().count("a1 600001"), 0u) << "a removed line does not come back";
     EXPECT_EQ(lines().size(), 3u);
@@ -219,17 +195,17 @@ TEST_F(BasketEdits, RemovalsAndDirectionSwitchesStay)
 
 TEST_F(BasketEdits, RemovingWhatIsNotThereChangesNothing)
 {
-    ASSERT_TRUE(table()->submitEdit(rowOf("a1", "600000"), COpBasketConfirmWidget::COL_VOLUME, QStringLiteral("300")));
+    ASSERT_TRUE(editVolume("a1", "600000", 300));
     const std::map<std::string, std::string> kept = lines();
     form()->slotRemoveData({row("688888", 100)});
-    EXPECT_EQ(form()->basketsCombo()->batchOp(), ETempBatchOrderFlags(BATCH_CUSTOM_GROUP));
+    EXPECT_TRUE(isCustomGroup());
     EXPECT_EQ(lines(), kept);
 }
 
 TEST_F(BasketEdits, StocksFromTheKeyboardAreAddedOnceAndOnlyOfTheTabsMarkets)
 {
     form()->onSelectStock(stock("SH", "600002"), SKT_STOCK);
-    EXPECT_EQ(form()->basketsCombo()->batchOp(), ETempBatchOrderFlags(BATCH_CUSTOM_GROUP));
+    EXPECT_TRUE(isCustomGroup());
     EXPECT_EQ(lines().count("a1 600002"), 1u);
     EXPECT_EQ(lines().count("a2 600002"), 1u);
     const size_t count = form()->getCodeOrderParams()->size();
@@ -239,20 +215,18 @@ TEST_F(BasketEdits, StocksFromTheKeyboardAreAddedOnceAndOnlyOfTheTabsMarkets)
     EXPECT_EQ(form()->getCodeOrderParams()->size(), count) << "a stock in the list is not added twice";
 
     // The added stock's line of one account is edited like any other, and the edit lasts.
-    ASSERT_TRUE(table()->submitEdit(rowOf("a2", "600002"), COpBasketConfirmWidget::COL_VOLUME, QStringLiteral("500")));
+    ASSERT_TRUE(editVolume("a2", "600002", 500));
     recalculate(2);
     EXPECT_EQ(lines().at("a2 600002"), "18 500");
     EXPECT_EQ(lines().at("a1 600002"), "18 0");
     EXPECT_EQ(table()->itemLonglong(rowOf("a2", "600002"), COpBasketConfirmWidget::COL_VOLUME), 500);
     form()->onSelectStock(stock("SH", "600003"), SKT_STOCK);
-    table()->selectRow(rowOf("a1", "600003"));
-    table()->deleteSelectedRows();
-    QCoreApplication::processEvents();
+    removeLine("a1", "600003");
     recalculate(3);
     EXPECT_EQ(lines().count("a1 600003"), 0u) << "so is a removal of its line";
     EXPECT_EQ(lines().count("a2 600003"), 1u);
 
-    addInstrument("CFFEX", "IF2612");
+    sample::addInstrument("CFFEX", "IF2612");
     form()->onSelectStock(stock("CFFEX", "IF2612"), SKT_FUTURE);
     EXPECT_EQ(lines().count("a1 IF2612"), 0u) << "a futures code is ignored on a stock tab";
 }
@@ -271,13 +245,8 @@ TEST_F(BasketEdits, TheBlacklistBoxesStayTheTradersToUntick)
 
 TEST(BasketImportTab, ChosenByTheOperationsAndMarketsOfTheRows)
 {
-    struct Case
-    {
-        const char *name;
-        std::vector<std::pair<const char *, int>> rows; // market, operation
-        quint64 expected;
-    };
-    const Case cases[] = {
+    // Rows of (market, operation).
+    const struct { const char *name; std::vector<std::pair<const char *, int>> rows; quint64 expected; } cases[] = {
         {"unknownBasket", {}, TOT_BUY},
         {"buys", {{"SH", 18}}, TOT_BUY},
         {"sells", {{"SZ", 19}}, TOT_SELL},
@@ -287,18 +256,12 @@ TEST(BasketImportTab, ChosenByTheOperationsAndMarketsOfTheRows)
     };
     TC::resetAllSubstitutes();
     COpBasketParamsWidget form(nullptr);
-    for (const Case &c : cases) {
-        CBasketSetting basket;
-        basket.m_name = QString::fromLatin1(c.name);
-        for (const auto &r : c.rows) {
-            CBasketStockData d;
-            d.m_market = QString::fromLatin1(r.first);
-            d.m_stockCode = QStringLiteral("1");
-            d.m_operationType = static_cast<ttservice::EOperationType>(r.second);
-            basket.m_stocks.push_back(d);
-        }
-        if (!c.rows.empty())
-            getUserConfig()->baskets().insert(basket.m_name, basket);
-        EXPECT_EQ(form.getAutoImportBasketsOpType(basket.m_name), c.expected) << c.name;
+    for (const auto &c : cases) {
+        QList<CBasketStockData> rows;
+        for (const auto &r : c.rows)
+            rows << sample::row(r.first, "1", 0, 0, static_cast<ttservice::EOperationType>(r.second));
+        if (!rows.isEmpty())
+            sample::storeBasket(QString::fromLatin1(c.name), rows);
+        EXPECT_EQ(form.getAutoImportBasketsOpType(QString::fromLatin1(c.name)), c.expected) << c.name;
     }
 }

@@ -9,7 +9,6 @@
 
 #include "CGlobalOrderParamTable.h"
 
-#include "CExchangeClient.h"
 #include "CMsgService.h"
 #include "COpAccountsWidget.h"
 #include "COpBasketFutureParamsWidget.h"
@@ -18,10 +17,10 @@
 #include "CPushButton.h"
 #include "CPushButtonGroup.h"
 #include "CWidgetList.h"
-#include "CQuoteClient.h"
 #include "CTimeService.h"
 #include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
 #include <memory>
@@ -64,37 +63,25 @@ protected:
     COpBasketParamsWidget *form = nullptr;
 };
 
-struct TabBlock {
-    const char *name;
-    quint64 word;
-    int shownIndex; // in modeWidgets()
-};
-
-class TabBlocks : public FormBlocks, public ::testing::WithParamInterface<TabBlock>
-{
-};
-
-TEST_P(TabBlocks, onlyTheTabsBlockShowsAndTheSettingBarFoldsIt)
+TEST_F(FormBlocks, onlyTheTabsBlockShowsAndTheSettingBarFoldsIt)
 {
     make();
-    onTab(GetParam().word);
     const std::vector<QWidget *> blocks = modeWidgets();
-    for (size_t i = 0; i < blocks.size(); ++i) {
-        ASSERT_NE(blocks[i], nullptr) << i;
-        EXPECT_EQ(blocks[i]->isHidden(), static_cast<int>(i) != GetParam().shownIndex) << i;
+    const std::pair<quint64, size_t> cases[] = {{TOT_BUY, 0},    {TOT_SELL, 0},          {TOT_ALL, 1}, {TOT_CREDIT, 2},
+                                                {TOT_FUTURE, 3}, {TOT_ONEKEY_FUTURE, 4}, {TOT_HGT, 5}};
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.first);
+        onTab(c.first);
+        for (size_t i = 0; i < blocks.size(); ++i) {
+            ASSERT_NE(blocks[i], nullptr) << i;
+            EXPECT_EQ(blocks[i]->isHidden(), i != c.second) << i;
+        }
+        form->handleEvent(1137, 5, 0, QString(), nullptr);
+        EXPECT_TRUE(blocks[c.second]->isHidden());
+        form->handleEvent(1137, 5, 1, QString(), nullptr);
+        EXPECT_FALSE(blocks[c.second]->isHidden());
     }
-    form->handleEvent(1137, 5, 0, QString(), nullptr);
-    EXPECT_TRUE(blocks[GetParam().shownIndex]->isHidden());
-    form->handleEvent(1137, 5, 1, QString(), nullptr);
-    EXPECT_FALSE(blocks[GetParam().shownIndex]->isHidden());
 }
-
-INSTANTIATE_TEST_SUITE_P(Tabs, TabBlocks,
-                         ::testing::Values(TabBlock{"buy", TOT_BUY, 0}, TabBlock{"sell", TOT_SELL, 0},
-                                           TabBlock{"oneKey", TOT_ALL, 1}, TabBlock{"credit", TOT_CREDIT, 2},
-                                           TabBlock{"futures", TOT_FUTURE, 3}, TabBlock{"oneKeyFutures", TOT_ONEKEY_FUTURE, 4},
-                                           TabBlock{"connect", TOT_HGT, 5}),
-                         [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(FormBlocks, typesComeFromTheSideOfTheOperation)
 {
@@ -234,38 +221,14 @@ TEST_F(FormBlocks, shortcutPlacesOnlyWhereTheOneKeyBlockExists)
 
 TEST_F(FormBlocks, linesAreRefreshedOnlyAfterThirtySeconds)
 {
-    ttservice::CInstrumentDetail detail;
-    detail.m_market = "SH";
-    detail.m_stockCode = "600000";
-    CExchangeClient::instance()->addInstrument(detail);
-    CPriceData quote;
-    quote.m_market = "SH";
-    quote.m_stockCode = "600000";
-    quote.m_lastPrice = 10;
-    quote.m_askPrice1 = 10.01;
-    quote.m_bidPrice1 = 9.99;
-    CQuoteClient::instance()->setStockPrice(quote);
+    sample::addInstrument("SH", "600000");
+    sample::setBook("SH", "600000", 10, 10.01, 9.99);
+    sample::addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6);
+    sample::storeBasket(QStringLiteral("b"), {sample::row("SH", "600000", 1, 100)});
     make();
-    ttservice::CAccountInfo info;
-    info.m_accountKey = "a1";
-    info.m_accountId = "a1";
-    info.m_brokerType = ttservice::BROKER_TYPE_STOCK;
-    ttservice::CAccountDetail account;
-    account.m_available = 1e6;
-    getUserConfig()->addAccount(info, account);
     form->refreshAccounts();
     form->accountsWidget()->setSelectedAccount(QStringLiteral("a1"), true);
-    CBasketSetting basket;
-    basket.m_name = QStringLiteral("b");
-    CBasketStockData row;
-    row.m_market = QStringLiteral("SH");
-    row.m_stockCode = QStringLiteral("600000");
-    row.m_weight = 1;
-    row.m_volume = 100;
-    basket.m_stocks << row;
-    getUserConfig()->baskets().insert(basket.m_name, basket);
-    form->updateBasketSetting();
-    form->basketsCombo()->setBasket(basket.m_name, false);
+    form->basketsCombo()->setBasket(QStringLiteral("b"), false);
     ASSERT_EQ(form->getCodeOrderParams()->size(), 1u);
     const CCodeOrderParam &line = form->getCodeOrderParams()->front();
     EXPECT_EQ(line.m_validFrom, CTimeService::DEFAULT_TIME);

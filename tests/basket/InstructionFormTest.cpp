@@ -9,17 +9,15 @@
 #include "COperationBasketWidget.h"
 
 #include "CAccountData.h"
-#include "CExchangeClient.h"
 #include "CExchangeRate.h"
 #include "CGlobalOrderParamTable.h"
 #include "IDataCenter.h"
 #include "COpAccountsWidget.h"
 #include "CParameterCell.h"
-#include "CQuoteClient.h"
 #include "CSimpleTextWidget.h"
 #include "CTradeClient.h"
-#include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 #include "TraderCenter.h"
 
@@ -34,14 +32,7 @@ using ttservice::CCodeOrderParam;
 
 namespace {
 
-struct CmdLine
-{
-    const char *account;
-    const char *code;
-    int operation;
-    int64_t volume;
-    double traded;
-};
+struct CmdLine { const char *account; const char *code; int operation; int64_t volume; double traded; };
 
 class InstructionForm : public SubstituteTest
 {
@@ -53,15 +44,8 @@ protected:
         getUserConfig()->setUserId("trader");
         luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_order", "mdl_order_compose_basket_buy_sell"}, true);
         for (const char *code : {"600000", "600001", "600002"}) {
-            ttservice::CInstrumentDetail detail;
-            detail.m_market = "SH";
-            detail.m_stockCode = code;
-            CExchangeClient::instance()->addInstrument(detail);
-            CPriceData quote;
-            quote.m_market = "SH";
-            quote.m_stockCode = code;
-            quote.m_lastPrice = 10;
-            CQuoteClient::instance()->setStockPrice(quote);
+            sample::addInstrument("SH", code);
+            sample::setQuote("SH", code, 10);
         }
         widget = std::make_unique<COperationBasketWidget>(nullptr);
         form = widget->paramsWidget();
@@ -69,21 +53,10 @@ protected:
             addAccount(key, ttservice::BROKER_TYPE_STOCK);
     }
 
+    // Every account holds 1000 of 600001, so that its sells are deliverable.
     void addAccount(const std::string &key, ttservice::EVQBrokerType broker)
     {
-        // Every account holds 1000 of 600001, so that its sells are deliverable.
-        ttservice::CPositionStatics held;
-        held.m_market = "SH";
-        held.m_stockCode = "600001";
-        held.m_volume = 1000;
-        held.m_canUseVolume = 1000;
-        ttservice::CAccountInfo info;
-        info.m_accountKey = key;
-        info.m_accountId = key;
-        info.m_brokerType = broker;
-        ttservice::CAccountDetail detail;
-        detail.m_available = 1e9;
-        getUserConfig()->addAccount(info, detail, {held});
+        sample::addAccount(key, broker, 1e9, {sample::held("SH", "600001", 1000, 1000)});
         form->refreshAccounts();
     }
 
@@ -128,83 +101,66 @@ protected:
         form->updateParamsByCmd(false);
     }
 
+    void press() { widget->handleEvent(1046, 0, 0, QString(), nullptr); }
+
     std::unique_ptr<COperationBasketWidget> widget;
     COpBasketParamsWidget *form = nullptr;
 };
 
-struct RatioCase
-{
-    const char *name;
-    int operation;
-    int64_t volume;
-    double traded;
-    double ratio;
-    std::vector<int64_t> expected; // empty: the line is not listed
-};
-
-class InstructionRatio : public InstructionForm, public ::testing::WithParamInterface<RatioCase>
-{
-};
-
 } // namespace
 
-TEST_P(InstructionRatio, SizesWhatIsLeft)
+TEST_F(InstructionForm, RatioSizesWhatIsLeft)
 {
-    const RatioCase &c = GetParam();
-    addCommand("cmd", {{"a1", "600000", c.operation, c.volume, c.traded}});
-    widget->setCommand("cmd");
-    setRatio(c.ratio);
-    EXPECT_EQ(volumes(), c.expected);
-    for (const CCodeOrderParam &line : *form->getCodeOrderParams()) {
-        EXPECT_EQ(line.m_tradedVolume, 0.0);
-        EXPECT_EQ(line.m_orderStatus, 0);
+    // An empty list of volumes: the line is not listed.
+    const struct { const char *name; int operation; int64_t volume; double traded, ratio; std::vector<int64_t> expected; }
+        cases[] = {
+            {"halfRoundsDownToLots", 18, 1500, 0, 50, {700}},
+            {"tradedPartIsLeftOut", 18, 1600, 100, 50, {700}},
+            {"floorIsOneLot", 18, 300, 0, 1, {100}},
+            {"zeroRatioStillOneLot", 18, 1500, 0, 0, {100}},
+            {"remainderBelowALotKeptAtZero", 18, 150, 100, 100, {0}},
+            {"sellsGoByShares", 19, 1500, 0, 50, {750}},
+            {"fullyTradedLeavesTheList", 18, 500, 500, 100, {}},
+            {"unknownTradedCountsAsNone", 18, 400, ttservice::NO_VALUE, 100, {400}},
+            {"unknownRemainderIsNoVolume", 18, 0x7fffffff, 0, 100, {0}},
+        };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        addCommand(c.name, {{"a1", "600000", c.operation, c.volume, c.traded}});
+        widget->setCommand(c.name);
+        setRatio(c.ratio);
+        EXPECT_EQ(volumes(), c.expected);
+        for (const CCodeOrderParam &line : *form->getCodeOrderParams()) {
+            EXPECT_EQ(line.m_tradedVolume, 0.0);
+            EXPECT_EQ(line.m_orderStatus, 0);
+        }
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Lines, InstructionRatio,
-    ::testing::Values(RatioCase{"halfRoundsDownToLots", 18, 1500, 0, 50, {700}},
-                      RatioCase{"tradedPartIsLeftOut", 18, 1600, 100, 50, {700}},
-                      RatioCase{"floorIsOneLot", 18, 300, 0, 1, {100}},
-                      RatioCase{"zeroRatioStillOneLot", 18, 1500, 0, 0, {100}},
-                      RatioCase{"remainderBelowALotKeptAtZero", 18, 150, 100, 100, {0}},
-                      RatioCase{"sellsGoByShares", 19, 1500, 0, 50, {750}},
-                      RatioCase{"fullyTradedLeavesTheList", 18, 500, 500, 100, {}},
-                      RatioCase{"unknownTradedCountsAsNone", 18, 400, ttservice::NO_VALUE, 100, {400}},
-                      RatioCase{"unknownRemainderIsNoVolume", 18, 0x7fffffff, 0, 100, {0}}),
-    [](const ::testing::TestParamInfo<RatioCase> &info) { return std::string(info.param.name); });
-
-TEST_F(InstructionForm, OnlyTheInstructionsAccountsAreOpenAndTicked)
+TEST_F(InstructionForm, OnlyTheInstructionsTickedAccountsAreListedAndPlaced)
 {
     addAccount("c1", ttservice::BROKER_TYPE_CREDIT); // not on the buy tab
-    addCommand("cmd", {{"a2", "600000", 18, 1000, 0}, {"c1", "600001", 18, 1000, 0}, {"a2", "600001", 18, 1000, 0}})
-        ->m_orders[2].m_orderType = ttservice::ORDER_TYPE_NORMAL;
+    addAccount("a3", ttservice::BROKER_TYPE_STOCK);  // not in the instruction
+    addCommand("cmd", {{"a1", "600000", 18, 1000, 0}, {"a2", "600000", 18, 1000, 0}, {"c1", "600001", 18, 1000, 0},
+                       {"a2", "600001", 18, 1000, 0}})
+        ->m_orders[3].m_orderType = ttservice::ORDER_TYPE_NORMAL;
     widget->setCommand("cmd");
-
-    // The credit account's line is not on this tab's accounts, and a line of another order type
-    // is no instruction line.
-    ASSERT_EQ(form->getCodeOrderParams()->size(), 1u);
-    EXPECT_EQ(form->getCodeOrderParams()->front().m_account->getKey(), "a2");
+    // The credit account's line is not on this tab, and a line of another order type is no
+    // instruction line.
+    ASSERT_EQ(volumes(), (std::vector<int64_t>{1000, 1000}));
     COpAccountsWidget *accounts = form->accountsWidget();
     EXPECT_TRUE(accounts->isEnabled());
-    EXPECT_EQ(accounts->getSelectedAccounts(), QSet<QString>{QStringLiteral("a2")});
+    EXPECT_EQ(accounts->getSelectedAccounts(), (QSet<QString>{QStringLiteral("a1"), QStringLiteral("a2")}));
 
-    // Unticking the account leaves its lines out.
+    // An unticked account stays out through a recalculation and the placing.
     accounts->setSelectedAccount(QStringLiteral("a2"), false);
     form->handleEvent(1167, 8, 0, QString(), nullptr);
-    EXPECT_TRUE(form->getCodeOrderParams()->empty());
-}
-
-TEST_F(InstructionForm, AnUntickedAccountStaysOutThroughRecalculationAndPlacing)
-{
-    addCommand("cmd", {{"a1", "600000", 18, 1000, 0}, {"a2", "600000", 18, 1000, 0}});
-    widget->setCommand("cmd");
-    ASSERT_EQ(volumes(), (std::vector<int64_t>{1000, 1000}));
-    form->accountsWidget()->setSelectedAccount(QStringLiteral("a2"), false);
-    form->handleEvent(1167, 8, 0, QString(), nullptr);
+    ASSERT_EQ(volumes(), std::vector<int64_t>{1000});
     form->cell(COpBasketParamsWidget::CellCmdRatio)->setDouble(50);
     form->updateBasketConfirmData();
     ASSERT_EQ(volumes(), std::vector<int64_t>{500});
-    widget->handleEvent(1046, 0, 0, QString(), nullptr);
+    EXPECT_EQ(form->getCodeOrderParams()->front().m_account->getKey(), "a1");
+    press();
     const auto &tasks = CTradeClient::instance()->placedTasks();
     ASSERT_EQ(tasks.size(), 1u);
     ASSERT_EQ(tasks[0].m_orders.size(), 1u);
@@ -216,36 +172,23 @@ TEST_F(InstructionForm, InstructionNoLongerThisTradersLeavesTheOldList)
     boost::shared_ptr<ttservice::COrderCommand> command = addCommand("cmd", {{"a1", "600000", 18, 1000, 0}});
     widget->setCommand("cmd");
     ASSERT_EQ(volumes(), std::vector<int64_t>{1000});
-
-    struct Change
-    {
-        const char *name;
-        void (*apply)(ttservice::COrderCommand &);
-    };
-    const Change changes[] = {
+    // A stored basket of the instruction's name must not take the instruction's place.
+    sample::storeBasket(QStringLiteral("指令篮子"), {sample::row("SH", "600002", 0, 300)});
+    const struct { const char *name; void (*apply)(ttservice::COrderCommand &); } changes[] = {
         {"handed on", [](ttservice::COrderCommand &c) { c.m_holderIds.push_back("other"); }},
         {"finished", [](ttservice::COrderCommand &c) { c.m_commandState = 3; }},
         {"no holders", [](ttservice::COrderCommand &c) { c.m_holderIds.clear(); }},
     };
-    // A stored basket of the instruction's name must not take the instruction's place.
-    CBasketSetting namesake;
-    namesake.m_name = QStringLiteral("指令篮子");
-    CBasketStockData stock;
-    stock.m_market = QStringLiteral("SH");
-    stock.m_stockCode = QStringLiteral("600002");
-    stock.m_volume = 300;
-    namesake.m_stocks << stock;
-    getUserConfig()->baskets().insert(namesake.m_name, namesake);
-    for (const Change &change : changes) {
+    for (const auto &change : changes) {
         SCOPED_TRACE(change.name);
-        ttservice::COrderCommand saved = *command;
+        const ttservice::COrderCommand saved = *command;
         change.apply(*command);
         form->cell(COpBasketParamsWidget::CellCmdRatio)->setDouble(50);
         EXPECT_FALSE(form->updateParamsByCmd(false));
         form->updateBasketConfirmData();
         EXPECT_EQ(volumes(), std::vector<int64_t>{1000});
         EXPECT_EQ(form->getCodeOrderParams()->front().m_stockInfo.m_stockCode, "600000");
-        widget->handleEvent(1046, 0, 0, QString(), nullptr);
+        press();
         EXPECT_TRUE(CTradeClient::instance()->placedTasks().empty());
         EXPECT_TRUE(CTradeClient::instance()->placedCommands().empty());
         *command = saved;
@@ -277,7 +220,6 @@ TEST_F(InstructionForm, BothSidesFillTheirOwnBlocks)
     widget->setCommand("cmd");
     ASSERT_EQ(form->getTradeOpType(), TOT_ALL);
     COpBasketBuySellWidget *blocks = form->buySellWidget();
-    ASSERT_NE(blocks, nullptr);
     EXPECT_TRUE(blocks->isEnabled());
     EXPECT_FALSE(form->stockParams()->isEnabled());
     EXPECT_EQ(blocks->getBuyParam()->getOrderType(), ttservice::ORDER_TYPE_INSTRUCTION);
@@ -327,18 +269,16 @@ TEST_F(InstructionForm, MainSplitRecordTakesTheFirstPartWithLines)
 {
     addCommand("cmd", {{"a1", "600000", 18, 3000, 0}});
     boost::shared_ptr<ttservice::CMainCommandSplitRecord> main(new ttservice::CMainCommandSplitRecord);
-    auto item = [](ttservice::ESubCommandStatus status, std::vector<CmdLine> lines) {
+    auto item = [](std::vector<CmdLine> lines) {
         boost::shared_ptr<ttservice::CCommandSplitItem> it(new ttservice::CCommandSplitItem);
-        it->m_status = status;
+        it->m_status = ttservice::SUB_COMMAND_ORDER;
         boost::shared_ptr<ttservice::CSubCommandRecord> record(new ttservice::CSubCommandRecord);
         for (const CmdLine &l : lines)
             record->m_orders.push_back(lineOf(l));
         it->m_records.push_back(record);
         return it;
     };
-    main->m_splitItems = {item(ttservice::SUB_COMMAND_ORDER, {{"a1", "600000", 18, 3000, 0}}),
-                          item(ttservice::SUB_COMMAND_ORDER, {}),
-                          item(ttservice::SUB_COMMAND_ORDER, {{"a1", "600002", 18, 1200, 0}})};
+    main->m_splitItems = {item({{"a1", "600000", 18, 3000, 0}}), item({}), item({{"a1", "600002", 18, 1200, 0}})};
     widget->setSplitCommand("cmd", sSplitCmdInfo(true, main, nullptr));
     ASSERT_EQ(form->getCodeOrderParams()->size(), 1u);
     EXPECT_EQ(form->getCodeOrderParams()->front().m_stockInfo.m_stockCode, "600002");
@@ -353,9 +293,8 @@ TEST_F(InstructionForm, PlacingSendsTheLinesShownAsTasks)
     addCommand("cmd", {{"a1", "600000", 18, 1500, 0}, {"a2", "600001", 18, 900, 300}});
     widget->setCommand("cmd");
     setRatio(50);
-    std::vector<CCodeOrderParam> shown = widget->editWidget()->getOrderParams();
-    ASSERT_EQ(shown.size(), 2u);
-    widget->handleEvent(1046, 0, 0, QString(), nullptr);
+    ASSERT_EQ(widget->editWidget()->getOrderParams().size(), 2u);
+    press();
     const auto &tasks = CTradeClient::instance()->placedTasks();
     ASSERT_EQ(tasks.size(), 1u);
     EXPECT_EQ(tasks[0].m_command->m_commandKey, "cmd");
@@ -367,12 +306,11 @@ TEST_F(InstructionForm, PlacingSendsTheLinesShownAsTasks)
     // The next sizing is of what is left after what was sent (800 and 300 at 50 %), so a second
     // press sends the rest of the way, not the same lines again.
     EXPECT_EQ(volumes(), (std::vector<int64_t>{400, 100}));
-    widget->handleEvent(1046, 0, 0, QString(), nullptr);
+    press();
     ASSERT_EQ(tasks.size(), 2u);
     EXPECT_EQ(tasks[1].m_orders[0].m_volume, 400);
     // Fills of what was sent reported by the service do not count twice.
-    boost::shared_ptr<ttservice::COrderCommand> command = CTradeClient::instance()->getCommandByKey("cmd");
-    command->m_orders[0].m_tradedVolume = 700;
+    CTradeClient::instance()->getCommandByKey("cmd")->m_orders[0].m_tradedVolume = 700;
     setRatio(100);
     EXPECT_EQ(volumes(), (std::vector<int64_t>{400, 200}));
 }
@@ -383,15 +321,13 @@ TEST_F(InstructionForm, ParitiesOnlyOnTheConnectTabs)
     widget = std::make_unique<COperationBasketWidget>(nullptr);
     form = widget->paramsWidget();
     addAccount("h1", ttservice::BROKER_TYPE_HGT);
-    const auto center = ttservice::TraderCenter::instance()->getDataCenter();
-    ASSERT_TRUE(center);
     boost::shared_ptr<ttservice::CExchangeRate> rate(new ttservice::CExchangeRate);
     rate->m_buyRate = 0.9;
     rate->m_sellRate = 0.8;
     rate->m_buyFloat = 0.1;
     rate->m_sellFloat = -0.05;
-    ASSERT_TRUE(center->getAccountData("h1"));
-    center->getAccountData("h1")->setData(ttservice::DATA_TYPE_EXCHANGE_RATE, rate);
+    ttservice::TraderCenter::instance()->getDataCenter()->getAccountData("h1")->setData(
+        ttservice::DATA_TYPE_EXCHANGE_RATE, rate);
 
     const QString before = form->buttonsBar()->buyParityText()->text();
     form->handleEvent(1167, 8, 0, QString(), nullptr); // on the buy tab: nothing to show

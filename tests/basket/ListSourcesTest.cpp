@@ -11,21 +11,18 @@
 #include "CMsgService.h"
 #include "COpAccountsWidget.h"
 #include "CParameterCell.h"
-#include "CQuoteClient.h"
 #include "CTradeClient.h"
-#include "CUserConfig.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 #include "TraderCenter.h"
 
 #include <QComboBox>
 
-#include <map>
 #include <memory>
 
 using namespace TC;
 using ttservice::CCodeOrderParam;
-using sample::addInstrument;
+using sample::row;
 using sample::setQuote;
 
 namespace {
@@ -38,24 +35,7 @@ public:
     using COpBasketParamsWidget::updateAccountsSlo;
 };
 
-CBasketStockData row(const char *market, const char *code, double weight, int64_t volume,
-                     ttservice::EOperationType operation = ttservice::OT_BUY)
-{
-    CBasketStockData r;
-    r.m_market = QString::fromLatin1(market);
-    r.m_stockCode = QString::fromLatin1(code);
-    r.m_weight = weight;
-    r.m_volume = volume;
-    r.m_operationType = operation;
-    return r;
-}
-
-struct Held
-{
-    const char *code;
-    double volume;
-    double sellable;
-};
+struct Held { const char *code; double volume; double sellable; };
 
 class ListSources : public SubstituteTest
 {
@@ -70,30 +50,16 @@ protected:
         form->setCurrentOperationType(TOT_BUY);
         toolBar->setShowReplace(true);
         for (const char *code : {"600000", "600001", "600002", "600003", "600004", "510300", "510500"})
-            addInstrument("SH", code);
+            sample::addInstrument("SH", code);
     }
 
     void addAccount(const std::string &key, double available, const std::vector<Held> &held = {},
                     ttservice::EVQBrokerType type = ttservice::BROKER_TYPE_STOCK, bool select = true)
     {
-        ttservice::CAccountInfo info;
-        info.m_accountKey = key;
-        info.m_accountId = key;
-        info.m_brokerType = type;
-        info.m_accountType = type == ttservice::BROKER_TYPE_CREDIT ? 3 : 0;
-        ttservice::CAccountDetail detail;
-        detail.m_available = available;
-        detail.m_totalAsset = available * 2;
         std::vector<ttservice::CPositionStatics> positions;
-        for (const Held &h : held) {
-            ttservice::CPositionStatics p;
-            p.m_market = "SH";
-            p.m_stockCode = h.code;
-            p.m_volume = h.volume;
-            p.m_canUseVolume = h.sellable;
-            positions.push_back(p);
-        }
-        getUserConfig()->addAccount(info, detail, positions);
+        for (const Held &h : held)
+            positions.push_back(sample::held("SH", h.code, h.volume, h.sellable));
+        sample::addAccount(key, type, available, positions);
         form->refreshAccounts();
         if (select)
             form->accountsWidget()->setSelectedAccount(QString::fromStdString(key), true);
@@ -101,10 +67,7 @@ protected:
 
     void storeBasket(const QString &name, const QList<CBasketStockData> &rows)
     {
-        CBasketSetting basket;
-        basket.m_name = name;
-        basket.m_stocks = rows;
-        getUserConfig()->baskets().insert(name, basket);
+        sample::storeBasket(name, rows);
         form->updateBasketSetting();
     }
 
@@ -145,17 +108,9 @@ protected:
 
 // --- the sell ratio ---
 
-struct RatioCase
-{
-    int64_t held;
-    double ratio;
-    int unit;
-    int64_t expected;
-};
-
 TEST(SellRatio, NearestLotHalvesUpCappedAtTheHolding)
 {
-    const RatioCase cases[] = {
+    const struct { int64_t held; double ratio; int unit; int64_t expected; } cases[] = {
         {133, 1.0, 100, 133},       // all of it, odd lot included
         {133, 0.5, 100, 100},       // 66 + 50 = 116 -> 100
         {150, 0.5, 100, 100},       // 75 + 50 = 125 -> 100
@@ -168,7 +123,7 @@ TEST(SellRatio, NearestLotHalvesUpCappedAtTheHolding)
         {0, 0.5, 100, 0},
         {7, 0.5, 1, 3},             // a unit of one: 3.5 truncates to 3
     };
-    for (const RatioCase &c : cases) {
+    for (const auto &c : cases) {
         EXPECT_EQ(COpBasketParamsWidget::sellRatioVolume(c.held, c.ratio, c.unit), c.expected)
             << c.held << " at " << c.ratio << " in lots of " << c.unit;
     }
@@ -228,12 +183,7 @@ TEST_F(ListSources, PositionSellListsTheHoldingsOfTheSelectedAccounts)
     form->cell(COpBasketParamsWidget::CellSellRatio)->setDouble(50);
     form->updateBasketConfirmData();
     EXPECT_EQ(shown(), (std::vector<std::string>{"a1 600000 800", "a1 600001 100", "a1 600002 0", "a2 600003 200"}));
-}
-
-TEST_F(ListSources, AccountPositionsOfAnUnknownAccountAreNone)
-{
-    addAccount("a1", 0, {{"600000", 100, 100}});
-    EXPECT_EQ(COpBasketParamsWidget::getAccoutPositions(QStringLiteral("a1")).size(), 1u);
+    EXPECT_EQ(COpBasketParamsWidget::getAccoutPositions(QStringLiteral("a1")).size(), 3u);
     EXPECT_TRUE(COpBasketParamsWidget::getAccoutPositions(QStringLiteral("nobody")).empty());
 }
 
@@ -264,33 +214,34 @@ protected:
     }
 };
 
-TEST_F(EtfReplacement, TheMoneyOfASuspendedStockBuysTheSubstituteByWeight)
+TEST_F(EtfReplacement, TheMoneyOfASuspendedStockBuysTheSubstitutes)
 {
-    useSubstitute({row("SH", "510300", 1, 0), row("SH", "510500", 3, 0)});
-    // 1000 x 10 of suspended money: a quarter buys 625 of 510300, three quarters 1500 of
-    // 510500; each split over the two accounts in whole lots, no odd lot on a buy.
-    EXPECT_EQ(shown(), (std::vector<std::string>{"a1 600000 500", "a2 600000 500", "a1 600001 0", "a2 600001 0",
-                                                 "a1 510300 300", "a2 510300 300", "a1 510500 800", "a2 510500 700"}));
-}
-
-TEST_F(EtfReplacement, ZeroWeightsShareEquallyAndSuspendedSubstitutesTakeNothing)
-{
-    useSubstitute({row("SH", "510300", 0, 0), row("SH", "510500", 0, 0)});
-    // 5,000 each: 1,250 of 510300 (600 a side, the odd 50 left out) and 1,000 of 510500.
-    EXPECT_EQ(shown(), (std::vector<std::string>{"a1 600000 500", "a2 600000 500", "a1 600001 0", "a2 600001 0",
-                                                 "a1 510300 600", "a2 510300 600", "a1 510500 500", "a2 510500 500"}));
+    const std::vector<std::string> kept = {"a1 600000 500", "a2 600000 500", "a1 600001 0", "a2 600001 0"};
+    const struct { const char *name; QList<CBasketStockData> substitute; std::vector<std::string> added; } cases[] = {
+        // 1000 x 10 of suspended money: a quarter buys 625 of 510300, three quarters 1500 of
+        // 510500; each split over the two accounts in whole lots, no odd lot on a buy.
+        {"byWeight", {row("SH", "510300", 1, 0), row("SH", "510500", 3, 0)},
+         {"a1 510300 300", "a2 510300 300", "a1 510500 800", "a2 510500 700"}},
+        // 5,000 each: 1,250 of 510300 (600 a side, the odd 50 left out) and 1,000 of 510500.
+        {"zeroWeightsShareEqually", {row("SH", "510300", 0, 0), row("SH", "510500", 0, 0)},
+         {"a1 510300 600", "a2 510300 600", "a1 510500 500", "a2 510500 500"}},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        useSubstitute(c.substitute);
+        std::vector<std::string> expected = kept;
+        expected.insert(expected.end(), c.added.begin(), c.added.end());
+        EXPECT_EQ(shown(), expected);
+    }
 
     CQuoteClient::instance()->setStoppedStock(QStringLiteral("510300.SH"), true);
     CQuoteClient::instance()->setStoppedStock(QStringLiteral("510500.SH"), true);
     form->updateBasketConfirmData();
-    EXPECT_EQ(shown(), (std::vector<std::string>{"a1 600000 500", "a2 600000 500", "a1 600001 0", "a2 600001 0"}))
-        << "with every substitute suspended nothing is bought in their place";
-}
+    EXPECT_EQ(shown(), kept) << "with every substitute suspended nothing is bought in their place";
 
-TEST_F(EtfReplacement, AStockAlreadyInTheListTakesTheExtraOnItsLastLine)
-{
+    // A stock already in the list: 10,000 buys 1,000 more of 600000, split 500/500, all landing
+    // on the last line of the key.
     useSubstitute({row("SH", "600000", 1, 0)});
-    // 10,000 buys 1,000 more of 600000, split 500/500, all landing on the last line of the key.
     EXPECT_EQ(shown(), (std::vector<std::string>{"a1 600000 500", "a2 600000 1500", "a1 600001 0", "a2 600001 0"}));
 }
 
@@ -337,42 +288,39 @@ protected:
     }
 };
 
-TEST_F(BlacklistReplacement, KeepsTheMoneyInWholeLotsAndMergesOneWhiteStock)
+TEST_F(BlacklistReplacement, BlackStocksOfABuyAreReplacedOrLeftUnbought)
 {
-    toolBar->checkBox(4)->setChecked(true);
-    choose({row("SH", "600000", 1, 2000), row("SH", "600002", 1, 2000)});
-    // a1: 1000 at 10 gives 303 at 33, 300 after the lot, twice, on one line; a2 is not black.
-    EXPECT_EQ(shown(), (std::vector<std::string>{"a2 600000 1000", "a2 600002 1000", "a1 600001 600"}));
+    // Box 4 replaces black stocks, box 2 filters them.
+    const struct { const char *name; int box; quint64 tab; QList<CBasketStockData> rows; std::vector<std::string> expected; }
+        cases[] = {
+            {"noBoxTicked", 0, TOT_BUY, {row("SH", "600000", 1, 2000)}, {"a1 600000 1000", "a2 600000 1000"}},
+            // a1: 1000 at 10 gives 303 at 33, 300 after the lot, twice, on one line; a2 is not black.
+            {"replacedInWholeLots", 4, TOT_BUY, {row("SH", "600000", 1, 2000), row("SH", "600002", 1, 2000)},
+            {"a2 600000 1000", "a2 600002 1000", "a1 600001 600"}},
+            {"unknownWhiteStockBuysNothing", 4, TOT_BUY, {row("SH", "600003", 1, 2000)}, {"a1 600003 1000", "a2 600003 0"}},
+            {"aBlackStockMayBeSold", 4, TOT_SELL, {row("SH", "600000", 1, 2000, ttservice::OT_SELL)},
+            {"a1 600000 1000", "a2 600000 1000"}},
+            {"filteredInItsAccountOnly", 2, TOT_BUY, {row("SH", "600000", 1, 2000), row("SH", "600002", 1, 2000)},
+            {"a1 600000 0", "a2 600000 1000", "a1 600002 0", "a2 600002 1000"}},
+        };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        toolBar->checkBox(2)->setChecked(c.box == 2);
+        toolBar->checkBox(4)->setChecked(c.box == 4);
+        form->setCurrentOperationType(c.tab);
+        choose(c.rows);
+        EXPECT_EQ(shown(), c.expected);
+    }
 }
 
-TEST_F(BlacklistReplacement, AnUnknownWhiteStockKeepsTheBlackLineWithNothingToBuy)
+TEST_F(BlacklistReplacement, AnUnknownWhiteStockIsToldOnceForTheSameOutcome)
 {
     toolBar->checkBox(4)->setChecked(true);
     choose({row("SH", "600003", 1, 2000)});
-    EXPECT_EQ(shown(), (std::vector<std::string>{"a1 600003 1000", "a2 600003 0"}));
-    // The trader is told why, once for the same outcome.
     form->updateBasketConfirmData();
     ASSERT_EQ(getMsgService()->shownMessages().size(), 1u);
     EXPECT_EQ(getMsgService()->shownMessages().front().m_text,
               QStringLiteral("黑名单股票没有可替换的白名单股票, 不买入: a2 600003.SH"));
-}
-
-TEST_F(BlacklistReplacement, SellsFuturesAndUntickedBoxesAreLeftAlone)
-{
-    choose({row("SH", "600000", 1, 2000)});
-    EXPECT_EQ(shown(), (std::vector<std::string>{"a1 600000 1000", "a2 600000 1000"})) << "no box ticked";
-
-    toolBar->checkBox(4)->setChecked(true);
-    form->setCurrentOperationType(TOT_SELL);
-    choose({row("SH", "600000", 1, 2000, ttservice::OT_SELL)});
-    EXPECT_EQ(shown(), (std::vector<std::string>{"a1 600000 1000", "a2 600000 1000"})) << "a black stock may be sold";
-}
-
-TEST_F(BlacklistReplacement, FilteringLeavesABlackStockUnboughtInItsAccountOnly)
-{
-    toolBar->checkBox(2)->setChecked(true);
-    choose({row("SH", "600000", 1, 2000), row("SH", "600002", 1, 2000)});
-    EXPECT_EQ(shown(), (std::vector<std::string>{"a1 600000 0", "a2 600000 1000", "a1 600002 0", "a2 600002 1000"}));
 }
 
 // --- the money of a one-key order ---
@@ -387,16 +335,7 @@ TEST_F(ListSources, OneKeyMoneyCoversTheBuysWithCashOrWithWhatTheSellsBringIn)
     setMode(VT_COPIES);
     form->cell(COpBasketParamsWidget::CellCopies)->setDouble(1);
 
-    struct Case
-    {
-        const char *name;
-        double available;
-        int64_t buy;
-        int64_t sell;
-        double sellable;
-        double expected;
-    };
-    const Case cases[] = {
+    const struct { const char *name; double available; int64_t buy, sell; double sellable, expected; } cases[] = {
         {"cashCoversTheBuys", 100, 100, 0, 0, 100},
         {"withinTheTolerance", 99.999995, 100, 0, 0, 99.999995},
         {"sellsCoverTheRest", 50, 100, 60, 60, 110},
@@ -405,7 +344,7 @@ TEST_F(ListSources, OneKeyMoneyCoversTheBuysWithCashOrWithWhatTheSellsBringIn)
         {"sellableCappedStillCovers", 50, 100, 1000, 60, 110},
     };
     int n = 0;
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         const std::string key = "k" + std::to_string(n++);
         addAccount(key, c.available, {{"600001", c.sellable, c.sellable}}, ttservice::BROKER_TYPE_STOCK, false);
         const QList<CBasketStockData> rows = {row("SH", "600000", 1, c.buy),

@@ -1,18 +1,22 @@
+// The blocks of order parameters: one block's memory per operation, and the tabs' mode widgets
+// (credit, futures, one-key) that switch it.
 #include "COpBasketBuySellWidget.h"
 #include "COpBasketCrdBuySellWidget.h"
 #include "COpBasketFtrBuySellWidget.h"
 #include "COpBasketFtrOneKeyWidget.h"
 #include "COpBasketStockParamsWidget.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 #include "../platform/EventRecorder.h"
 
 #include "CGlobalOrderParamTable.h"
 #include "CTrdAlgoBaseTable.h"
 
+#include "CAlgorithmHelpDialog.h"
 #include "CPushButton.h"
 #include "CPushButtonGroup.h"
-
-#include <gtest/gtest.h>
+#include "CTimeService.h"
+#include "CVqAlgorithmHelpDialog.h"
 
 #include <QComboBox>
 #include <QSignalSpy>
@@ -23,9 +27,11 @@
 
 namespace {
 
+using TC::COpBasketStockParamsWidget;
+using ttservice::CCodeOrderParam;
 using ttservice::COrderSetting;
 
-void setStep(TC::COpBasketStockParamsWidget *block, double step)
+void setStep(COpBasketStockParamsWidget *block, double step)
 {
     COrderSetting setting;
     block->table()->saveOpParam(QString(), setting);
@@ -33,11 +39,21 @@ void setStep(TC::COpBasketStockParamsWidget *block, double step)
     block->table()->loadOpParam(setting, 0.01);
 }
 
-double step(TC::COpBasketStockParamsWidget *block)
+double step(COpBasketStockParamsWidget *block)
 {
     COrderSetting setting;
     block->table()->saveOpParam(QString(), setting);
     return setting.m_stepValue;
+}
+
+double twapInterval(COpBasketStockParamsWidget *block)
+{
+    return block->table()->getTrdAlgoBaseTable(4)->value(TC::CTrdAlgoBaseTable::ItemOrderInterval);
+}
+
+void setTwapInterval(COpBasketStockParamsWidget *block, double seconds)
+{
+    block->table()->getTrdAlgoBaseTable(4)->setValue(TC::CTrdAlgoBaseTable::ItemOrderInterval, seconds);
 }
 
 void press(WK::CPushButtonGroup *group, int id)
@@ -49,8 +65,211 @@ void press(WK::CPushButtonGroup *group, int id)
 class ModeWidgets : public SubstituteTest
 {
 protected:
+    COpBasketStockParamsWidget *makeBlock()
+    {
+        return new COpBasketStockParamsWidget(ttservice::BROKER_TYPE_STOCK, &parent, ttservice::VQ_TRADER_BASKET);
+    }
+
     EventRecorder parent;
 };
+
+// --- one block's memory per operation ---
+
+TEST_F(ModeWidgets, eachOperationGetsBackWhatWasLastSetForIt)
+{
+    COpBasketStockParamsWidget *block = makeBlock();
+    setStep(block, 0.05);
+    setTwapInterval(block, 45);
+
+    block->setOperationType(19);
+    // The first setting kept stands for every operation not visited yet.
+    EXPECT_EQ(block->settings().keys(), QList<int>{-2});
+    EXPECT_EQ(block->trdParams().keys(), QList<int>{-2});
+    EXPECT_DOUBLE_EQ(step(block), 0.05);
+    EXPECT_DOUBLE_EQ(twapInterval(block), 45);
+
+    setStep(block, 0.2);
+    block->table()->setPriceType(1);
+    setTwapInterval(block, 10);
+    block->setOperationType(18);
+    EXPECT_EQ(block->settings().keys(), (QList<int>{-2, 19}));
+    EXPECT_DOUBLE_EQ(step(block), 0.05);
+    EXPECT_EQ(block->getPriceType(), TC::COrderParamBaseTable::PRICE_TYPE_OPPOSITE);
+    EXPECT_DOUBLE_EQ(twapInterval(block), 45);
+
+    block->setOperationType(19);
+    EXPECT_DOUBLE_EQ(step(block), 0.2);
+    EXPECT_EQ(block->getPriceType(), 1);
+    EXPECT_DOUBLE_EQ(twapInterval(block), 10);
+    EXPECT_EQ(block->operationType(), 19);
+    EXPECT_EQ(block->table()->operationType(), 19);
+
+    // Without memory the text is the table's own.
+    COpBasketStockParamsWidget *plain = makeBlock();
+    plain->setSaveParam(false);
+    setStep(plain, 0.05);
+    plain->setOperationType(19);
+    setStep(plain, 0.3);
+    plain->setOperationType(18);
+    EXPECT_TRUE(plain->settings().isEmpty());
+    EXPECT_DOUBLE_EQ(step(plain), 0.3);
+    EXPECT_EQ(plain->param(), plain->table()->param());
+}
+
+TEST_F(ModeWidgets, anotherBlockReadsTheMemoryBack)
+{
+    COpBasketStockParamsWidget *source = makeBlock();
+    setStep(source, 0.05);
+    setTwapInterval(source, 45);
+    source->setOperationType(19);
+    setStep(source, 0.2);
+    source->table()->setOrderType(13);
+    source->table()->resetStrategyType(13, QStringLiteral("SWITCH"));
+    // Operation 19 has no algorithm entry of its own until it is left.
+    setTwapInterval(source, 10);
+    const QString onView = source->param();
+    source->setOperationType(18);
+    source->setOperationType(19);
+    const QString text = source->param();
+
+    COpBasketStockParamsWidget *target = makeBlock();
+    target->setOperationType(19);
+    target->setParam(text);
+    EXPECT_EQ(target->settings().keys(), source->settings().keys()) << text.toStdString();
+    EXPECT_DOUBLE_EQ(step(target), 0.2);
+    EXPECT_EQ(target->getOrderType(), 13);
+    EXPECT_EQ(target->table()->getAlgoStrategyType(), "SWITCH");
+    EXPECT_EQ(target->table()->loadCheckParam(), source->table()->loadCheckParam());
+
+    // The algorithm numbers come back for the operation on view and for those not visited.
+    COpBasketStockParamsWidget *fresh = makeBlock();
+    fresh->setOperationType(19);
+    fresh->setParam(onView);
+    EXPECT_DOUBLE_EQ(twapInterval(fresh), 10);
+    fresh->setOperationType(20);
+    EXPECT_DOUBLE_EQ(twapInterval(fresh), 45) << "an operation not visited starts from the first one kept";
+}
+
+// 2024-01-02 00:00:00 in Beijing, the day of the time service's default reading.
+constexpr long long kDefaultDay = TC::CTimeService::DEFAULT_TIME - (9 * 3600 + 30 * 60);
+
+TEST_F(ModeWidgets, theSharedOrderTypeDoesNotChangeTheTextOfOperationsLeftEarlier)
+{
+    // The order type was changed after operation 18 was left; a block restored on 18 that then
+    // moves on to 19 keeps 18 again with the type on view. Its text must still be the same.
+    COpBasketStockParamsWidget *source = makeBlock();
+    source->setOperationType(18);
+    setStep(source, 0.05);
+    source->setOperationType(19);
+    source->table()->setOrderType(13);
+    const QString text = source->param();
+
+    COpBasketStockParamsWidget *target = makeBlock();
+    target->setOperationType(18);
+    target->setParam(text);
+    target->setOperationType(19);
+    EXPECT_EQ(target->param(), text);
+    EXPECT_EQ(target->getOrderType(), 13);
+    target->setOperationType(18);
+    EXPECT_DOUBLE_EQ(step(target), 0.05);
+    EXPECT_EQ(target->getOrderType(), 13);
+}
+
+TEST_F(ModeWidgets, olderTextWithoutEqualsResetsTheSettingToTheTradingDay)
+{
+    TC::CGlobalOrderParamTable older(ttservice::BROKER_TYPE_STOCK, true, nullptr, 1, ttservice::VQ_TRADER_BASKET, 0);
+    older.setFlag(0x1103fff);
+    older.setPriceType(2);
+    older.setCheckParam(QString());
+    COrderSetting stepped;
+    stepped.m_stepValue = 0.5;
+    older.loadOpParam(stepped, 0.01);
+
+    COpBasketStockParamsWidget *block = makeBlock();
+    block->setParam(older.param());
+    EXPECT_EQ(block->getPriceType(), 2);
+    EXPECT_EQ(block->table()->loadCheckParam(), QStringLiteral("0*1"));
+    ASSERT_TRUE(block->settings().contains(-2));
+    const COrderSetting kept = block->settings().value(-2);
+    EXPECT_EQ(kept.m_startTime, kDefaultDay + 9 * 3600 + 30 * 60);
+    EXPECT_EQ(kept.m_endTime, kDefaultDay + 15 * 3600);
+    EXPECT_DOUBLE_EQ(step(block), 0.0);
+}
+
+TEST_F(ModeWidgets, damagedTextsLeaveAWorkingBlock)
+{
+    for (const char *text : {"=", ":::", "checkedIds=:currentOrderType=x:TrdParams=a`b:7=notjson:", "=:=:=",
+                             "5TrdParams=VWAP`:19={;}:", "currentOrderType=99"}) {
+        COpBasketStockParamsWidget *block = makeBlock();
+        block->setParam(QString::fromLatin1(text));
+        EXPECT_TRUE(block->table()->offeredOrderTypes().contains(block->getOrderType())) << text;
+        block->setOperationType(19);
+        EXPECT_FALSE(block->param().isEmpty()) << text;
+    }
+}
+
+TEST_F(ModeWidgets, singleCodeLinesTakePricesStepsAndValidityFromTheLatestQuote)
+{
+    ttservice::CInstrumentDetail instrument;
+    instrument.m_market = "SH";
+    instrument.m_stockCode = "600000";
+    instrument.m_priceTick = 0.01;
+    TC::CExchangeClient::instance()->addInstrument(instrument);
+    sample::setBook("SH", "600000", 10.0, 10.02, 9.99, 11.0, 9.0);
+    // An expected step of NO_VALUE: the step is cleared.
+    const struct { const char *name; ttservice::EPriceType priceType; bool absolute; double stepValue, stepRate, expectedPrice; double expectedStep; }
+        cases[] = {
+            {"fixedPriceKeptStepCleared", ttservice::PRICE_TYPE_FIXED, true, 0.05, 0, 12.34, ttservice::NO_VALUE},
+            {"stepRoundedToTheTick", ttservice::PRICE_TYPE_LAST, true, 0.123, 0, 10.0, 0.12},
+            {"stepAboveHalfATickRoundsUp", ttservice::PRICE_TYPE_LAST, true, 0.1251, 0, 10.0, 0.13},
+            {"stepFromRateOfThePrice", ttservice::PRICE_TYPE_ASK1, false, 0, 0.0123, 10.02, 0.12},
+        };
+    for (const auto &row : cases) {
+        SCOPED_TRACE(row.name);
+        COpBasketStockParamsWidget *block = makeBlock();
+        COrderSetting setting;
+        setting.m_stepIsAbsolute = row.absolute;
+        setting.m_stepValue = row.stepValue;
+        setting.m_stepRate = row.stepRate;
+        setting.m_validSeconds = 60;
+        setting.m_stepFlag = 1;
+        block->table()->loadOpParam(setting, 0.001);
+
+        CCodeOrderParam line;
+        line.m_stockInfo = ttservice::CStockInfo("SH", "600000");
+        line.m_operationType = ttservice::OT_BUY;
+        line.m_priceType = row.priceType;
+        line.m_price = 12.34;
+        line.m_volume = 500;
+        CCodeOrderParam unquoted = line;
+        unquoted.m_stockInfo.m_stockCode = "600001";
+        std::vector<CCodeOrderParam> lines{line, unquoted};
+        block->updateSingleCodeOrderParam(lines);
+
+        EXPECT_NEAR(lines[0].m_price, row.expectedPrice, 1e-9);
+        if (ttservice::isNoValue(row.expectedStep))
+            EXPECT_TRUE(ttservice::isNoValue(lines[0].m_priceStep)) << lines[0].m_priceStep;
+        else
+            EXPECT_NEAR(lines[0].m_priceStep, row.expectedStep, 1e-9);
+        EXPECT_EQ(lines[0].m_volume, 500);
+        EXPECT_EQ(lines[0].m_validFrom, TC::CTimeService::DEFAULT_TIME);
+        EXPECT_EQ(lines[0].m_validTo, TC::CTimeService::DEFAULT_TIME + 60);
+        // A line without a quote is left as it came.
+        EXPECT_DOUBLE_EQ(lines[1].m_price, 12.34);
+        EXPECT_EQ(lines[1].m_validTo, 0);
+    }
+}
+
+TEST_F(ModeWidgets, helpFollowsTheOrderType)
+{
+    COpBasketStockParamsWidget *block = makeBlock();
+    block->handleEvent(220, 0, 0, QString(), nullptr);
+    EXPECT_EQ(TC::CAlgorithmHelpDialog::helpCount(), 1);
+    block->table()->setOrderType(13);
+    block->handleEvent(220, 0, 0, QString(), nullptr);
+    EXPECT_EQ(TC::CVqAlgorithmHelpDialog::helpCount(), 1);
+    EXPECT_EQ(TC::CAlgorithmHelpDialog::helpCount(), 1);
+}
 
 // --- credit ---
 
@@ -93,37 +312,20 @@ TEST_F(ModeWidgets, creditInstructionLocksTheButtonsEvenOnTheCurrentOperation)
     EXPECT_TRUE(parent.seen.empty());
 }
 
-struct StoredOperation {
-    const char *name;
-    const char *text;
-    int checkedId;
-};
-
-class CreditText : public ModeWidgets, public ::testing::WithParamInterface<StoredOperation>
+TEST_F(ModeWidgets, creditStoredOperationChecksItsButton)
 {
-};
-
-TEST_P(CreditText, storedOperationChecksItsButton)
-{
-    auto *credit = new TC::COpBasketCrdBuySellWidget(&parent);
-    credit->setParam(QString::fromLatin1(GetParam().text));
-    EXPECT_EQ(credit->buttonGroup()->checkedId(), GetParam().checkedId);
-    // What the block keeps and shows belongs to the operation of the checked button, the one the
-    // order leaves as.
-    EXPECT_EQ(credit->currentOptMemory(), credit->currentOpt());
+    const struct { const char *text; int checkedId; } cases[] = {
+        {"20%20%{}", 53}, {"21", 53}, {"18", 108}, {"19", 109}, {"22", 52}, {"x%%%", 53},
+    };
+    for (const auto &c : cases) {
+        auto *credit = new TC::COpBasketCrdBuySellWidget(&parent);
+        credit->setParam(QString::fromLatin1(c.text));
+        EXPECT_EQ(credit->buttonGroup()->checkedId(), c.checkedId) << c.text;
+        // What the block keeps and shows belongs to the operation of the checked button, the one
+        // the order leaves as.
+        EXPECT_EQ(credit->currentOptMemory(), credit->currentOpt()) << c.text;
+    }
 }
-
-const StoredOperation kStored[] = {
-    {"marginBuyChecksTheLastButton", "20%20%{}", 53},
-    {"shortSellChecksTheLastButton", "21", 53},
-    {"plainBuy", "18", 108},
-    {"plainSell", "19", 109},
-    {"buyToReturn", "22", 52},
-    {"damaged", "x%%%", 53},
-};
-
-INSTANTIATE_TEST_SUITE_P(Texts, CreditText, ::testing::ValuesIn(kStored),
-                         [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(ModeWidgets, creditTextKeepsTheSettingsOfVisitedOperationsAndOfTheShownOne)
 {

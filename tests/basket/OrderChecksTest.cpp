@@ -1,15 +1,12 @@
 #include "COpBasketParamsWidget.h"
 #include "COpBasketsComboBox.h"
 
-#include "CExchangeClient.h"
 #include "CMessageBox.h"
 #include "CMsgService.h"
 #include "COpAccountsWidget.h"
 #include "COpBasketFutureParamsWidget.h"
 #include "CParameterCell.h"
-#include "CQuoteClient.h"
 #include "CTradeClient.h"
-#include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
@@ -37,13 +34,14 @@ protected:
         form = std::make_unique<COpBasketParamsWidget>(nullptr);
     }
 
-    void addAccount(const std::string &key, double available, const std::string &name = std::string())
+    void addAccount(const std::string &key, double available, const std::string &name = std::string(),
+                    ttservice::EVQBrokerType broker = ttservice::BROKER_TYPE_STOCK)
     {
         ttservice::CAccountInfo info;
         info.m_accountKey = key;
         info.m_accountId = key + "-id";
         info.m_accountName = name;
-        info.m_brokerType = ttservice::BROKER_TYPE_STOCK;
+        info.m_brokerType = broker;
         ttservice::CAccountDetail detail;
         detail.m_available = available;
         getUserConfig()->addAccount(info, detail);
@@ -51,18 +49,15 @@ protected:
         form->accountsWidget()->setSelectedAccount(QString::fromStdString(key), true);
     }
 
-    void storeBasket(const QString &name, int rows)
+    // Stores a basket of the given number of SH stocks from 600000 on and chooses it.
+    void chooseBasket(const QString &name, int rows, ttservice::EVQBrokerType broker = ttservice::BROKER_TYPE_STOCK)
     {
-        CBasketSetting basket;
-        basket.m_name = name;
-        for (int i = 0; i < rows; ++i) {
-            CBasketStockData row;
-            row.m_market = QStringLiteral("SH");
-            row.m_stockCode = QString::number(600000 + i);
-            basket.m_stocks << row;
-        }
-        getUserConfig()->baskets().insert(name, basket);
+        QList<CBasketStockData> stocks;
+        for (int i = 0; i < rows; ++i)
+            stocks << sample::row("SH", QByteArray::number(600000 + i).constData(), 0, 0);
+        sample::storeBasket(name, stocks, broker);
         form->updateBasketSetting();
+        form->basketsCombo()->setBasket(name, false);
     }
 
     bool runCheck()
@@ -72,13 +67,7 @@ protected:
         return form->check(error, log);
     }
 
-    QString lastMessage() const
-    {
-        const auto &shown = getMsgService()->shownMessages();
-        return shown.empty() ? QString() : shown.back().m_text;
-    }
-
-    CCodeOrderParam line(const char *code, int operation, int64_t volume)
+    static CCodeOrderParam line(const char *code, int operation, int64_t volume)
     {
         CCodeOrderParam l;
         l.m_stockInfo = ttservice::CStockInfo("SH", code);
@@ -98,11 +87,11 @@ protected:
 
 TEST_F(OrderChecks, AccountsMustBeChosenAndLoggedIn)
 {
-    storeBasket(QStringLiteral("b"), 1);
-    form->basketsCombo()->setBasket(QStringLiteral("b"), false);
+    chooseBasket(QStringLiteral("b"), 1);
     EXPECT_FALSE(runCheck());
     EXPECT_EQ(error, QStringLiteral("您没有选择任何账号!"));
-    EXPECT_EQ(lastMessage(), error);
+    ASSERT_FALSE(getMsgService()->shownMessages().empty());
+    EXPECT_EQ(getMsgService()->shownMessages().back().m_text, error);
 
     // The batch-sell list brings its own accounts.
     form->basketsCombo()->setBatchOp(BATCH_SELL, false);
@@ -119,89 +108,57 @@ TEST_F(OrderChecks, AccountsMustBeChosenAndLoggedIn)
     EXPECT_EQ(log, QStringLiteral("basket=b, copies=1"));
 }
 
-struct BasketCase
+TEST_F(OrderChecks, BasketMustBeStoredAndHoldStocksForManagers)
 {
-    const char *name;
-    int role;
-    const char *basket; // the picker's text; null: nothing chosen
-    int rows;           // rows of the stored basket; -1: not stored
-    const char *error;  // empty: passes
-};
-
-class BasketChecks : public OrderChecks, public ::testing::WithParamInterface<BasketCase>
-{
-};
-
-TEST_P(BasketChecks, BasketMustBeStoredAndHoldStocksForManagers)
-{
-    const BasketCase c = GetParam();
-    getUserConfig()->setRole(c.role);
+    // The picker's text, the rows of the stored basket (-1: not stored) and the error (empty: passes).
+    const struct { const char *name; int role; const char *basket; int rows; const char *error; } cases[] = {
+        {"stored", 90, "b", 2, ""},
+        {"unknownName", 90, "nope", -1, "您选择的篮子不正确!"},
+        {"emptyBasket", 90, "e", 0, "您选择的篮子不包含任何股票!"},
+        {"traderUnstoredName", 200, "指令篮子", -1, ""},
+        {"traderEmptyText", 200, "", -1, "您选择的篮子不正确!"},
+    };
     addAccount("a1", 0);
-    const QString name = QString::fromUtf8(c.basket);
-    if (c.rows >= 0) {
-        storeBasket(name, c.rows);
-        form->basketsCombo()->setBasket(name, false);
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        getUserConfig()->setRole(c.role);
+        const QString name = QString::fromUtf8(c.basket);
+        if (c.rows >= 0)
+            chooseBasket(name, c.rows);
+        form->basketsCombo()->setCurrentText(name);
+        EXPECT_EQ(runCheck(), QString::fromUtf8(c.error).isEmpty());
+        EXPECT_EQ(error, QString::fromUtf8(c.error));
     }
-    form->basketsCombo()->setCurrentText(name);
-    EXPECT_EQ(runCheck(), QString::fromUtf8(c.error).isEmpty());
-    EXPECT_EQ(error, QString::fromUtf8(c.error));
 }
-
-INSTANTIATE_TEST_SUITE_P(Cases, BasketChecks,
-    ::testing::Values(BasketCase{"stored", 90, "b", 2, ""},
-                      BasketCase{"unknownName", 90, "nope", -1, "您选择的篮子不正确!"},
-                      BasketCase{"emptyBasket", 90, "b", 0, "您选择的篮子不包含任何股票!"},
-                      BasketCase{"traderUnstoredName", 200, "指令篮子", -1, ""},
-                      BasketCase{"traderEmptyText", 200, "", -1, "您选择的篮子不正确!"}),
-    [](const ::testing::TestParamInfo<BasketCase> &info) { return std::string(info.param.name); });
 
 TEST_F(OrderChecks, CopiesTruncateBeforeTheSignTest)
 {
     addAccount("a1", 0);
-    storeBasket(QStringLiteral("b"), 1);
-    form->basketsCombo()->setBasket(QStringLiteral("b"), false);
-    WK::CParameterCell *copies = form->cell(COpBasketParamsWidget::CellCopies);
-    for (double value : {0.0, -0.5}) {
-        copies->setDouble(value);
-        EXPECT_TRUE(runCheck()) << value;
+    chooseBasket(QStringLiteral("b"), 1);
+    for (const double value : {0.0, -0.5, -1.0}) {
+        form->cell(COpBasketParamsWidget::CellCopies)->setDouble(value);
+        EXPECT_EQ(runCheck(), value > -1) << value;
     }
-    copies->setDouble(-1);
-    EXPECT_FALSE(runCheck());
     EXPECT_EQ(error, QStringLiteral("篮子份数必须大于0!"));
 }
 
 TEST_F(OrderChecks, HedgeFailureStopsOnlyOffTheFuturesTabs)
 {
     addAccount("a1", 0);
-    storeBasket(QStringLiteral("b"), 1);
-    form->basketsCombo()->setBasket(QStringLiteral("b"), false);
-    ASSERT_NE(form->hedgeWidget(), nullptr);
+    chooseBasket(QStringLiteral("b"), 1);
     form->hedgeWidget()->setAutoHedge(true);
     form->hedgeWidget()->setHedgeContractCode(QStringLiteral("IF9999"));
     EXPECT_FALSE(runCheck()) << "an unknown contract cannot hedge a stock basket";
 
     form->setCurrentOperationType(TOT_FUTURE);
-    ttservice::CAccountInfo futures;
-    futures.m_accountKey = "f1";
-    futures.m_brokerType = ttservice::BROKER_TYPE_FUTURE;
-    getUserConfig()->addAccount(futures);
-    form->refreshAccounts();
-    form->accountsWidget()->setSelectedAccount(QStringLiteral("f1"), true);
-    CBasketSetting basket;
-    basket.m_name = QStringLiteral("f");
-    basket.m_brokerType = ttservice::BROKER_TYPE_FUTURE;
-    basket.m_stocks << CBasketStockData();
-    getUserConfig()->baskets().insert(basket.m_name, basket);
-    form->updateBasketSetting();
-    form->basketsCombo()->setBasket(QStringLiteral("f"), false);
+    addAccount("f1", 0, std::string(), ttservice::BROKER_TYPE_FUTURE);
+    chooseBasket(QStringLiteral("f"), 1, ttservice::BROKER_TYPE_FUTURE);
     form->hedgeWidget()->setAutoHedge(true);
     ASSERT_TRUE(form->hedgeWidget()->isAutoHedgeCheck());
     EXPECT_TRUE(runCheck()) << "on the futures tab a failed hedge does not stop the order";
     form->cell(COpBasketParamsWidget::CellCopies)->setDouble(-2);
     EXPECT_FALSE(runCheck()) << "the later checks still run";
 }
-
-// --- checkOrderValid ---
 
 TEST_F(OrderChecks, MoneyCheckWithTheToleranceAndSellsPayingForBuys)
 {
@@ -226,8 +183,6 @@ TEST_F(OrderChecks, MoneyCheckWithTheToleranceAndSellsPayingForBuys)
     swap[1].m_volume = 99999;
     EXPECT_FALSE(form->checkOrderValid(swap));
 }
-
-// --- checkPatch ---
 
 class PatchChecks : public OrderChecks
 {
@@ -261,6 +216,20 @@ TEST_F(PatchChecks, RowsArePaddedLookedUpAndRead)
     EXPECT_DOUBLE_EQ(rows[1].m_weight, 0.4);
     EXPECT_EQ(rows[1].m_entrustBs, 48);
     EXPECT_TRUE(form->clipboardHasWeight()) << "the last line decides";
+
+    // A code and a quantity per line is the short form.
+    ASSERT_TRUE(form->checkPatch(QStringLiteral("000001\t1,500\r\n600000 \t 200\r\n"), tab, false));
+    const QList<CBasketStockData> shortRows = stored(TOT_BUY);
+    ASSERT_EQ(shortRows.size(), 2);
+    EXPECT_EQ(shortRows[0].m_volume, 1500);
+    EXPECT_EQ(shortRows[1].key(), QStringLiteral("600000.SH"));
+    EXPECT_EQ(shortRows[1].m_volume, 200);
+
+    // An instruction's rows choose their tab, and are not compared with the one on view.
+    ASSERT_TRUE(form->checkPatch(QStringLiteral("600000\t\t100\t1\t卖出\n000001\t\t100\t1\t0"), tab, true));
+    EXPECT_EQ(tab, TOT_ALL);
+    ASSERT_TRUE(form->checkPatch(QStringLiteral("IF2412\t\t1\t1\t0\t12\t49"), tab, true));
+    EXPECT_EQ(tab, TOT_ONEKEY_FUTURE);
     EXPECT_EQ(warnings(), 0);
 }
 
@@ -297,25 +266,4 @@ TEST_F(PatchChecks, WrongTypeIsRefusedAndWrongDirectionOnlyWarned)
     // Nothing recognisable keeps the list and says what a paste looks like.
     EXPECT_FALSE(form->checkPatch(QStringLiteral("hello\tworld"), tab, false));
     EXPECT_TRUE(WK::CMessageBox::records().back().text.startsWith(QStringLiteral("粘贴的内容中没有可识别的证券代码")));
-}
-
-TEST_F(PatchChecks, ACodeAndAQuantityPerLineIsTheShortForm)
-{
-    quint64 tab = 0;
-    ASSERT_TRUE(form->checkPatch(QStringLiteral("000001\t1,500\r\n600000 \t 200\r\n"), tab, false));
-    const QList<CBasketStockData> rows = stored(TOT_BUY);
-    ASSERT_EQ(rows.size(), 2);
-    EXPECT_EQ(rows[0].m_volume, 1500);
-    EXPECT_EQ(rows[1].key(), QStringLiteral("600000.SH"));
-    EXPECT_EQ(rows[1].m_volume, 200);
-}
-
-TEST_F(PatchChecks, InstructionRowsChooseTheirTab)
-{
-    quint64 tab = 0;
-    ASSERT_TRUE(form->checkPatch(QStringLiteral("600000\t\t100\t1\t卖出\n000001\t\t100\t1\t0"), tab, true));
-    EXPECT_EQ(tab, TOT_ALL);
-    ASSERT_TRUE(form->checkPatch(QStringLiteral("IF2412\t\t1\t1\t0\t12\t49"), tab, true));
-    EXPECT_EQ(tab, TOT_ONEKEY_FUTURE);
-    EXPECT_EQ(warnings(), 0) << "an instruction's paste is not compared with the tab";
 }

@@ -5,7 +5,6 @@
 
 #include "CBlackAndWhiteListService.h"
 #include "CCheckBox.h"
-#include "CExchangeClient.h"
 #include "CLogCapture.h"
 #include "CMessageTip.h"
 #include "CMsgService.h"
@@ -13,68 +12,40 @@
 #include "LuaModuleCtrl.h"
 #include "COpAccountsWidget.h"
 #include "CParameterCell.h"
-#include "CQuoteClient.h"
 #include "CTimeService.h"
 #include "CTradeClient.h"
-#include "CUserConfig.h"
 #include "StockTypeCenter.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
+#include "../platform/EventRecorder.h"
 
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 
 #include <memory>
-#include <numeric>
 #include <thread>
 
 using namespace TC;
 using ttservice::CCodeOrderParam;
-using sample::addInstrument;
+using sample::row;
 using sample::setQuote;
+using P = COpBasketParamsWidget;
 
 namespace {
 
-// Records what the form reports upward.
-class EventSink : public WK::CBaseWidget
-{
-public:
-    EventSink() : WK::CBaseWidget(QStringLiteral("sink"), false, nullptr) {}
-
-    bool handleEvent(int event, int, int, QString, void *) override
-    {
-        events.push_back(event);
-        return true;
-    }
-
-    int count(int event) const { return static_cast<int>(std::count(events.begin(), events.end(), event)); }
-
-    std::vector<int> events;
-};
-
 // Opens the row filters to the tests.
-class FormProbe : public COpBasketParamsWidget
+class FormProbe : public P
 {
 public:
-    using COpBasketParamsWidget::COpBasketParamsWidget;
-    using COpBasketParamsWidget::filterStockParam;
+    using P::COpBasketParamsWidget;
+    using P::filterStockParam;
 };
 
-CBasketStockData row(const char *market, const char *code, double weight, int64_t volume)
-{
-    CBasketStockData r;
-    r.m_market = QString::fromLatin1(market);
-    r.m_stockCode = QString::fromLatin1(code);
-    r.m_weight = weight;
-    r.m_volume = volume;
-    return r;
-}
-
-void publishQuote(const char *market, const char *code, double last)
+void publishQuote(const char *code, double last)
 {
     CPriceData quote;
-    quote.m_market = market;
+    quote.m_market = "SH";
     quote.m_stockCode = code;
     quote.m_lastPrice = last;
     CQuoteClient::instance()->publishQuote(quote);
@@ -93,45 +64,45 @@ protected:
         form->setCurrentOperationType(TOT_BUY);
     }
 
-    void addStockAccount(const std::string &key, double available, bool withDetail = true)
+    void addStockAccount(const std::string &key, double available)
     {
-        ttservice::CAccountInfo info;
-        info.m_accountKey = key;
-        info.m_accountId = key;
-        info.m_brokerType = ttservice::BROKER_TYPE_STOCK;
-        if (withDetail) {
-            ttservice::CAccountDetail detail;
-            detail.m_available = available;
-            detail.m_totalAsset = available * 2;
-            getUserConfig()->addAccount(info, detail);
-        } else {
-            getUserConfig()->addAccountWithoutDetail(info);
-        }
+        sample::addAccount(key, ttservice::BROKER_TYPE_STOCK, available);
+        select(key);
+    }
+
+    void select(const std::string &key)
+    {
         form->refreshAccounts();
         form->accountsWidget()->setSelectedAccount(QString::fromStdString(key), true);
     }
 
     void storeBasket(const QString &name, const QList<CBasketStockData> &rows, const QString &indexCode = QString())
     {
-        CBasketSetting basket;
-        basket.m_name = name;
-        basket.m_basketKind = indexCode.isEmpty() ? 0 : 1;
-        basket.m_indexMarket = QStringLiteral("SH");
-        basket.m_indexCode = indexCode;
-        basket.m_stocks = rows;
-        getUserConfig()->baskets().insert(name, basket);
+        sample::storeBasket(name, rows, ttservice::BROKER_TYPE_STOCK, indexCode.isEmpty() ? 0 : 1, indexCode);
         form->updateBasketSetting();
     }
 
     // Chooses the basket as the user does: the picker reports the choice and the form sizes it.
     void chooseBasket(const QString &name) { form->basketsCombo()->setBasket(name, false); }
+    void useBasket(const QList<CBasketStockData> &rows)
+    {
+        storeBasket(QStringLiteral("b"), rows);
+        chooseBasket(QStringLiteral("b"));
+    }
+
+    // Sizes the list anew by the mode with its cell set to the value.
+    void sizeBy(int mode, int cell, double value)
+    {
+        setMode(mode);
+        form->cell(cell)->setDouble(value);
+        form->updateBasketConfirmData();
+    }
 
     void setMode(int mode)
     {
-        QComboBox *combo = form->volumnCombobox();
-        const int index = combo->findData(mode);
+        const int index = form->volumnCombobox()->findData(mode);
         ASSERT_GE(index, 0) << "mode " << mode << " not offered";
-        combo->setCurrentIndex(index);
+        form->volumnCombobox()->setCurrentIndex(index);
     }
 
     const std::vector<CCodeOrderParam> &lines() { return *form->getCodeOrderParams(); }
@@ -144,7 +115,13 @@ protected:
         return sum;
     }
 
-    EventSink sink;
+    int count(int event) const
+    {
+        return static_cast<int>(std::count_if(sink.seen.begin(), sink.seen.end(),
+                                              [event](const EventRecorder::Seen &s) { return s.event == event; }));
+    }
+
+    EventRecorder sink;
     FormProbe *form = nullptr;
     std::unique_ptr<COpBasketReplaceStockToolBar> toolBar = std::make_unique<COpBasketReplaceStockToolBar>(nullptr);
 };
@@ -153,40 +130,58 @@ protected:
 
 // --- the formulas ---
 
-TEST_F(OrderComputation, CopiesMayBeFractional)
-{
-    storeBasket(QStringLiteral("b"), {row("SH", "600000", 1, 101)});
-    chooseBasket(QStringLiteral("b"));
-    setMode(VT_COPIES);
-    form->cell(COpBasketParamsWidget::CellCopies)->setDouble(2.5);
-    EXPECT_EQ(form->getTotalVolume(row("SH", "600000", 1, 101), 1, 0, 100, 0, 1), 252);
-}
-
-TEST_F(OrderComputation, MoneyByWeightAndTheFuturesMultiple)
+TEST_F(OrderComputation, RowTotalByMode)
 {
     setQuote("SH", "600000", 10);
-    storeBasket(QStringLiteral("b"), {row("SH", "600000", 1, 101)});
-    chooseBasket(QStringLiteral("b"));
-    setMode(VT_MONEY);
-    form->cell(COpBasketParamsWidget::CellMoney)->setDouble(100000);
-    EXPECT_EQ(form->getTotalVolume(row("SH", "600000", 0.5, 0), 1, 0, 100, 0, 1), 5000);
-    // No price or no weight in the sum sizes to nothing.
-    EXPECT_EQ(form->getTotalVolume(row("SH", "600000", 0.5, 0), 0, 0, 100, 0, 1), 0);
-    EXPECT_EQ(form->getTotalVolume(row("SH", "600001", 0.5, 0), 1, 0, 100, 0, 1), 0);
+    useBasket({row("SH", "600000", 1, 101)});
+    const struct { const char *name; int mode, cell; double value; CBasketStockData row; double sumWeight; int expected; }
+        cases[] = {
+            {"fractionalCopies", VT_COPIES, P::CellCopies, 2.5, row("SH", "600000", 1, 101), 1, 252},
+            {"moneyByWeight", VT_MONEY, P::CellMoney, 100000, row("SH", "600000", 0.5, 0), 1, 5000},
+            {"noWeightInTheSum", VT_MONEY, P::CellMoney, 100000, row("SH", "600000", 0.5, 0), 0, 0},
+            {"noPrice", VT_MONEY, P::CellMoney, 100000, row("SH", "600001", 0.5, 0), 1, 0},
+        };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        setMode(c.mode);
+        form->cell(c.cell)->setDouble(c.value);
+        EXPECT_EQ(form->getTotalVolume(c.row, c.sumWeight, 0, 100, 0, 1), c.expected);
+    }
+    // A custom group states its own volumes.
+    form->basketsCombo()->setBatchOp(BATCH_CUSTOM_GROUP, false);
+    EXPECT_EQ(form->getTotalVolume(row("SH", "600000", 0.5, 777), 1, 0, 100, 0, 1), 777);
+}
 
+TEST_F(OrderComputation, FuturesMoneyIsDividedByTheMultiple)
+{
     luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_order", "mdl_order_compose_futures"}, true);
     FormProbe futures(nullptr);
     futures.setCurrentOperationType(TOT_FUTURE);
-    addInstrument("CFFEX", "IF2412", 300);
+    sample::addInstrument("CFFEX", "IF2412", 300);
     setQuote("CFFEX", "IF2412", 4000);
-    const int index = futures.volumnCombobox()->findData(VT_MONEY);
-    ASSERT_GE(index, 0);
-    futures.volumnCombobox()->setCurrentIndex(index);
-    futures.cell(COpBasketParamsWidget::CellMoney)->setDouble(1000000);
+    futures.volumnCombobox()->setCurrentIndex(futures.volumnCombobox()->findData(VT_MONEY));
+    ASSERT_EQ(futures.getCurrentVolumnType(), VT_MONEY);
     // 250 contracts' worth of the index divided by the multiple 300: none.
+    futures.cell(P::CellMoney)->setDouble(1000000);
     EXPECT_EQ(futures.getTotalVolume(row("CFFEX", "IF2412", 1, 0), 1, 0, 1, 0, 1), 0);
-    futures.cell(COpBasketParamsWidget::CellMoney)->setDouble(12000000);
+    futures.cell(P::CellMoney)->setDouble(12000000);
     EXPECT_EQ(futures.getTotalVolume(row("CFFEX", "IF2412", 1, 0), 1, 0, 1, 0, 1), 10);
+}
+
+TEST_F(OrderComputation, IndexUnitValueUsesTheIndexMultiple)
+{
+    storeBasket(QStringLiteral("中证500"), {row("SH", "600000", 1, 100)}, QStringLiteral("000905"));
+    setQuote("SH", "000905", 2000);
+    setQuote("SH", "600000", 10);
+    chooseBasket(QStringLiteral("中证500"));
+    setMode(VT_INDEX_UNIT);
+    form->cell(P::CellTotalLots)->setInt(3);
+    double indexValue = 0;
+    int indexCount = 1;
+    form->getIndexDataByBasket(indexValue, indexCount);
+    EXPECT_DOUBLE_EQ(indexValue, 2000);
+    EXPECT_EQ(indexCount, 200);
+    EXPECT_EQ(form->getTotalVolume(row("SH", "600000", 0.01, 0), 1, 0, 100, indexValue, indexCount), 1200);
 }
 
 TEST_F(OrderComputation, AnAmountBeyondAnyOrderKeepsEveryLineUnsizedAndSaysSo)
@@ -196,24 +191,25 @@ TEST_F(OrderComputation, AnAmountBeyondAnyOrderKeepsEveryLineUnsizedAndSaysSo)
     setQuote("SH", "600000", 2);
     setQuote("SH", "600001", 900);
     addStockAccount("a1", 1e7);
-    storeBasket(QStringLiteral("b"), {row("SH", "600000", 1, 100), row("SH", "600001", 1, 100)});
-    chooseBasket(QStringLiteral("b"));
+    useBasket({row("SH", "600000", 1, 100), row("SH", "600001", 1, 100)});
     setMode(VT_MONEY);
     for (double amount : {999999999999.0, 1e10}) {
         SCOPED_TRACE(amount);
         getMsgService()->reset();
-        form->cell(COpBasketParamsWidget::CellMoney)->setDouble(amount);
+        form->cell(P::CellMoney)->setDouble(amount);
         form->updateBasketConfirmData();
         ASSERT_EQ(lines().size(), 2u);
         EXPECT_EQ(totalVolume(), 0);
         ASSERT_FALSE(getMsgService()->shownMessages().empty());
         EXPECT_TRUE(getMsgService()->shownMessages().back().m_text.contains(QStringLiteral("超出可下单范围")));
     }
-    form->cell(COpBasketParamsWidget::CellCopies)->setDouble(999999999);
+    form->cell(P::CellCopies)->setDouble(999999999);
     setMode(VT_COPIES);
     EXPECT_EQ(lines().size(), 2u);
     EXPECT_EQ(totalVolume(), 0);
 }
+
+// --- sizing over accounts ---
 
 // The strip's target per account: the mode's money shared by the accounts' weights, as their
 // volumes are split; a list sized by copies aims at no money.
@@ -223,11 +219,8 @@ TEST_F(OrderComputation, AimedMoneyIsTheModesMoneySharedByTheAccountWeights)
     addStockAccount("a1", 1e6);
     addStockAccount("a2", 3e6);
     form->accountsWidget()->setAccountWeight(QStringLiteral("a2"), 3);
-    storeBasket(QStringLiteral("b"), {row("SH", "600000", 1, 100)});
-    chooseBasket(QStringLiteral("b"));
-    setMode(VT_AVAILABLE);
-    form->cell(COpBasketParamsWidget::CellRatio)->setDouble(50);
-    form->updateBasketConfirmData();
+    useBasket({row("SH", "600000", 1, 100)});
+    sizeBy(VT_AVAILABLE, P::CellRatio, 50);
     // Half of 4,000,000 available, a quarter and three quarters of it.
     const QMap<QString, double> expected{{QStringLiteral("a1"), 500000.0}, {QStringLiteral("a2"), 1500000.0}};
     EXPECT_EQ(form->aimedMoney(), expected);
@@ -246,46 +239,18 @@ TEST_F(OrderComputation, AimedMoneyIsTheModesMoneySharedByTheAccountWeights)
     EXPECT_EQ(form->aimedMoney().size(), 2);
 }
 
-TEST_F(OrderComputation, IndexUnitValueUsesTheIndexMultiple)
-{
-    storeBasket(QStringLiteral("中证500"), {row("SH", "600000", 1, 100)}, QStringLiteral("000905"));
-    setQuote("SH", "000905", 2000);
-    setQuote("SH", "600000", 10);
-    chooseBasket(QStringLiteral("中证500"));
-    setMode(VT_INDEX_UNIT);
-    form->cell(COpBasketParamsWidget::CellTotalLots)->setInt(3);
-    double indexValue = 0;
-    int indexCount = 1;
-    form->getIndexDataByBasket(indexValue, indexCount);
-    EXPECT_DOUBLE_EQ(indexValue, 2000);
-    EXPECT_EQ(indexCount, 200);
-    EXPECT_EQ(form->getTotalVolume(row("SH", "600000", 0.01, 0), 1, 0, 100, indexValue, indexCount), 1200);
-}
-
-TEST_F(OrderComputation, CustomGroupKeepsTheRowVolume)
-{
-    setQuote("SH", "600000", 10);
-    storeBasket(QStringLiteral("b"), {row("SH", "600000", 1, 101)});
-    chooseBasket(QStringLiteral("b"));
-    setMode(VT_MONEY);
-    form->cell(COpBasketParamsWidget::CellMoney)->setDouble(100000);
-    form->basketsCombo()->setBatchOp(BATCH_CUSTOM_GROUP, false);
-    EXPECT_EQ(form->getTotalVolume(row("SH", "600000", 0.5, 777), 1, 0, 100, 0, 1), 777);
-}
-
-// --- sizing over accounts ---
-
 TEST_F(OrderComputation, AvailableMoneyCountsAccountsWithoutDetailAsZero)
 {
     addStockAccount("a1", 1000);
     addStockAccount("a2", 1000);
-    addStockAccount("a3", 0, false);
+    ttservice::CAccountInfo bare;
+    bare.m_accountKey = "a3";
+    bare.m_brokerType = ttservice::BROKER_TYPE_STOCK;
+    getUserConfig()->addAccountWithoutDetail(bare);
+    select("a3");
     setQuote("SH", "600000", 10);
-    storeBasket(QStringLiteral("b"), {row("SH", "600000", 1, 0)});
-    chooseBasket(QStringLiteral("b"));
-    setMode(VT_AVAILABLE);
-    form->cell(COpBasketParamsWidget::CellRatio)->setDouble(100);
-    form->updateBasketConfirmData();
+    useBasket({row("SH", "600000", 1, 0)});
+    sizeBy(VT_AVAILABLE, P::CellRatio, 100);
     // 2000 of money at 10 a share buys 200 shares, divided over all three accounts.
     EXPECT_EQ(lines().size(), 3u);
     EXPECT_EQ(totalVolume(), 200);
@@ -298,11 +263,8 @@ TEST_F(OrderComputation, FilteredRowsKeepTheirLinesButLeaveTheWeights)
     setQuote("SH", "600001", 10);
     CQuoteClient::instance()->setStoppedStock(QStringLiteral("600001.SH"), true);
     toolBar->setFilter(true);
-    storeBasket(QStringLiteral("b"), {row("SH", "600000", 1, 0), row("SH", "600001", 1, 0)});
-    chooseBasket(QStringLiteral("b"));
-    setMode(VT_MONEY);
-    form->cell(COpBasketParamsWidget::CellMoney)->setDouble(10000);
-    form->updateBasketConfirmData();
+    useBasket({row("SH", "600000", 1, 0), row("SH", "600001", 1, 0)});
+    sizeBy(VT_MONEY, P::CellMoney, 10000);
     ASSERT_EQ(lines().size(), 2u);
     // The stopped stock leaves the sum of weights, so the other row takes all the money; the
     // stopped row keeps its line, sized by its own weight, for the table to show or hide.
@@ -317,9 +279,8 @@ TEST_F(OrderComputation, FilteredRowsKeepTheirLinesButLeaveTheWeights)
 
 TEST_F(OrderComputation, RowsOfOneAccountAndSplitsOfTheWrongLength)
 {
-    addStockAccount("a1", 0);
-    addStockAccount("a2", 0);
-    addStockAccount("a3", 0);
+    for (const char *key : {"a1", "a2", "a3"})
+        addStockAccount(key, 0);
     CBasketStockData own = row("SH", "600000", 1, 300);
     own.m_accountKey = "a2";
     storeBasket(QStringLiteral("b"), {own, row("SH", "600001", 1, 300), row("SH", "600002", 1, 300)});
@@ -329,9 +290,7 @@ TEST_F(OrderComputation, RowsOfOneAccountAndSplitsOfTheWrongLength)
         return std::vector<int>(call.m_accounts.size(), 100);
     });
     chooseBasket(QStringLiteral("b"));
-    setMode(VT_COPIES);
-    form->cell(COpBasketParamsWidget::CellCopies)->setInt(1);
-    form->updateBasketConfirmData();
+    sizeBy(VT_COPIES, P::CellCopies, 1);
 
     std::vector<std::string> got;
     for (const CCodeOrderParam &line : lines())
@@ -345,8 +304,7 @@ TEST_F(OrderComputation, RowsOfOneAccountAndSplitsOfTheWrongLength)
 TEST_F(OrderComputation, UnknownBasketEmptiesTheListAndKeepsTheTime)
 {
     addStockAccount("a1", 0);
-    storeBasket(QStringLiteral("b"), {row("SH", "600000", 1, 100)});
-    chooseBasket(QStringLiteral("b"));
+    useBasket({row("SH", "600000", 1, 100)});
     ASSERT_EQ(lines().size(), 1u);
     EXPECT_FALSE(form->orderRowsLog().empty());
     const quint32 before = form->lastGenTime();
@@ -370,35 +328,40 @@ protected:
         addStockAccount("a1", 0);
         for (const char *code : {"600000", "600001", "600002"})
             ttservice::StockTypeCenter::setTypedStock(100003, "SH", code);
-        storeBasket(QStringLiteral("b"),
-                    {row("SH", "600000", 1, 100), row("SH", "600001", 1, 100), row("SH", "600002", 1, 100)});
         // A stored basket of its own sizes by copies first.
-        form->cell(COpBasketParamsWidget::CellCopies)->setInt(1);
+        form->cell(P::CellCopies)->setInt(1);
+        useBasket({row("SH", "600000", 1, 100), row("SH", "600001", 1, 100), row("SH", "600002", 1, 100)});
     }
 };
 
 TEST_F(PendingQuotes, OneRebuildAfterTheLastAwaitedQuote)
 {
-    chooseBasket(QStringLiteral("b"));
     EXPECT_EQ(form->pendingQuotes().size(), 3);
     ASSERT_EQ(lines().size(), 3u);
     EXPECT_EQ(totalVolume(), 0) << "a list waiting for prices must not look sized";
 
-    const int before = sink.count(1070);
-    publishQuote("SH", "600000", 10);
-    publishQuote("SH", "600001", 10);
-    EXPECT_EQ(sink.count(1070), before);
-    publishQuote("SH", "600002", 10);
-    EXPECT_EQ(sink.count(1070), before + 1);
+    const int before = count(1070);
+    publishQuote("600000", 10);
+    publishQuote("600001", 10);
+    EXPECT_EQ(count(1070), before);
+    publishQuote("600002", 10);
+    EXPECT_EQ(count(1070), before + 1);
     EXPECT_EQ(totalVolume(), 300);
 
     // Live subscriptions keep reporting, but nothing is awaited any more.
-    publishQuote("SH", "600000", 11);
-    EXPECT_EQ(sink.count(1070), before + 1);
+    publishQuote("600000", 11);
+    EXPECT_EQ(count(1070), before + 1);
     // A second run finds every key subscribed and asks for nothing new.
     form->updateBasketConfirmData();
     EXPECT_TRUE(form->pendingQuotes().isEmpty());
     EXPECT_EQ(totalVolume(), 300);
+
+    // Rows that need no quote drop the subscriptions.
+    EXPECT_EQ(form->quoteRequestKeys().size(), 3);
+    storeBasket(QStringLiteral("plain"), {row("SH", "601000", 1, 100)});
+    chooseBasket(QStringLiteral("plain"));
+    EXPECT_TRUE(form->quoteRequestKeys().isEmpty());
+    EXPECT_EQ(CQuoteClient::instance()->subscriptionCount(), 0);
 }
 
 TEST_F(PendingQuotes, FuturesTabsKeepTheirVolumesWhileWaiting)
@@ -412,11 +375,7 @@ TEST_F(PendingQuotes, FuturesTabsKeepTheirVolumesWhileWaiting)
     getUserConfig()->addAccount(info);
     futures.refreshAccounts();
     futures.accountsWidget()->setSelectedAccount(QStringLiteral("f1"), true);
-    CBasketSetting basket;
-    basket.m_name = QStringLiteral("f");
-    basket.m_brokerType = ttservice::BROKER_TYPE_FUTURE;
-    basket.m_stocks << row("CFFEX", "IF2412", 1, 2);
-    getUserConfig()->baskets().insert(basket.m_name, basket);
+    sample::storeBasket(QStringLiteral("f"), {row("CFFEX", "IF2412", 1, 2)}, ttservice::BROKER_TYPE_FUTURE);
     futures.updateBasketSetting();
     futures.basketsCombo()->setBasket(QStringLiteral("f"), false);
     ASSERT_EQ(futures.getCodeOrderParams()->size(), 1u);
@@ -426,80 +385,59 @@ TEST_F(PendingQuotes, FuturesTabsKeepTheirVolumesWhileWaiting)
 
 TEST_F(PendingQuotes, QuotesFromAWorkerThreadRebuildOnTheWidgetThread)
 {
-    chooseBasket(QStringLiteral("b"));
-    const int before = sink.count(1070);
+    const int before = count(1070);
     std::thread worker([] {
         for (const char *code : {"600000", "600001", "600002"})
-            publishQuote("SH", code, 10);
+            publishQuote(code, 10);
     });
     worker.join();
     QElapsedTimer clock;
     clock.start();
-    while (sink.count(1070) == before && clock.elapsed() < 5000)
+    while (count(1070) == before && clock.elapsed() < 5000)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-    EXPECT_EQ(sink.count(1070), before + 1);
+    EXPECT_EQ(count(1070), before + 1);
     EXPECT_EQ(totalVolume(), 300);
 }
 
-TEST_F(PendingQuotes, RowsThatNeedNoQuoteDropTheirSubscriptions)
-{
-    chooseBasket(QStringLiteral("b"));
-    EXPECT_EQ(form->quoteRequestKeys().size(), 3);
-    for (const char *code : {"600000", "600001", "600002"})
-        publishQuote("SH", code, 10);
-    storeBasket(QStringLiteral("plain"), {row("SH", "601000", 1, 100)});
-    chooseBasket(QStringLiteral("plain"));
-    EXPECT_TRUE(form->quoteRequestKeys().isEmpty());
-    EXPECT_EQ(CQuoteClient::instance()->subscriptionCount(), 0);
-}
-
-// --- row filters ---
+// --- row filters and prices ---
 
 TEST_F(OrderComputation, FiltersRemoveAndMarkRows)
 {
     addStockAccount("a1", 0);
     ttservice::StockTypeCenter::setTypedStock(126, "SH", "600126");
     ttservice::StockTypeCenter::setTypedStock(100017, "SZ", "000017");
-    addInstrument("SH", "600002");
-    CPriceData limits;
-    limits.m_market = "SH";
-    limits.m_stockCode = "600002";
-    limits.m_lastPrice = 9.0;
-    limits.m_upStopPrice = 9.9;
-    limits.m_downStopPrice = 9.0;
-    CQuoteClient::instance()->setStockPrice(limits);
-    CBlackAndWhiteListService::instance()->addBlackStock(QStringLiteral("a1"), QStringLiteral("600003.SH"));
-    CBlackAndWhiteListService::instance()->addBlackStock(QStringLiteral("a1"), QStringLiteral("600004.SH"));
-    CBlackAndWhiteListService::instance()->setWhiteStock(QStringLiteral("a1"), QStringLiteral("600004.SH"),
-                                                          QStringLiteral("600005.SH"));
+    sample::addInstrument("SH", "600002");
+    sample::setBook("SH", "600002", 9.0, ttservice::NO_VALUE, ttservice::NO_VALUE, 9.9, 9.0);
+    CBlackAndWhiteListService *lists = CBlackAndWhiteListService::instance();
+    lists->addBlackStock(QStringLiteral("a1"), QStringLiteral("600003.SH"));
+    lists->addBlackStock(QStringLiteral("a1"), QStringLiteral("600004.SH"));
+    lists->setWhiteStock(QStringLiteral("a1"), QStringLiteral("600004.SH"), QStringLiteral("600005.SH"));
 
-    auto marks = [&](QList<CBasketStockData> rows) {
-        form->filterStockParam(rows);
-        QStringList marked;
-        for (const CBasketStockData &r : rows)
-            marked << (r.m_stockCode + (r.m_filtered ? QStringLiteral("*") : QString()));
-        return marked.join(QLatin1Char(' '));
-    };
     QList<CBasketStockData> rows = {row("SH", "600126", 1, 1), row("SZ", "000017", 1, 1), row("SH", "600002", 1, 1),
                                     row("SH", "600003", 1, 1), row("SH", "600004", 1, 1)};
     rows[2].m_filtered = true;
-
-    EXPECT_EQ(marks(rows), QStringLiteral("600002 600003 600004")) << "untradable codes go, old marks are reset";
+    auto marks = [&]() {
+        QList<CBasketStockData> filtered = rows;
+        form->filterStockParam(filtered);
+        QStringList marked;
+        for (const CBasketStockData &r : filtered)
+            marked << (r.m_stockCode + (r.m_filtered ? QStringLiteral("*") : QString()));
+        return marked.join(QLatin1Char(' '));
+    };
+    EXPECT_EQ(marks(), QStringLiteral("600002 600003 600004")) << "untradable codes go, old marks are reset";
     toolBar->setFilterDieTing(true);
-    EXPECT_EQ(marks(rows), QStringLiteral("600002* 600003 600004"));
+    EXPECT_EQ(marks(), QStringLiteral("600002* 600003 600004"));
     toolBar->setFilterDieTing(false);
     toolBar->setFilterZhangTing(true);
-    EXPECT_EQ(marks(rows), QStringLiteral("600002 600003 600004"));
+    EXPECT_EQ(marks(), QStringLiteral("600002 600003 600004"));
 
     toolBar->setFilterZhangTing(false);
     toolBar->setShowReplace(true);
     toolBar->checkBox(4)->setChecked(true); // replace blacklisted stocks: a stock with a white one stays
-    EXPECT_EQ(marks(rows), QStringLiteral("600002 600003* 600004"));
+    EXPECT_EQ(marks(), QStringLiteral("600002 600003* 600004"));
     toolBar->checkBox(2)->setChecked(true); // filter blacklisted stocks: all of them
-    EXPECT_EQ(marks(rows), QStringLiteral("600002 600003* 600004*"));
+    EXPECT_EQ(marks(), QStringLiteral("600002 600003* 600004*"));
 }
-
-// --- prices and the 30-second rule ---
 
 TEST_F(OrderComputation, FixedPricesAreNeverRepriced)
 {
@@ -507,14 +445,9 @@ TEST_F(OrderComputation, FixedPricesAreNeverRepriced)
     CBasketStockData fixed = row("SH", "600000", 1, 100);
     fixed.m_useFixedPrice = true;
     fixed.m_price = 9.5;
-    addInstrument("SH", "600000");
+    sample::addInstrument("SH", "600000");
     storeBasket(QStringLiteral("b"), {fixed});
-    CPriceData quote;
-    quote.m_market = "SH";
-    quote.m_stockCode = "600000";
-    quote.m_lastPrice = 10;
-    quote.m_askPrice1 = 10.01;
-    CQuoteClient::instance()->setStockPrice(quote);
+    sample::setBook("SH", "600000", 10, 10.01, ttservice::NO_VALUE);
     chooseBasket(QStringLiteral("b"));
     ASSERT_EQ(lines().size(), 1u);
     EXPECT_EQ(lines()[0].m_priceType, ttservice::PRICE_TYPE_FIXED);
@@ -527,49 +460,38 @@ TEST_F(OrderComputation, FixedPricesAreNeverRepriced)
 
 // --- the form's events ---
 
-struct CellEvent
+TEST_F(OrderComputation, CellCommitsRecalculateAndLogByCell)
 {
-    int id;
-    bool recalculates;
-    const char *logText; // empty: no line
-};
-
-class CellCommits : public OrderComputation, public ::testing::WithParamInterface<CellEvent>
-{
-};
-
-TEST_P(CellCommits, RecalculateAndLogByCell)
-{
-    const CellEvent c = GetParam();
-    utils::CLogCapture capture;
-    const int before = sink.count(1070);
-    form->handleEvent(103, c.id, 0, QStringLiteral("7"), nullptr);
-    EXPECT_EQ(sink.count(1070) - before, c.recalculates ? 1 : 0);
-    const QString expected = QString::fromUtf8(c.logText);
-    bool found = false;
-    for (const std::string &line : capture.lines())
-        found = found || QString::fromStdString(line).endsWith(expected);
-    if (expected.isEmpty())
-        EXPECT_TRUE(capture.lines().empty());
-    else
-        EXPECT_TRUE(found) << c.logText;
+    // An empty log text: no line.
+    const struct { int id; bool recalculates; const char *logText; } cases[] = {
+        {19, true, "] User u1 Modify basket copies: 7"},
+        {58, true, "] User u1 Modify total money: 7"},
+        {59, true, "] User u1 Modify trade percentage rate: 7"},
+        {51, true, "] User u1 Modify sell percentage rate: 7"},
+        {91, true, "] User u1 Modify command percentage rate: 7"},
+        {63, true, ""},
+        {93, false, "] User u1 Modify contract percentage rate: 7"},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.id);
+        utils::CLogCapture capture;
+        const int before = count(1070);
+        form->handleEvent(103, c.id, 0, QStringLiteral("7"), nullptr);
+        EXPECT_EQ(count(1070) - before, c.recalculates ? 1 : 0);
+        if (*c.logText) {
+            ASSERT_EQ(capture.lines().size(), 1u);
+            EXPECT_TRUE(QString::fromStdString(capture.lines()[0]).endsWith(QString::fromUtf8(c.logText)));
+        } else {
+            EXPECT_TRUE(capture.lines().empty());
+        }
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Cells, CellCommits,
-    ::testing::Values(CellEvent{19, true, "] User u1 Modify basket copies: 7"},
-                      CellEvent{58, true, "] User u1 Modify total money: 7"},
-                      CellEvent{59, true, "] User u1 Modify trade percentage rate: 7"},
-                      CellEvent{51, true, "] User u1 Modify sell percentage rate: 7"},
-                      CellEvent{91, true, "] User u1 Modify command percentage rate: 7"},
-                      CellEvent{63, true, ""},
-                      CellEvent{93, false, "] User u1 Modify contract percentage rate: 7"}));
 
 TEST_F(OrderComputation, BasketChoiceLogsAndLocksAccountsForSellLists)
 {
     addStockAccount("a1", 0);
-    storeBasket(QStringLiteral("b"), {row("SH", "600000", 1, 100)});
     utils::CLogCapture capture;
-    chooseBasket(QStringLiteral("b"));
+    useBasket({row("SH", "600000", 1, 100)});
     ASSERT_FALSE(capture.lines().empty());
     EXPECT_NE(capture.lines().back().find("[TC::COpBasketParamsWidget::handleEvent] User u1 Modify basket: b"),
               std::string::npos);
@@ -582,10 +504,9 @@ TEST_F(OrderComputation, BasketChoiceLogsAndLocksAccountsForSellLists)
 
 TEST_F(OrderComputation, MoneyTipFollowsTheAmount)
 {
-    storeBasket(QStringLiteral("b"), {row("SH", "600000", 1, 101)});
-    chooseBasket(QStringLiteral("b"));
+    useBasket({row("SH", "600000", 1, 101)});
     setMode(VT_MONEY);
-    WK::CParameterCell *money = form->cell(COpBasketParamsWidget::CellMoney);
+    WK::CParameterCell *money = form->cell(P::CellMoney);
     money->setDouble(12345);
     form->handleEvent(107, 58, 0, QString(), nullptr);
     ASSERT_FALSE(WK::CMessageTip::records().isEmpty());
@@ -600,16 +521,19 @@ TEST_F(OrderComputation, TabChangeRecalculatesAndLogsTheWord)
     luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_order", "mdl_order_compose_basket_buy_sell"}, true);
     FormProbe tabs(&sink);
     utils::CLogCapture capture;
-    sink.events.clear();
+    sink.seen.clear();
     tabs.handleEvent(5, static_cast<int>(TOT_SELL), 0, QString(), nullptr);
     EXPECT_EQ(tabs.getTradeOpType(), TOT_SELL);
     EXPECT_EQ(tabs.getOperationType(), 19);
     // The tab is announced before the list that was sized for it.
-    const auto tabEvent = std::find(sink.events.begin(), sink.events.end(), 1072);
-    const auto listEvent = std::find(sink.events.rbegin(), sink.events.rend(), 1070);
-    ASSERT_NE(tabEvent, sink.events.end());
-    ASSERT_NE(listEvent, sink.events.rend());
-    EXPECT_LT(tabEvent - sink.events.begin(), sink.events.rend() - listEvent);
+    std::vector<int> events;
+    for (const EventRecorder::Seen &s : sink.seen)
+        events.push_back(s.event);
+    const auto tabEvent = std::find(events.begin(), events.end(), 1072);
+    const auto listEvent = std::find(events.rbegin(), events.rend(), 1070);
+    ASSERT_NE(tabEvent, events.end());
+    ASSERT_NE(listEvent, events.rend());
+    EXPECT_LT(tabEvent - events.begin(), events.rend() - listEvent);
     ASSERT_FALSE(capture.lines().empty());
     EXPECT_NE(capture.lines().back().find("User u1 Modify tradeOperType: 1024"), std::string::npos);
 }
@@ -619,10 +543,10 @@ TEST_F(OrderComputation, LockFreezesTheSizingButNotTheRatio)
     form->handleEvent(5, 2, 0, QString(), nullptr);
     EXPECT_FALSE(form->basketsCombo()->isEnabled());
     EXPECT_FALSE(form->volumnCombobox()->isEnabled());
-    EXPECT_FALSE(form->cell(COpBasketParamsWidget::CellCopies)->isEnabled());
-    EXPECT_FALSE(form->cell(COpBasketParamsWidget::CellContract)->isEnabled());
-    EXPECT_TRUE(form->cell(COpBasketParamsWidget::CellRatio)->isEnabled());
+    EXPECT_FALSE(form->cell(P::CellCopies)->isEnabled());
+    EXPECT_FALSE(form->cell(P::CellContract)->isEnabled());
+    EXPECT_TRUE(form->cell(P::CellRatio)->isEnabled());
     form->handleEvent(5, 2, 0, QString(), nullptr);
     EXPECT_TRUE(form->basketsCombo()->isEnabled());
-    EXPECT_TRUE(form->cell(COpBasketParamsWidget::CellCopies)->isEnabled());
+    EXPECT_TRUE(form->cell(P::CellCopies)->isEnabled());
 }

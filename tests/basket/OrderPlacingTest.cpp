@@ -6,20 +6,17 @@
 #include "OrderSettling.h"
 
 #include "CBasketHedgeParam.h"
-#include "CCheckBox.h"
 #include "CComboBox.h"
 #include "CCreatePortfolioKeyboard.h"
-#include "CExchangeClient.h"
 #include "CMessageBox.h"
 #include "CMsgService.h"
 #include "COpAccountsWidget.h"
 #include "COpBasketFutureParamsWidget.h"
 #include "CParameterCell.h"
-#include "CQuoteClient.h"
 #include "CTimeService.h"
 #include "CTradeClient.h"
-#include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
 #include <boost/make_shared.hpp>
@@ -43,18 +40,9 @@ protected:
         getUserConfig()->setRole(90);
         getUserConfig()->setUserId("u1");
         luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_order", "mdl_order_compose_basket_buy_sell"}, true);
-        for (int i = 0; i < 3; ++i) {
-            ttservice::CInstrumentDetail detail;
-            detail.m_market = "SH";
-            detail.m_stockCode = std::to_string(600000 + i);
-            CExchangeClient::instance()->addInstrument(detail);
-            CPriceData quote;
-            quote.m_market = "SH";
-            quote.m_stockCode = detail.m_stockCode;
-            quote.m_lastPrice = 10;
-            quote.m_askPrice1 = 10.01;
-            quote.m_bidPrice1 = 9.99;
-            CQuoteClient::instance()->setStockPrice(quote);
+        for (const char *code : {"600000", "600001", "600002"}) {
+            sample::addInstrument("SH", code);
+            sample::setBook("SH", code, 10, 10.01, 9.99);
         }
     }
 
@@ -62,57 +50,55 @@ protected:
     {
         widget = std::make_unique<COperationBasketWidget>(nullptr);
         form = widget->paramsWidget();
-        ASSERT_NE(form, nullptr);
     }
 
-    void addAccount(const std::string &key, double available, ttservice::EVQBrokerType broker = ttservice::BROKER_TYPE_STOCK)
+    void addAccount(const std::string &key, double available)
     {
-        ttservice::CAccountInfo info;
-        info.m_accountKey = key;
-        info.m_accountId = key;
-        info.m_brokerType = broker;
-        ttservice::CAccountDetail detail;
-        detail.m_available = available;
-        getUserConfig()->addAccount(info, detail);
+        sample::addAccount(key, ttservice::BROKER_TYPE_STOCK, available);
         form->refreshAccounts();
         form->accountsWidget()->setSelectedAccount(QString::fromStdString(key), true);
     }
 
-    // A basket of two stocks, 100 and 200 a copy, chosen in the picker: the table shows it.
+    // A basket of a buy of 100 and a sell of 200 a copy, chosen in the picker: the table shows it.
     void chooseBasket(int platform = 0)
     {
-        CBasketSetting basket;
-        basket.m_name = QStringLiteral("b");
+        sample::storeBasket(QStringLiteral("b"), {sample::row("SH", "600000", 1, 100),
+                                                  sample::row("SH", "600001", 1, 200, ttservice::OT_SELL)});
         if (platform) {
             CBasketEntry entry;
             entry.m_tradePlatform = static_cast<ttservice::ETradePlatform>(platform);
-            basket.m_entries << entry;
+            getUserConfig()->baskets()[QStringLiteral("b")].m_entries << entry;
         }
-        for (int i = 0; i < 2; ++i) {
-            CBasketStockData row;
-            row.m_market = QStringLiteral("SH");
-            row.m_stockCode = QString::number(600000 + i);
-            row.m_weight = 1;
-            row.m_volume = 100 * (i + 1);
-            row.m_operationType = i == 0 ? ttservice::OT_BUY : ttservice::OT_SELL;
-            basket.m_stocks << row;
-        }
-        getUserConfig()->baskets().insert(basket.m_name, basket);
         form->updateBasketSetting();
-        form->basketsCombo()->setBasket(basket.m_name, false);
+        form->basketsCombo()->setBasket(QStringLiteral("b"), false);
+    }
+
+    // A widget with an account of plenty of money and the basket on view.
+    void ready(int platform = 0)
+    {
+        makeWidget();
+        addAccount("a1", 1e9);
+        chooseBasket(platform);
     }
 
     void press(int value = 0) { widget->handleEvent(1046, 0, value, QString(), nullptr); }
+    // The next press is no repeat of the last one.
+    void pressLater(int value = 0)
+    {
+        getTimeService()->advance(61);
+        press(value);
+    }
 
-    QStringList messages() const
+    QString messages() const
     {
         QStringList texts;
         for (const auto &call : getMsgService()->shownMessages())
             texts << call.m_text;
-        return texts;
+        return texts.join(QLatin1Char('|'));
     }
 
     const std::vector<CPlaceCommandsCall> &placed() const { return CTradeClient::instance()->placedCommands(); }
+    std::vector<CCodeOrderParam> &list() const { return *form->getCodeOrderParams(); }
 
     std::unique_ptr<COperationBasketWidget> widget;
     COpBasketParamsWidget *form = nullptr;
@@ -120,20 +106,19 @@ protected:
 
 } // namespace
 
-TEST_F(OrderPlacing, PlainOrderCarriesEveryArgument)
+TEST_F(OrderPlacing, PlainOrderCarriesEveryArgumentAndARepeatIsAskedAbout)
 {
-    makeWidget();
-    addAccount("a1", 1e6);
-    chooseBasket();
+    ready();
     ASSERT_EQ(widget->editWidget()->getOrderParams().size(), 2u);
     press();
-    ASSERT_EQ(placed().size(), 1u) << messages().join(QLatin1Char('|')).toStdString();
+    ASSERT_EQ(placed().size(), 1u) << messages().toStdString();
     const CPlaceCommandsCall &call = placed().front();
     EXPECT_EQ(call.m_traderType, 4);
     EXPECT_EQ(call.m_hedgeType, 1);
     EXPECT_EQ(call.m_specBtnBarType, 0);
     ASSERT_EQ(call.m_orders.size(), 2u);
     EXPECT_EQ(call.m_orders[0].m_volume, 100);
+    EXPECT_EQ(call.m_orders[1].m_volume, 200);
     EXPECT_EQ(call.m_orders[0].m_account->getKey(), "a1");
     EXPECT_EQ(call.m_orders[0].m_userId, "u1");
     EXPECT_DOUBLE_EQ(call.m_orders[0].m_price, 10.01);
@@ -154,8 +139,8 @@ TEST_F(OrderPlacing, PlainOrderCarriesEveryArgument)
     EXPECT_EQ(call.m_etfHedgeStatus, -1);
     EXPECT_TRUE(call.m_extraBson.isEmpty());
 
-    // Nothing in the panel changes, but the same lines pressed again within a minute are asked
-    // about first; a no sends nothing, a yes sends them, and after a minute nobody is asked.
+    // The same lines pressed again within a minute are asked about first; a no sends nothing, a
+    // yes sends them, and after a minute nobody is asked.
     WK::CMessageBox::clearRecords();
     press();
     EXPECT_EQ(placed().size(), 1u);
@@ -165,44 +150,38 @@ TEST_F(OrderPlacing, PlainOrderCarriesEveryArgument)
     ASSERT_EQ(placed().size(), 2u);
     EXPECT_EQ(placed()[1].m_orders.size(), 2u);
     WK::CMessageBox::clearScriptedAnswer();
-    getTimeService()->advance(61);
-    press();
+    pressLater();
     EXPECT_EQ(placed().size(), 3u);
     EXPECT_EQ(WK::CMessageBox::records().size(), 2);
 }
 
 TEST(OrderSettling, PricesGoToTheNearestTickAsTheTickIsWritten)
 {
-    const struct
-    {
-        double price, tick, expected;
-    } cases[] = {{8.459999999999999, 0.01, 8.46}, {4.319999999999999, 0.01, 4.32}, {3001.13, 0.2, 3001.2},
-                 {3001.29, 0.2, 3001.2}, {12.3449, 0.005, 12.345}, {5.123, 0.0, 5.123},
-                 {ttservice::NO_VALUE, 0.01, ttservice::NO_VALUE}};
+    const struct { double price, tick, expected; } cases[] = {
+        {8.459999999999999, 0.01, 8.46}, {4.319999999999999, 0.01, 4.32}, {3001.13, 0.2, 3001.2},
+        {3001.29, 0.2, 3001.2}, {12.3449, 0.005, 12.345}, {5.123, 0.0, 5.123},
+        {ttservice::NO_VALUE, 0.01, ttservice::NO_VALUE},
+    };
     for (const auto &c : cases)
         EXPECT_EQ(roundToTick(c.price, c.tick), c.expected) << c.price << " on " << c.tick;
 }
 
 TEST_F(OrderPlacing, NoLineOfNothingAndNoPriceOffItsTickLeaves)
 {
-    makeWidget();
-    addAccount("a1", 1e9);
-    chooseBasket();
-    std::vector<CCodeOrderParam> *list = form->getCodeOrderParams();
-    ASSERT_EQ(list->size(), 2u);
-    (*list)[0].m_price = 10.009999999999999;
-    (*list)[1].m_volume = 0;
+    ready();
+    ASSERT_EQ(list().size(), 2u);
+    list()[0].m_price = 10.009999999999999;
+    list()[1].m_volume = 0;
     press();
     ASSERT_EQ(placed().size(), 1u);
     ASSERT_EQ(placed()[0].m_orders.size(), 1u);
     EXPECT_EQ(placed()[0].m_orders[0].m_price, 10.01);
-    EXPECT_EQ(list->size(), 2u) << "the line of 0 stays on screen";
+    EXPECT_EQ(list().size(), 2u) << "the line of 0 stays on screen";
 
-    (*list)[0].m_volume = 0;
-    getTimeService()->advance(61);
-    press();
+    list()[0].m_volume = 0;
+    pressLater();
     EXPECT_EQ(placed().size(), 1u);
-    EXPECT_TRUE(messages().join(QLatin1Char('|')).contains(QStringLiteral("数量均为0")));
+    EXPECT_TRUE(messages().contains(QStringLiteral("数量均为0")));
 }
 
 TEST_F(OrderPlacing, AnAccountShortOfMoneyIsNamedAndNothingLeaves)
@@ -215,8 +194,8 @@ TEST_F(OrderPlacing, AnAccountShortOfMoneyIsNamedAndNothingLeaves)
     chooseBasket();
     press();
     EXPECT_TRUE(placed().empty());
-    EXPECT_TRUE(messages().join(QLatin1Char('|')).contains(QStringLiteral("poor 需"))) << messages().join(QLatin1Char('|')).toStdString();
-    EXPECT_FALSE(messages().join(QLatin1Char('|')).contains(QStringLiteral("rich 需")));
+    EXPECT_TRUE(messages().contains(QStringLiteral("poor 需"))) << messages().toStdString();
+    EXPECT_FALSE(messages().contains(QStringLiteral("rich 需")));
 }
 
 TEST_F(OrderPlacing, RefusalsComeInTheirOrder)
@@ -224,7 +203,7 @@ TEST_F(OrderPlacing, RefusalsComeInTheirOrder)
     makeWidget();
     press();
     // The check reports as it fails, and the press reports its refusal again.
-    EXPECT_EQ(messages(), QStringList({QStringLiteral("您没有选择任何账号!"), QStringLiteral("您没有选择任何账号!")}));
+    EXPECT_EQ(messages(), QStringLiteral("您没有选择任何账号!|您没有选择任何账号!"));
     EXPECT_TRUE(placed().empty());
 
     addAccount("a1", 2500);
@@ -233,42 +212,34 @@ TEST_F(OrderPlacing, RefusalsComeInTheirOrder)
     press();
     // Each line alone fits the 2500 of money (the table cuts a line to what the account can
     // buy), but the two together cost 3000: the list comes back with no volumes.
-    EXPECT_EQ(messages(), QStringList{QStringLiteral("可用资金不足!")});
+    EXPECT_EQ(messages(), QStringLiteral("可用资金不足!"));
     EXPECT_TRUE(placed().empty());
-    for (const CCodeOrderParam &line : *form->getCodeOrderParams())
+    for (const CCodeOrderParam &line : list())
         EXPECT_EQ(line.m_volume, 0);
     EXPECT_EQ(form->cell(COpBasketParamsWidget::CellCopies)->toInt(), 0);
+}
+
+TEST_F(OrderPlacing, ValueMinusOneRefusesEvenWithMoney)
+{
+    ready();
+    press(-1);
+    ASSERT_EQ(messages(), QStringLiteral("可用资金不足!"));
+    EXPECT_TRUE(placed().empty());
+    EXPECT_TRUE(getMsgService()->shownMessages().back().m_playSound) << "this refusal always sounds";
 }
 
 TEST_F(OrderPlacing, EmptyTableIsRefusedBeforeTheMoneyCheck)
 {
     makeWidget();
     addAccount("a1", 0);
-    CBasketSetting basket;
-    basket.m_name = QStringLiteral("b");
-    CBasketStockData unknown; // a row that sizes to no line at all: its account is another one
-    unknown.m_market = QStringLiteral("SH");
-    unknown.m_stockCode = QStringLiteral("600000");
-    unknown.m_volume = 100;
-    unknown.m_accountKey = "elsewhere";
-    basket.m_stocks << unknown;
-    getUserConfig()->baskets().insert(basket.m_name, basket);
+    // A row that sizes to no line at all: its account is another one.
+    CBasketStockData elsewhere = sample::row("SH", "600000", 0, 100);
+    elsewhere.m_accountKey = "elsewhere";
+    sample::storeBasket(QStringLiteral("b"), {elsewhere});
     form->updateBasketSetting();
-    form->basketsCombo()->setBasket(basket.m_name, false);
+    form->basketsCombo()->setBasket(QStringLiteral("b"), false);
     press();
-    EXPECT_EQ(messages(), QStringList{QStringLiteral("您选择的篮子不包含任何股票!")});
-}
-
-TEST_F(OrderPlacing, ValueMinusOneRefusesEvenWithMoney)
-{
-    makeWidget();
-    addAccount("a1", 1e9);
-    chooseBasket();
-    press(-1);
-    EXPECT_EQ(messages(), QStringList{QStringLiteral("可用资金不足!")});
-    EXPECT_TRUE(placed().empty());
-    ASSERT_FALSE(getMsgService()->shownMessages().empty());
-    EXPECT_TRUE(getMsgService()->shownMessages().back().m_playSound) << "this refusal always sounds";
+    EXPECT_EQ(messages(), QStringLiteral("您选择的篮子不包含任何股票!"));
 }
 
 TEST_F(OrderPlacing, TouchLinesOfTheOneKeyTabMustShareTheirWork)
@@ -277,15 +248,14 @@ TEST_F(OrderPlacing, TouchLinesOfTheOneKeyTabMustShareTheirWork)
     form->setCurrentOperationType(TOT_ALL);
     addAccount("a1", 1e9);
     chooseBasket();
-    std::vector<CCodeOrderParam> *list = form->getCodeOrderParams();
-    ASSERT_EQ(list->size(), 2u);
-    (*list)[0].m_touchType = 1;
-    (*list)[0].m_orderInterval = 1.0;
-    (*list)[1].m_orderInterval = 1.5;
+    ASSERT_EQ(list().size(), 2u);
+    list()[0].m_touchType = 1;
+    list()[0].m_orderInterval = 1.0;
+    list()[1].m_orderInterval = 1.5;
 
     form->entrustCombo()->setCurrentIndex(0);
     press();
-    EXPECT_EQ(messages(), QStringList{QStringLiteral("一键买卖进行全部触价委托时,请统一算法类型,下单间隔,撤单间隔!")});
+    EXPECT_EQ(messages(), QStringLiteral("一键买卖进行全部触价委托时,请统一算法类型,下单间隔,撤单间隔!"));
     EXPECT_TRUE(placed().empty());
 
     form->entrustCombo()->setCurrentIndex(1);
@@ -295,18 +265,14 @@ TEST_F(OrderPlacing, TouchLinesOfTheOneKeyTabMustShareTheirWork)
 
 TEST_F(OrderPlacing, PlatformSixRemapsOrderTypesWhileEachLineTouchesAlone)
 {
-    makeWidget();
-    addAccount("a1", 1e9);
-    chooseBasket(6);
-    std::vector<CCodeOrderParam> *list = form->getCodeOrderParams();
-    ASSERT_EQ(list->size(), 2u);
-    (*list)[1].m_orderType = ttservice::EOrderType(13);
+    ready(6);
+    ASSERT_EQ(list().size(), 2u);
+    list()[1].m_orderType = ttservice::EOrderType(13);
 
     form->entrustCombo()->setCurrentIndex(0);
     press();
     form->entrustCombo()->setCurrentIndex(1);
-    getTimeService()->advance(61);
-    press();
+    pressLater();
     ASSERT_EQ(placed().size(), 2u);
     ASSERT_EQ(placed()[0].m_orders.size(), 2u);
     ASSERT_EQ(placed()[1].m_orders.size(), 2u);
@@ -314,16 +280,14 @@ TEST_F(OrderPlacing, PlatformSixRemapsOrderTypesWhileEachLineTouchesAlone)
     EXPECT_EQ(placed()[0].m_orders[0].m_orderType, 0);
     EXPECT_EQ(placed()[1].m_orders[0].m_orderType, 6);
     EXPECT_EQ(placed()[1].m_orders[1].m_orderType, 13);
-    EXPECT_EQ((*list)[0].m_orderType, 0) << "the form's own list is not touched";
+    EXPECT_EQ(list()[0].m_orderType, 0) << "the form's own list is not touched";
 }
 
 TEST_F(OrderPlacing, PortfolioFromTheToolbarKeyboardUnlessConnectAccounts)
 {
     luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_order", "mdl_order_portfolio"}, true);
     getUserConfig()->setHasPortfolio(true);
-    makeWidget();
-    addAccount("a1", 1e9);
-    chooseBasket();
+    ready();
     WK::CCreatePortfolioKeyboard *keyboard = widget->replaceToolBar()->portfolioKeyboard();
     ASSERT_NE(keyboard, nullptr);
     press();
@@ -331,20 +295,17 @@ TEST_F(OrderPlacing, PortfolioFromTheToolbarKeyboardUnlessConnectAccounts)
     EXPECT_FALSE(placed()[0].m_createPortfolio) << "with a toolbar only its keyboard counts";
 
     keyboard->setCheckAndEnable(true, true);
-    getTimeService()->advance(61);
-    press();
+    pressLater();
     ASSERT_EQ(placed().size(), 2u);
     EXPECT_TRUE(placed()[1].m_createPortfolio);
     EXPECT_EQ(placed()[1].m_orders[0].m_portfolioName, widget->replaceToolBar()->getPortfolioName());
 
     // The table shows the list again (as after any new sizing) with a connect account first.
-    std::vector<CCodeOrderParam> *list = form->getCodeOrderParams();
-    auto connect = boost::make_shared<ttservice::CAccountInfo>(*(*list)[0].m_account);
+    auto connect = boost::make_shared<ttservice::CAccountInfo>(*list()[0].m_account);
     connect->m_brokerType = ttservice::BROKER_TYPE_HGT;
-    (*list)[0].m_account = connect;
+    list()[0].m_account = connect;
     widget->handleEvent(1070, static_cast<int>(TOT_BUY), 0, QStringLiteral("b"), nullptr);
-    getTimeService()->advance(61);
-    press();
+    pressLater();
     ASSERT_EQ(placed().size(), 3u);
     EXPECT_FALSE(placed()[2].m_createPortfolio);
 }
@@ -353,21 +314,15 @@ TEST_F(OrderPlacing, HedgedBasketCarriesTheHedgeAsBson)
 {
     luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_order", "mdl_order_compose_hedge"}, true);
     getUserConfig()->setUserAuth(1, true);
-    ttservice::CInstrumentDetail future;
-    future.m_market = "CFFEX";
-    future.m_stockCode = "IF2412";
-    CExchangeClient::instance()->addInstrument(future);
-    makeWidget();
-    addAccount("a1", 1e9);
-    chooseBasket();
+    sample::addInstrument("CFFEX", "IF2412");
+    ready();
     COpBasketFutureParamsWidget *hedge = form->hedgeWidget();
-    ASSERT_NE(hedge, nullptr);
     hedge->setHedgeContractCode(QStringLiteral("IF2412"));
     hedge->setAutoHedge(true);
     widget->show();
     ASSERT_TRUE(form->autoHedge());
     press();
-    ASSERT_EQ(placed().size(), 1u) << messages().join(QLatin1Char('|')).toStdString();
+    ASSERT_EQ(placed().size(), 1u) << messages().toStdString();
     EXPECT_EQ(placed()[0].m_hedgeType, 2);
     ttservice::CBasketHedgeParam sent;
     sent.bsonValueFromObj(placed()[0].m_hedgeBson, true, nullptr);
@@ -387,13 +342,14 @@ TEST_F(OrderPlacing, TraderWithoutAKnownInstructionPlacesNothing)
     EXPECT_TRUE(CTradeClient::instance()->placedTasks().empty());
 }
 
-TEST_F(OrderPlacing, ShortcutOnTheOtherTabOnlySwitches)
+TEST_F(OrderPlacing, ShortcutsFirstSwitchTheTab)
 {
     makeWidget();
     addAccount("a1", 1e9);
-    form->setCurrentOperationType(TOT_SELL);
-    widget->doShortCutOrder(400, nullptr);
-    EXPECT_EQ(form->getTradeOpType(), TOT_BUY);
+    for (const auto &step : {std::make_pair(401, TOT_SELL), std::make_pair(402, TOT_SELL), std::make_pair(400, TOT_BUY)}) {
+        widget->doShortCutOrder(step.first, nullptr);
+        EXPECT_EQ(form->getTradeOpType(), static_cast<quint64>(step.second)) << step.first;
+    }
     EXPECT_TRUE(placed().empty());
     EXPECT_TRUE(messages().isEmpty());
 }
@@ -410,6 +366,6 @@ TEST_F(OrderPlacing, PastedRowsBecomeTheListAndCanBePlaced)
     EXPECT_EQ(shown[0].m_volume, 300);
     EXPECT_EQ(shown[1].m_volume, 500);
     press();
-    ASSERT_EQ(placed().size(), 1u) << messages().join(QLatin1Char('|')).toStdString();
+    ASSERT_EQ(placed().size(), 1u) << messages().toStdString();
     EXPECT_EQ(placed()[0].m_orders.size(), 2u);
 }

@@ -10,11 +10,13 @@
 #include "Clock.h"
 #include "SubstituteFixture.h"
 
+#include <boost/make_shared.hpp>
+
 #include <QLabel>
 
-#include <QString>
-
 #include <memory>
+#include <utility>
+#include <vector>
 
 using namespace TC;
 
@@ -35,57 +37,77 @@ ttservice::CAccountInfo account(const std::string &key)
     return info;
 }
 
-struct RoleCase
+class PanelEntry : public SubstituteTest
 {
-    const char *name;
-    int role;
-    bool hasContent;
 };
 
-class PanelRoles : public SubstituteTest, public ::testing::WithParamInterface<RoleCase>
+using Line = std::pair<const char *, int>; // market, operation
+
+void addCommand(const std::string &key, const std::vector<Line> &lines,
+                ttservice::EVqTraderType type = ttservice::VQ_TRADER_BASKET)
 {
+    boost::shared_ptr<ttservice::COrderCommand> command(new ttservice::COrderCommand);
+    command->m_commandKey = key;
+    command->m_traderType = type;
+    for (const Line &l : lines) {
+        ttservice::CCodeOrderParam line;
+        line.m_stockInfo = ttservice::CStockInfo(l.first, "600000");
+        line.m_operationType = static_cast<ttservice::EOperationType>(l.second);
+        line.m_volume = 100;
+        command->m_orders.push_back(line);
+    }
+    CTradeClient::instance()->addCommand(command);
+}
+
+class InstructionEntry : public SubstituteTest
+{
+protected:
+    void SetUp() override
+    {
+        SubstituteTest::SetUp();
+        getUserConfig()->setRole(200);
+        panel = std::make_unique<CBasketOperationPanel>(1, nullptr);
+    }
+
+    COpBasketParamsWidget *form() const { return panel->basketWidget()->paramsWidget(); }
+
+    std::unique_ptr<CBasketOperationPanel> panel;
 };
 
 } // namespace
 
-TEST_P(PanelRoles, OnlyBasketRolesGetTheForm)
+TEST_F(PanelEntry, OnlyBasketRolesGetTheForm)
 {
-    const RoleCase &c = GetParam();
-    auto panel = makePanel(c.role);
-    EXPECT_EQ(panel->basketWidget() != nullptr, c.hasContent);
-    EXPECT_EQ(panel->tradeType(), ttservice::VQ_TRADER_BASKET);
-    // A panel without the form says why instead of staying an empty grey area.
-    const QLabel *reason = panel->findChild<QLabel *>(QStringLiteral("no_rights_label"));
-    EXPECT_EQ(reason != nullptr, !c.hasContent);
-    if (reason) {
-        EXPECT_TRUE(reason->text().contains(QStringLiteral("没有组合交易权限")));
+    const struct { int role; bool hasContent; } cases[] = {
+        {90, true}, {91, true}, {100, true}, {101, true}, {80, true}, {200, true}, {400, false}, {0, false}, {300, false}};
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.role);
+        auto panel = makePanel(c.role);
+        EXPECT_EQ(panel->basketWidget() != nullptr, c.hasContent);
+        EXPECT_EQ(panel->tradeType(), ttservice::VQ_TRADER_BASKET);
+        // A panel without the form says why instead of staying an empty grey area.
+        const QLabel *reason = panel->findChild<QLabel *>(QStringLiteral("no_rights_label"));
+        EXPECT_EQ(reason != nullptr, !c.hasContent);
+        if (reason) {
+            EXPECT_TRUE(reason->text().contains(QStringLiteral("没有组合交易权限")));
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(Roles, PanelRoles,
-    ::testing::Values(RoleCase{"manager90", 90, true}, RoleCase{"manager91", 91, true},
-                      RoleCase{"manager100", 100, true}, RoleCase{"manager101", 101, true},
-                      RoleCase{"role80", 80, true}, RoleCase{"trader200", 200, true},
-                      RoleCase{"instructionOnly400", 400, false}, RoleCase{"unknown0", 0, false},
-                      RoleCase{"unknown300", 300, false}),
-    [](const ::testing::TestParamInfo<RoleCase> &info) { return std::string(info.param.name); });
-
-class PanelEntry : public SubstituteTest
-{
-};
 
 TEST_F(PanelEntry, EmptyPanelIgnoresEveryCall)
 {
     // Role 400 may receive instructions, but without content there is nothing to give them to.
     auto panel = makePanel(400);
-    ttservice::COrderCommand command;
-    command.m_commandKey = "cmd-1";
-    CTradeClient::instance()->addCommand(boost::shared_ptr<ttservice::COrderCommand>(new ttservice::COrderCommand(command)));
+    auto command = boost::make_shared<ttservice::COrderCommand>();
+    command->m_commandKey = "cmd-1";
+    CTradeClient::instance()->addCommand(command);
     utils::CLogCapture log;
 
     panel->setParam(QStringLiteral("a|b|form/table/300/1/1/1"));
     panel->setCurrentOperationType(0x400);
     panel->setSingleCommand("cmd-1");
+    panel->setSplitCommand("cmd-1", sSplitCmdInfo(false, nullptr, nullptr));
+    panel->setEnableCmdOrder("cmd-1", false);
     panel->refreshAccounts();
     panel->requestAccount(account("a1"));
     panel->doSlotFillComposeLastBasket(QStringLiteral("x"));
@@ -93,6 +115,7 @@ TEST_F(PanelEntry, EmptyPanelIgnoresEveryCall)
     EXPECT_EQ(panel->param(), QString());
     EXPECT_TRUE(panel->commandKey().empty());
     EXPECT_TRUE(log.lines().empty());
+    EXPECT_TRUE(CTradeClient::instance()->placedTasks().empty());
 }
 
 TEST_F(PanelEntry, ThirdPieceOfTheClientTextReachesTheForm)
@@ -107,18 +130,13 @@ TEST_F(PanelEntry, ThirdPieceOfTheClientTextReachesTheForm)
     ASSERT_GE(pieces.size(), 3);
     EXPECT_EQ(pieces.at(0), form->param());
     EXPECT_EQ(pieces.at(2), QStringLiteral("400"));
-}
 
-TEST_F(PanelEntry, TextWithOneBarReachesTheFormWhole)
-{
-    auto panel = makePanel(90);
+    // A text with one bar in it (a basket's name) is the form's whole: neither half would read.
     CBasketSetting basket;
     basket.m_name = QStringLiteral("left|right");
-    basket.m_brokerType = ttservice::BROKER_TYPE_STOCK;
     getUserConfig()->baskets().insert(basket.m_name, basket);
-    // Cut at the bar, neither half would be a text the form reads as one object.
+    form->setCurrentOperationType(0x200);
     panel->setParam(QStringLiteral("{\"BS\":\"1024\",\"BBox\":\"left|right\"}"));
-    COpBasketParamsWidget *form = panel->basketWidget()->paramsWidget();
     EXPECT_EQ(form->getTradeOpType(), 0x400u);
     EXPECT_EQ(form->currentBasketName(), QStringLiteral("left|right"));
 }
@@ -127,26 +145,29 @@ TEST_F(PanelEntry, WordWithoutATabBitIsDropped)
 {
     auto panel = makePanel(90);
     COpBasketParamsWidget *form = panel->basketWidget()->paramsWidget();
-    panel->setCurrentOperationType(0x10);
-    EXPECT_EQ(form->getTradeOpType(), 0x200u);
-    panel->setCurrentOperationType(0x400);
-    EXPECT_EQ(form->getTradeOpType(), 0x400u);
-    panel->setCurrentOperationType(0x400 | 0x10);
-    EXPECT_EQ(form->getTradeOpType(), 0x400u | 0x10u);
+    for (const quint64 word : {0x10u, 0x400u, 0x400u | 0x10u}) {
+        panel->setCurrentOperationType(word);
+        EXPECT_EQ(form->getTradeOpType(), word == 0x10u ? 0x200u : word) << word;
+    }
 }
 
-TEST_F(PanelEntry, AccountRefreshWritesItsTimingLine)
+TEST_F(PanelEntry, AccountRefreshReloadsThePickerAndWritesItsTimingLine)
 {
-    getUserConfig()->addAccount(account("a1"));
-    getUserConfig()->addAccount(account("a2"));
     auto panel = makePanel(91, 12);
+    COpAccountsWidget *accounts = panel->basketWidget()->paramsWidget()->accountsWidget();
+    EXPECT_EQ(accounts->accountCount(), 0);
+    getUserConfig()->addAccount(account("a1"));
+    panel->requestAccount(account("a1"));
+    EXPECT_EQ(accounts->accountCount(), 1);
+    getUserConfig()->addAccount(account("a2"));
+    panel->loadAccountGroupSettings();
+    EXPECT_EQ(accounts->accountCount(), 2);
+
     panel->setPanelGroup(3);
     utils::setClockMSec(1000.0);
     utils::CLogCapture log;
-
     panel->refreshAccounts();
     panel->requestAccount(account("a1"));
-
     const std::string address = utils::CLogCenter::addressText(panel.get());
     ASSERT_EQ(log.lines().size(), 2u);
     EXPECT_EQ(log.lines()[0], "[" + address + "] [TC::CBasketOperationPanel::refreshAccounts] "
@@ -156,27 +177,88 @@ TEST_F(PanelEntry, AccountRefreshWritesItsTimingLine)
     EXPECT_EQ(log.sourceFiles()[0], "basket\\CBasketOperationPanel");
     EXPECT_EQ(log.levels()[0], 20000);
     utils::useSteadyClockMSec();
-}
 
-TEST_F(PanelEntry, AccountRefreshReloadsThePicker)
-{
-    auto panel = makePanel(90);
-    COpAccountsWidget *accounts = panel->basketWidget()->paramsWidget()->accountsWidget();
-    ASSERT_NE(accounts, nullptr);
-    EXPECT_EQ(accounts->accountCount(), 0);
-    getUserConfig()->addAccount(account("a1"));
-    panel->requestAccount(account("a1"));
-    EXPECT_EQ(accounts->accountCount(), 1);
-    getUserConfig()->addAccount(account("a2"));
-    panel->loadAccountGroupSettings();
-    EXPECT_EQ(accounts->accountCount(), 2);
-}
-
-TEST_F(PanelEntry, DisabledLoggingWritesNothing)
-{
-    auto panel = makePanel(90);
     utils::CLogCenter::instance()->setLogEnabled(false);
-    utils::CLogCapture log;
     panel->refreshAccounts();
-    EXPECT_TRUE(log.lines().empty());
+    EXPECT_EQ(log.lines().size(), 2u) << "disabled logging writes nothing";
+}
+
+TEST_F(InstructionEntry, LinesDecideTheTab)
+{
+    const struct { const char *name; std::vector<Line> lines; quint64 word; } cases[] = {
+        {"marketBeforeOperation", {{"HGT", 18}}, 0x80000},
+        {"shenzhenConnect", {{"SZSEHKEX", 19}}, 0x100000},
+        {"lastLineMarketCounts", {{"HGT", 18}, {"SH", 18}}, 0x200},
+        {"creditBeatsBuy", {{"SH", 18}, {"SH", 20}}, 0x2000},
+        {"bothSides", {{"SH", 18}, {"SZ", 19}}, 0x800},
+        {"sellOnly", {{"SZ", 19}}, 0x400},
+        {"noLinesKeepTheTab", {}, 0x400},
+    };
+    getUserConfig()->setRole(90);
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        CBasketOperationPanel manager(1, nullptr);
+        manager.setCurrentOperationType(0x400);
+        addCommand(c.name, c.lines);
+        manager.setSingleCommand(c.name);
+        EXPECT_EQ(manager.basketWidget()->paramsWidget()->getTradeOpType(), c.word);
+        EXPECT_EQ(manager.basketWidget()->paramsWidget()->commandKey(), c.name);
+    }
+}
+
+TEST_F(InstructionEntry, OnlyAKnownBasketInstructionReachesTheForm)
+{
+    panel->setSingleCommand("nobody");
+    EXPECT_TRUE(panel->commandKey().empty());
+    EXPECT_TRUE(panel->basketWidget()->commandKey().empty());
+
+    // Another trader type keeps the panel's key only, for a later enable call to match.
+    addCommand("algo", {{"SH", 19}}, ttservice::VQ_TRADER_NONE);
+    panel->setSingleCommand("algo");
+    EXPECT_EQ(panel->commandKey(), "algo");
+    EXPECT_TRUE(panel->basketWidget()->commandKey().empty());
+    EXPECT_EQ(form()->getTradeOpType(), 0x200u);
+}
+
+TEST_F(InstructionEntry, EnableOnlyForTheLastKey)
+{
+    addCommand("first", {{"SH", 18}});
+    addCommand("second", {{"SH", 18}});
+    panel->setSingleCommand("first");
+    panel->setSingleCommand("second");
+    panel->setEnableCmdOrder("first", false);
+    EXPECT_TRUE(form()->isCommandEnabled());
+    panel->setEnableCmdOrder("second", false);
+    EXPECT_FALSE(form()->isCommandEnabled());
+}
+
+TEST_F(InstructionEntry, SplitRecordsGiveTheirLinesAndId)
+{
+    addCommand("split", {{"SH", 18}});
+    boost::shared_ptr<ttservice::CSubCommandRecord> sub(new ttservice::CSubCommandRecord);
+    sub->m_subCommandId = 17;
+    sub->m_status = ttservice::SUB_COMMAND_ORDER;
+    ttservice::CCodeOrderParam line;
+    line.m_stockInfo = ttservice::CStockInfo("SH", "600000");
+    line.m_operationType = ttservice::OT_SELL;
+    sub->m_orders.push_back(line);
+
+    panel->setSplitCommand("split", sSplitCmdInfo(false, nullptr, sub));
+    EXPECT_EQ(panel->basketWidget()->subCommandId(), 17);
+    // The sub-record's own lines decide the tab, not the instruction's.
+    EXPECT_EQ(form()->getTradeOpType(), 0x400u);
+
+    // A later plain instruction keeps the old sub-instruction id.
+    addCommand("plain", {{"SH", 18}});
+    panel->setSingleCommand("plain");
+    EXPECT_EQ(panel->basketWidget()->subCommandId(), 17);
+
+    // A main record with one empty item stops at once: no lines, no tab change.
+    boost::shared_ptr<ttservice::CMainCommandSplitRecord> main(new ttservice::CMainCommandSplitRecord);
+    main->m_splitItems.push_back(boost::shared_ptr<ttservice::CCommandSplitItem>(new ttservice::CCommandSplitItem));
+    addCommand("main", {{"SH", 19}});
+    panel->setSplitCommand("main", sSplitCmdInfo(true, main, nullptr));
+    EXPECT_EQ(panel->basketWidget()->commandKey(), "main");
+    EXPECT_EQ(form()->getTradeOpType(), 0x200u);
+    EXPECT_NE(form()->commandKey(), "main");
 }

@@ -8,6 +8,7 @@
 #include "COpBasketStockParamsWidget.h"
 #include "COpBasketsComboBox.h"
 #include "COperationBasketWidget.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 #include "../platform/EventRecorder.h"
 
@@ -17,13 +18,11 @@
 #include "COpAccountsWidget.h"
 #include "COpBasketFutureParamsWidget.h"
 #include "CParameterCell.h"
-#include "CQuoteClient.h"
 #include "CAccountData.h"
 #include "CProductInfo.h"
 #include "CProductNetValue.h"
 #include "IDataCenter.h"
 #include "TraderCenter.h"
-#include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
 
 #include "Bson.h"
@@ -33,24 +32,19 @@
 #include <QComboBox>
 #include <QStringList>
 
-#include <functional>
 #include <list>
 #include <string>
 #include <vector>
 
 using namespace TC;
+using P = COpBasketParamsWidget;
 
 namespace {
 
-const std::list<std::string> kAllTabs = {"mdl_order",
-                                         "mdl_order_compose_basket_buy_sell",
-                                         "mdl_order_compose_credits",
-                                         "mdl_order_compose_futures",
-                                         "mdl_order_compose_one_key_futures",
-                                         "mdl_order_compose_hgt",
-                                         "mdl_order_compose_sgt",
-                                         "mdl_order_compose_hedge",
-                                         "mdl_order_credit_has_special_opt"};
+const std::list<std::string> kAllTabs = {
+    "mdl_order", "mdl_order_compose_basket_buy_sell", "mdl_order_compose_credits", "mdl_order_compose_futures",
+    "mdl_order_compose_one_key_futures", "mdl_order_compose_hgt", "mdl_order_compose_sgt", "mdl_order_compose_hedge",
+    "mdl_order_credit_has_special_opt"};
 
 void switchOn(const std::list<std::string> &modules, bool on = true)
 {
@@ -59,28 +53,12 @@ void switchOn(const std::list<std::string> &modules, bool on = true)
 
 void addAccount(const char *key, ttservice::EVQBrokerType broker)
 {
-    ttservice::CAccountInfo info;
-    info.m_accountKey = key;
-    info.m_accountId = key;
-    info.m_brokerType = broker;
-    ttservice::CAccountDetail detail;
-    detail.m_available = 1e8;
-    getUserConfig()->addAccount(info, detail);
+    sample::addAccount(key, broker, 1e8);
 }
 
 void storeBasket(const QString &name, ttservice::EVQBrokerType broker)
 {
-    CBasketSetting basket;
-    basket.m_name = name;
-    basket.m_basketKind = 0;
-    basket.m_brokerType = broker;
-    CBasketStockData row;
-    row.m_market = QStringLiteral("SH");
-    row.m_stockCode = QStringLiteral("600000");
-    row.m_volume = 100;
-    row.m_weight = 1;
-    basket.m_stocks << row;
-    getUserConfig()->baskets().insert(name, basket);
+    sample::storeBasket(name, {sample::row("SH", "600000", 1, 100)}, broker);
 }
 
 bson::BSONObj parsed(const QString &text)
@@ -206,33 +184,23 @@ TEST_F(ParamPersistence, TextWithoutSideBlocksGivesBothSidesTheStockText)
     EXPECT_EQ(form->buySellWidget()->getSellParam()->getPriceType(), 3);
 }
 
-struct ConnectCase
+TEST_F(ParamPersistence, SavedConnectTabMapsToTheEnabledKind)
 {
-    const char *name;
-    std::list<std::string> connectModules;
-    quint64 expected;
-};
-
-class ConnectWord : public ParamPersistence, public ::testing::WithParamInterface<ConnectCase>
-{
-};
-
-TEST_P(ConnectWord, SavedConnectTabMapsToTheEnabledKind)
-{
-    switchOn({"mdl_order_compose_hgt", "mdl_order_compose_sgt"}, false);
-    switchOn(GetParam().connectModules);
-    COpBasketParamsWidget *form = makeForm();
-    form->setParam(formText({{"BS", QStringLiteral("524288")}}));
-    EXPECT_EQ(form->getTradeOpType(), GetParam().expected);
+    const struct { const char *name; std::list<std::string> connectModules; quint64 expected; } cases[] = {
+        {"onlyShenzhen", {"mdl_order_compose_sgt"}, TOT_SGT},
+        {"onlyShanghai", {"mdl_order_compose_hgt"}, TOT_HGT},
+        {"both", {"mdl_order_compose_hgt", "mdl_order_compose_sgt"}, TOT_HGT},
+        {"neither", {}, TOT_BUY},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        switchOn({"mdl_order_compose_hgt", "mdl_order_compose_sgt"}, false);
+        switchOn(c.connectModules);
+        COpBasketParamsWidget *form = makeForm();
+        form->setParam(formText({{"BS", QStringLiteral("524288")}}));
+        EXPECT_EQ(form->getTradeOpType(), c.expected);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Modules, ConnectWord,
-    ::testing::Values(ConnectCase{"onlyShenzhen", {"mdl_order_compose_sgt"}, TOT_SGT},
-                      ConnectCase{"onlyShanghai", {"mdl_order_compose_hgt"}, TOT_HGT},
-                      ConnectCase{"both", {"mdl_order_compose_hgt", "mdl_order_compose_sgt"}, TOT_HGT},
-                      ConnectCase{"neither", {}, TOT_BUY}),
-    [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(ParamPersistence, NamesOfTheEntriesReadBackAsTheirOwnTab)
 {
@@ -245,35 +213,24 @@ TEST_F(ParamPersistence, NamesOfTheEntriesReadBackAsTheirOwnTab)
 
 TEST_F(ParamPersistence, EveryTabsEntryComesBackWhicheverTabTheTextWasSavedOn)
 {
-    COpBasketParamsWidget *form = makeForm();
-    for (quint64 word : {TOT_SELL, TOT_CREDIT, TOT_FUTURE})
-        form->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr);
-    ASSERT_EQ(form->hedgeParams().keys(), (QList<quint64>{TOT_BUY, TOT_SELL, TOT_CREDIT}));
-
-    const QString text = form->param();
-    EXPECT_FALSE(form->hedgeParams().contains(TOT_FUTURE)) << "the futures tab keeps no entry";
-    const bson::BSONObj inner = parsed(field(parsed(text), "bsonParam"));
-    EXPECT_EQ(fieldNames(inner), (std::vector<std::string>{"COM_BUY", "COM_SELL", "COM_CRD_ALL"}));
-
-    COpBasketParamsWidget *restored = makeForm();
-    restored->setParam(text);
-    EXPECT_EQ(restored->getTradeOpType(), TOT_FUTURE);
-    EXPECT_EQ(restored->hedgeParams(), form->hedgeParams());
-    EXPECT_EQ(restored->param().toStdString(), text.toStdString());
-}
-
-TEST_F(ParamPersistence, AFuturesTabKeepsItsCopiesBesideOtherTabsEntries)
-{
-    for (quint64 word : {TOT_FUTURE, TOT_ONEKEY_FUTURE}) {
+    // Saved on a futures tab, which keeps no entry of its own but its copies beside the others.
+    for (quint64 last : {TOT_FUTURE, TOT_ONEKEY_FUTURE}) {
+        SCOPED_TRACE(last);
         COpBasketParamsWidget *form = makeForm();
-        form->handleEvent(5, static_cast<int>(TOT_SELL), 0, QString(), nullptr);
-        form->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr);
-        form->cell(COpBasketParamsWidget::CellCopies)->setInt(3);
-        ASSERT_FALSE(form->hedgeParams().isEmpty());
+        for (const quint64 word : {quint64(TOT_SELL), quint64(TOT_CREDIT), last})
+            form->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr);
+        form->cell(P::CellCopies)->setInt(3);
+        const QString text = form->param();
+        ASSERT_EQ(form->hedgeParams().keys(), (QList<quint64>{TOT_BUY, TOT_SELL, TOT_CREDIT}));
+        const bson::BSONObj inner = parsed(field(parsed(text), "bsonParam"));
+        EXPECT_EQ(fieldNames(inner), (std::vector<std::string>{"COM_BUY", "COM_SELL", "COM_CRD_ALL"}));
 
         COpBasketParamsWidget *restored = makeForm();
-        restored->setParam(form->param());
-        EXPECT_EQ(restored->cell(COpBasketParamsWidget::CellCopies)->toInt(), 3) << word;
+        restored->setParam(text);
+        EXPECT_EQ(restored->getTradeOpType(), last);
+        EXPECT_EQ(restored->hedgeParams(), form->hedgeParams());
+        EXPECT_EQ(restored->param().toStdString(), text.toStdString());
+        EXPECT_EQ(restored->cell(P::CellCopies)->toInt(), 3);
     }
 }
 
@@ -294,65 +251,37 @@ TEST_F(ParamPersistence, AnOlderTextWithEveryEntryUnderOneNameKeepsItsFirst)
     EXPECT_EQ(form->hedgeParams().value(TOT_BUY).section(QLatin1Char('*'), 4, 4), QStringLiteral("b1"));
 }
 
-struct BatchCase
+TEST_F(ParamPersistence, SystemGroupsComeBackOnlyWhereTheTabShowsThem)
 {
-    const char *name;
-    quint64 tab;
-    const char *entryName;
-    bool systemBaskets;
-    int expectedBatch;
-};
-
-class PerTabBatch : public ParamPersistence, public ::testing::WithParamInterface<BatchCase>
-{
-};
-
-TEST_P(PerTabBatch, SystemGroupsComeBackOnlyWhereTheTabShowsThem)
-{
-    const BatchCase &c = GetParam();
-    luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_auth", "mdl_auth_etf_management"}, c.systemBaskets);
-    COpBasketParamsWidget *form = makeForm();
-    const QString entry = perTabText(c.tab, 64, QString());
-    form->setParam(formText({{"BS", QString::number(c.tab)},
-                             {"bsonParam", formText({{c.entryName, entry}})}}));
-    ASSERT_EQ(form->getTradeOpType(), c.tab);
-    EXPECT_EQ(static_cast<int>(form->basketsCombo()->batchOp()), c.expectedBatch);
+    luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_auth", "mdl_auth_etf_management"}, true);
+    const struct { quint64 tab; const char *entryName; int expectedBatch; } cases[] = {
+        {TOT_ALL, "COM_ALL", 0}, {TOT_BUY, "COM_BUY", 64},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.entryName);
+        COpBasketParamsWidget *form = makeForm();
+        form->setParam(formText({{"BS", QString::number(c.tab)},
+                                 {"bsonParam", formText({{c.entryName, perTabText(c.tab, 64, QString())}})}}));
+        ASSERT_EQ(form->getTradeOpType(), c.tab);
+        EXPECT_EQ(static_cast<int>(form->basketsCombo()->batchOp()), c.expectedBatch);
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Tabs, PerTabBatch,
-                         ::testing::Values(BatchCase{"oneKeyDropsIt", TOT_ALL, "COM_ALL", true, 0},
-                                           BatchCase{"buyKeepsIt", TOT_BUY, "COM_BUY", true, 64}),
-                         [](const auto &info) { return std::string(info.param.name); });
-
-struct LotsCase
+TEST_F(ParamPersistence, TotalLotsAreReadFromAFourteenthFieldOnly)
 {
-    const char *name;
-    int fieldCount;
-    int expectedLots;
-};
-
-class PerTabLots : public ParamPersistence, public ::testing::WithParamInterface<LotsCase>
-{
-};
-
-TEST_P(PerTabLots, TotalLotsAreReadFromAFourteenthFieldOnly)
-{
-    COpBasketParamsWidget *form = makeForm();
-    form->cell(COpBasketParamsWidget::CellTotalLots)->setInt(7);
-    // The thirteenth field is where the lots are written; the reader looks one further.
-    const QString entry = perTabText(TOT_SELL, 0, QString(), {{12, QStringLiteral("99")}}, GetParam().fieldCount);
-    QStringList fields = entry.split(QLatin1Char('*'));
-    if (fields.size() > 13)
-        fields[13] = QStringLiteral("55");
-    form->setParam(formText({{"BS", QStringLiteral("1024")},
-                             {"bsonParam", formText({{"COM_SELL", fields.join(QLatin1Char('*'))}})}}));
-    EXPECT_EQ(form->cell(COpBasketParamsWidget::CellTotalLots)->toInt(), GetParam().expectedLots);
+    for (const auto &c : {std::make_pair(13, 7), std::make_pair(14, 55)}) {
+        SCOPED_TRACE(c.first);
+        COpBasketParamsWidget *form = makeForm();
+        form->cell(P::CellTotalLots)->setInt(7);
+        // The thirteenth field is where the lots are written; the reader looks one further.
+        QStringList fields = perTabText(TOT_SELL, 0, QString(), {{12, QStringLiteral("99")}}, c.first).split(QLatin1Char('*'));
+        if (fields.size() > 13)
+            fields[13] = QStringLiteral("55");
+        form->setParam(formText({{"BS", QStringLiteral("1024")},
+                                 {"bsonParam", formText({{"COM_SELL", fields.join(QLatin1Char('*'))}})}}));
+        EXPECT_EQ(form->cell(P::CellTotalLots)->toInt(), c.second);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Fields, PerTabLots,
-                         ::testing::Values(LotsCase{"thirteenLeaveTheCell", 13, 7},
-                                           LotsCase{"fourteenSetIt", 14, 55}),
-                         [](const auto &info) { return std::string(info.param.name); });
 
 // An old text with every part set to something recognisable; each prefix of it is a text an
 // older client may have saved. Old clients wrote no ";" inside a part, so the blocks' parts are
@@ -370,24 +299,15 @@ protected:
 
     static QStringList parts()
     {
-        return {QStringLiteral("1024"),
-                QStringLiteral("checkedIds=0*1:currentOrderType=4:"),
-                QStringLiteral("IH2402,80,1,2"),
-                QStringLiteral("a2:3"),
-                QStringLiteral("红利"),
-                QStringLiteral("checkedIds=0*1:currentOrderType=5:"),
-                QStringLiteral("checkedIds=0*1:currentOrderType=5:"),
-                QStringLiteral("0"),
-                QStringLiteral("1"),
-                QStringLiteral("4"),
-                QStringLiteral("12345"),
-                QStringLiteral("22"),
-                QStringLiteral("14"),
-                QStringLiteral("1:50"),
-                QStringLiteral("49"),
-                perTabText(TOT_SELL, 0, QStringLiteral("红利"),
-                           {{5, QStringLiteral("1")}, {6, QStringLiteral("4")}, {7, QStringLiteral("12345")}}),
-                perTabText(TOT_CREDIT, 0, QString())};
+        // Tab, block, hedge, accounts, basket, buy and sell blocks, batch, mode, copies, money,
+        // credit and futures operations, bar, contract kind, then the per-tab entries.
+        return QStringLiteral("1024;checkedIds=0*1:currentOrderType=4:;IH2402,80,1,2;a2:3;红利;"
+                              "checkedIds=0*1:currentOrderType=5:;checkedIds=0*1:currentOrderType=5:;"
+                              "0;1;4;12345;22;14;1:50;49")
+                   .split(QLatin1Char(';'))
+               << perTabText(TOT_SELL, 0, QStringLiteral("红利"),
+                             {{5, QStringLiteral("1")}, {6, QStringLiteral("4")}, {7, QStringLiteral("12345")}})
+               << perTabText(TOT_CREDIT, 0, QString());
     }
 };
 
@@ -412,8 +332,8 @@ TEST_F(OldText, EveryLengthAppliesExactlyThePartsItHas)
         EXPECT_EQ(form->basketsCombo()->currentText(), n > 4 ? QStringLiteral("红利") : COpBasketsComboBox::noBasketText());
         // Without a basket the sell tab offers no sizing mode at all.
         EXPECT_EQ(form->getCurrentVolumnType(), n > 8 ? VT_MONEY : (n > 4 ? VT_COPIES : -1));
-        EXPECT_DOUBLE_EQ(form->cell(COpBasketParamsWidget::CellCopies)->toDouble(), n > 9 ? 4.0 : 1.0);
-        EXPECT_DOUBLE_EQ(form->cell(COpBasketParamsWidget::CellMoney)->toDouble(), n > 10 ? 12345.0 : 0.0);
+        EXPECT_DOUBLE_EQ(form->cell(P::CellCopies)->toDouble(), n > 9 ? 4.0 : 1.0);
+        EXPECT_DOUBLE_EQ(form->cell(P::CellMoney)->toDouble(), n > 10 ? 12345.0 : 0.0);
         EXPECT_EQ(form->crdWidget()->currentOptMemory(), n > 11 ? 22 : 20);
         EXPECT_EQ(form->ftrWidget()->currentOptMemory(), n > 12 ? 14 : 0);
         EXPECT_EQ(form->buttonsBar()->param(), n > 13 ? QStringLiteral("1:50") : QStringLiteral("0:49"));
@@ -471,6 +391,21 @@ TEST_F(ParamPersistence, DamagedTextFallsBackToTheOldReader)
     }
 }
 
+// The blocks whose price type the text carries; none where the tab's block keeps it only per
+// operation it has left (credit and futures).
+enum Blocks { NoBlock, StockBlock, BuySellBlocks, FuturesOneKeyBlocks, ConnectBlocks };
+
+std::vector<COpBasketStockParamsWidget *> blocksOf(const COpBasketParamsWidget &form, Blocks blocks)
+{
+    switch (blocks) {
+    case StockBlock: return {form.stockParams()};
+    case BuySellBlocks: return {form.buySellWidget()->getBuyParam(), form.buySellWidget()->getSellParam()};
+    case FuturesOneKeyBlocks: return {form.ftrOneKeyWidget()->getBuyParam(), form.ftrOneKeyWidget()->getSellParam()};
+    case ConnectBlocks: return {form.ggtWidget()->getBuyParam(), form.ggtWidget()->getSellParam()};
+    default: return {};
+    }
+}
+
 // A form state set up on one tab: two accounts, a basket, sizing by money and a price type.
 struct TabState
 {
@@ -479,20 +414,8 @@ struct TabState
     ttservice::EVQBrokerType accountBroker;
     ttservice::EVQBrokerType basketBroker;
     std::list<std::string> modulesOff;
-    // The blocks whose price type the text carries; empty where the tab's block keeps it only
-    // per operation it has left (credit and futures).
-    std::function<std::vector<COpBasketStockParamsWidget *>(const COpBasketParamsWidget &)> blocks;
+    Blocks blocks;
 };
-
-std::vector<COpBasketStockParamsWidget *> stockBlock(const COpBasketParamsWidget &form)
-{
-    return {form.stockParams()};
-}
-
-std::vector<COpBasketStockParamsWidget *> noBlock(const COpBasketParamsWidget &)
-{
-    return {};
-}
 
 class RoundTrip : public ParamPersistence, public ::testing::WithParamInterface<TabState>
 {
@@ -502,9 +425,8 @@ TEST_P(RoundTrip, FreshFormReadsBackTheSameText)
 {
     const TabState &c = GetParam();
     switchOn(c.modulesOff, false);
-    addAccount("x1", c.accountBroker);
-    addAccount("x2", c.accountBroker);
-    addAccount("x3", c.accountBroker);
+    for (const char *key : {"x1", "x2", "x3"})
+        addAccount(key, c.accountBroker);
     storeBasket(QStringLiteral("组合"), c.basketBroker);
 
     COpBasketParamsWidget *source = makeForm();
@@ -517,9 +439,9 @@ TEST_P(RoundTrip, FreshFormReadsBackTheSameText)
     ASSERT_EQ(source->currentBasketName(), QStringLiteral("组合"));
     source->volumnCombobox()->setCurrentIndex(source->volumnCombobox()->findData(VT_MONEY));
     source->handleEvent(64, 17, 0, QString(), nullptr);
-    source->cell(COpBasketParamsWidget::CellMoney)->setDouble(250000);
+    source->cell(P::CellMoney)->setDouble(250000);
     int priceType = 1;
-    for (COpBasketStockParamsWidget *block : c.blocks(*source))
+    for (COpBasketStockParamsWidget *block : blocksOf(*source, c.blocks))
         block->table()->setPriceType(++priceType);
     const QString text = source->param();
 
@@ -531,10 +453,10 @@ TEST_P(RoundTrip, FreshFormReadsBackTheSameText)
     EXPECT_EQ(restored->accountsWidget()->getSelectedAccounts(), (QSet<QString>{QStringLiteral("x1"), QStringLiteral("x3")}));
     EXPECT_DOUBLE_EQ(restored->accountsWidget()->getAccountWeight(QStringLiteral("x3")), 2.5);
     EXPECT_EQ(restored->getCurrentVolumnType(), VT_MONEY);
-    EXPECT_DOUBLE_EQ(restored->cell(COpBasketParamsWidget::CellMoney)->toDouble(), 250000);
-    EXPECT_TRUE(restored->cell(COpBasketParamsWidget::CellCopies)->isHidden());
-    const auto sourceBlocks = c.blocks(*source);
-    const auto restoredBlocks = c.blocks(*restored);
+    EXPECT_DOUBLE_EQ(restored->cell(P::CellMoney)->toDouble(), 250000);
+    EXPECT_TRUE(restored->cell(P::CellCopies)->isHidden());
+    const auto sourceBlocks = blocksOf(*source, c.blocks);
+    const auto restoredBlocks = blocksOf(*restored, c.blocks);
     for (size_t i = 0; i < sourceBlocks.size(); ++i)
         EXPECT_EQ(restoredBlocks[i]->getPriceType(), sourceBlocks[i]->getPriceType()) << i;
 }
@@ -542,57 +464,21 @@ TEST_P(RoundTrip, FreshFormReadsBackTheSameText)
 INSTANTIATE_TEST_SUITE_P(
     Tabs, RoundTrip,
     ::testing::Values(
-        TabState{"buy", TOT_BUY, ttservice::BROKER_TYPE_STOCK, ttservice::BROKER_TYPE_STOCK, {}, stockBlock},
-        TabState{"sell", TOT_SELL, ttservice::BROKER_TYPE_STOCK, ttservice::BROKER_TYPE_STOCK, {}, stockBlock},
-        TabState{"oneKey", TOT_ALL, ttservice::BROKER_TYPE_STOCK, ttservice::BROKER_TYPE_STOCK, {},
-                 [](const COpBasketParamsWidget &form) {
-                     return std::vector<COpBasketStockParamsWidget *>{form.buySellWidget()->getBuyParam(),
-                                                                      form.buySellWidget()->getSellParam()};
-                 }},
-        TabState{"credit", TOT_CREDIT, ttservice::BROKER_TYPE_CREDIT, ttservice::BROKER_TYPE_STOCK, {}, noBlock},
-        TabState{"futures", TOT_FUTURE, ttservice::BROKER_TYPE_FUTURE, ttservice::BROKER_TYPE_FUTURE, {}, noBlock},
+        TabState{"buy", TOT_BUY, ttservice::BROKER_TYPE_STOCK, ttservice::BROKER_TYPE_STOCK, {}, StockBlock},
+        TabState{"sell", TOT_SELL, ttservice::BROKER_TYPE_STOCK, ttservice::BROKER_TYPE_STOCK, {}, StockBlock},
+        TabState{"oneKey", TOT_ALL, ttservice::BROKER_TYPE_STOCK, ttservice::BROKER_TYPE_STOCK, {}, BuySellBlocks},
+        TabState{"credit", TOT_CREDIT, ttservice::BROKER_TYPE_CREDIT, ttservice::BROKER_TYPE_STOCK, {}, NoBlock},
+        TabState{"futures", TOT_FUTURE, ttservice::BROKER_TYPE_FUTURE, ttservice::BROKER_TYPE_FUTURE, {}, NoBlock},
         TabState{"oneKeyFutures", TOT_ONEKEY_FUTURE, ttservice::BROKER_TYPE_FUTURE, ttservice::BROKER_TYPE_FUTURE, {},
-                 [](const COpBasketParamsWidget &form) {
-                     return std::vector<COpBasketStockParamsWidget *>{form.ftrOneKeyWidget()->getBuyParam(),
-                                                                      form.ftrOneKeyWidget()->getSellParam()};
-                 }},
-        TabState{"shanghaiConnect", TOT_HGT, ttservice::BROKER_TYPE_HGT, ttservice::BROKER_TYPE_HGT, {},
-                 [](const COpBasketParamsWidget &form) {
-                     return std::vector<COpBasketStockParamsWidget *>{form.ggtWidget()->getBuyParam(),
-                                                                      form.ggtWidget()->getSellParam()};
-                 }},
-        TabState{"shenzhenConnect", TOT_SGT, ttservice::BROKER_TYPE_SGT, ttservice::BROKER_TYPE_SGT, {},
-                 [](const COpBasketParamsWidget &form) {
-                     return std::vector<COpBasketStockParamsWidget *>{form.ggtWidget()->getBuyParam(),
-                                                                      form.ggtWidget()->getSellParam()};
-                 }},
-        TabState{"shenzhenConnectAlone", TOT_SGT, ttservice::BROKER_TYPE_SGT, ttservice::BROKER_TYPE_SGT, {"mdl_order_compose_hgt"},
-                 [](const COpBasketParamsWidget &form) {
-                     return std::vector<COpBasketStockParamsWidget *>{form.ggtWidget()->getBuyParam(),
-                                                                      form.ggtWidget()->getSellParam()};
-                 }}),
+                 FuturesOneKeyBlocks},
+        TabState{"shanghaiConnect", TOT_HGT, ttservice::BROKER_TYPE_HGT, ttservice::BROKER_TYPE_HGT, {}, ConnectBlocks},
+        TabState{"shenzhenConnect", TOT_SGT, ttservice::BROKER_TYPE_SGT, ttservice::BROKER_TYPE_SGT, {}, ConnectBlocks},
+        TabState{"shenzhenConnectAlone", TOT_SGT, ttservice::BROKER_TYPE_SGT, ttservice::BROKER_TYPE_SGT,
+                 {"mdl_order_compose_hgt"}, ConnectBlocks}),
     [](const auto &info) { return std::string(info.param.name); });
 
-CPriceData lastPrice(const char *code, double last)
-{
-    CPriceData price;
-    price.m_market = "SH";
-    price.m_stockCode = code;
-    price.m_lastPrice = last;
-    price.m_lastClose = last;
-    price.m_upStopPrice = last * 1.1;
-    price.m_downStopPrice = last * 0.9;
-    return price;
-}
-
 // A sizing mode chosen by the trader and the one cell it is typed in.
-struct ModeCase
-{
-    const char *name;
-    int mode;
-    int cell;
-    double value;
-};
+struct ModeCase { const char *name; int mode; int cell; double value; };
 
 class RestoredMode : public ParamPersistence, public ::testing::WithParamInterface<ModeCase>
 {
@@ -614,14 +500,11 @@ TEST_P(RestoredMode, ShowsTheCellTheModeIsTypedIn)
     netValue->m_productId = 7;
     netValue->m_netValue = 2e8;
     data->setData(ttservice::DATA_TYPE_PRODUCT_NET_VALUE, netValue);
-    CQuoteClient::instance()->setStockPrice(lastPrice("600000", 10.0));
-    CQuoteClient::instance()->setStockPrice(lastPrice("000300", 3900.0));
-    storeBasket(QStringLiteral("沪深300"), ttservice::BROKER_TYPE_STOCK);
+    sample::setQuote("SH", "600000", 10.0, 10.0);
+    sample::setQuote("SH", "000300", 3900.0, 3900.0);
     // An index basket of the CSI 300 offers every mode on the buy tab, sizing by index units too.
-    CBasketSetting &index = getUserConfig()->baskets()[QStringLiteral("沪深300")];
-    index.m_basketKind = 1;
-    index.m_indexMarket = QStringLiteral("SH");
-    index.m_indexCode = QStringLiteral("000300");
+    sample::storeBasket(QStringLiteral("沪深300"), {sample::row("SH", "600000", 1, 100)}, ttservice::BROKER_TYPE_STOCK, 1,
+                        QStringLiteral("000300"));
 
     COpBasketParamsWidget *source = makeForm();
     source->setCurrentOperationType(TOT_BUY);
@@ -639,10 +522,9 @@ TEST_P(RestoredMode, ShowsTheCellTheModeIsTypedIn)
     COpBasketParamsWidget *restored = makeForm();
     restored->setParam(text);
     ASSERT_EQ(restored->getCurrentVolumnType(), c.mode);
-    for (int cell : {COpBasketParamsWidget::CellCopies, COpBasketParamsWidget::CellMoney, COpBasketParamsWidget::CellRatio,
-                     COpBasketParamsWidget::CellAssetRatio, COpBasketParamsWidget::CellTotalLots})
+    for (int cell : {P::CellCopies, P::CellMoney, P::CellRatio, P::CellAssetRatio, P::CellTotalLots})
         EXPECT_EQ(!restored->cell(cell)->isHidden(), cell == c.cell) << "cell " << cell;
-    if (c.cell != COpBasketParamsWidget::CellTotalLots) {
+    if (c.cell != P::CellTotalLots) {
         EXPECT_DOUBLE_EQ(restored->cell(c.cell)->toDouble(), c.value);
     }
     EXPECT_EQ(restored->param(), text);
@@ -653,13 +535,13 @@ TEST_P(RestoredMode, ShowsTheCellTheModeIsTypedIn)
 
 INSTANTIATE_TEST_SUITE_P(
     Modes, RestoredMode,
-    ::testing::Values(ModeCase{"money", VT_MONEY, COpBasketParamsWidget::CellMoney, 300000},
-                      ModeCase{"netValue", VT_NET_VALUE, COpBasketParamsWidget::CellRatio, 40},
-                      ModeCase{"available", VT_AVAILABLE, COpBasketParamsWidget::CellRatio, 25},
-                      ModeCase{"assetRatio", VT_ASSET_RATIO, COpBasketParamsWidget::CellAssetRatio, 15},
+    ::testing::Values(ModeCase{"money", VT_MONEY, P::CellMoney, 300000},
+                      ModeCase{"netValue", VT_NET_VALUE, P::CellRatio, 40},
+                      ModeCase{"available", VT_AVAILABLE, P::CellRatio, 25},
+                      ModeCase{"assetRatio", VT_ASSET_RATIO, P::CellAssetRatio, 15},
                       // The lots themselves are not read back (the per-tab reader looks one field
                       // past where they are written); the cell must still be the one on view.
-                      ModeCase{"indexUnits", VT_INDEX_UNIT, COpBasketParamsWidget::CellTotalLots, 1}),
+                      ModeCase{"indexUnits", VT_INDEX_UNIT, P::CellTotalLots, 1}),
     [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(ParamPersistence, AnyBasketNameSurvivesATabSwitchAndARestart)
@@ -671,11 +553,11 @@ TEST_F(ParamPersistence, AnyBasketNameSurvivesATabSwitchAndARestart)
         CBasketOperationPanel panel(2, nullptr);
         COpBasketParamsWidget *form = panel.basketWidget()->paramsWidget();
         form->basketsCombo()->setBasket(name, false);
-        form->cell(COpBasketParamsWidget::CellCopies)->setInt(3);
+        form->cell(P::CellCopies)->setInt(3);
         form->handleEvent(5, static_cast<int>(TOT_SELL), 0, QString(), nullptr);
         form->handleEvent(5, static_cast<int>(TOT_BUY), 0, QString(), nullptr);
         EXPECT_EQ(form->currentBasketName(), name);
-        EXPECT_EQ(form->cell(COpBasketParamsWidget::CellCopies)->toInt(), 3);
+        EXPECT_EQ(form->cell(P::CellCopies)->toInt(), 3);
 
         CBasketOperationPanel restored(2, nullptr);
         restored.setParam(QStringLiteral("frame|frame|") + panel.param());

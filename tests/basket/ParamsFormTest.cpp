@@ -1,6 +1,7 @@
 #include "COpBasketParamsWidget.h"
 #include "COpBasketReplaceStockToolBar.h"
 #include "COpBasketsComboBox.h"
+#include "PriceLimits.h"
 
 #include "CComboxNameWidget.h"
 #include "COpAccountsWidget.h"
@@ -8,9 +9,9 @@
 #include "COperationPushButtonGroup.h"
 #include "CParameterCell.h"
 #include "CPushButton.h"
-#include "CUserConfig.h"
 #include "CWidgetList.h"
 #include "LuaModuleCtrl.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
 #include <QComboBox>
@@ -19,6 +20,7 @@
 #include <vector>
 
 using namespace TC;
+using P = COpBasketParamsWidget;
 
 namespace {
 
@@ -31,23 +33,13 @@ void switchOn(const std::list<std::string> &modules)
     luawrapper::LuaModuleCtrl::instance()->setModules(modules, true);
 }
 
-void storeBasket(const QString &name, int kind, const QString &indexCode = QString(),
-                 ttservice::EVQBrokerType broker = ttservice::BROKER_TYPE_STOCK)
+// A basket of one row of the given kind: 0 the user's own, 1 and 2 of an index, 3 an ETF's.
+void storeBasket(const QString &name, int kind, const QString &indexCode = QString())
 {
-    CBasketSetting basket;
-    basket.m_name = name;
-    basket.m_basketKind = kind;
-    basket.m_brokerType = broker;
-    basket.m_indexMarket = QStringLiteral("SH");
-    basket.m_indexCode = indexCode;
-    CBasketStockData row;
-    row.m_market = QStringLiteral("SH");
-    row.m_stockCode = QStringLiteral("600000");
-    basket.m_stocks << row;
-    getUserConfig()->baskets().insert(name, basket);
+    sample::storeBasket(name, {sample::row("SH", "600000", 0, 0)}, ttservice::BROKER_TYPE_STOCK, kind, indexCode);
 }
 
-std::vector<int> modes(const COpBasketParamsWidget &form)
+std::vector<int> modes(const P &form)
 {
     std::vector<int> result;
     for (int i = 0; i < form.volumnCombobox()->count(); ++i)
@@ -55,7 +47,7 @@ std::vector<int> modes(const COpBasketParamsWidget &form)
     return result;
 }
 
-std::vector<int> tabIds(const COpBasketParamsWidget &form)
+std::vector<int> tabIds(const P &form)
 {
     std::vector<int> ids;
     for (quint64 word : {0x200u, 0x400u, 0x800u, 0x2000u, 0x1000u, 0x4000u, 0x80000u}) {
@@ -74,14 +66,14 @@ protected:
         getUserConfig()->setRole(90);
     }
 
-    std::unique_ptr<COpBasketParamsWidget> makeForm()
+    std::unique_ptr<P> makeForm()
     {
-        auto form = std::make_unique<COpBasketParamsWidget>(nullptr);
+        auto form = std::make_unique<P>(nullptr);
         form->setReplaceToolBar(toolBar.get());
         return form;
     }
 
-    void chooseBasket(COpBasketParamsWidget &form, const QString &name)
+    static void chooseBasket(P &form, const QString &name)
     {
         form.basketsCombo()->setBasket(name, false);
         form.resetVolumnCombobox();
@@ -95,6 +87,7 @@ protected:
 TEST_F(ParamsForm, TabsFollowTheModules)
 {
     EXPECT_EQ(tabIds(*makeForm()), (std::vector<int>{0x200, 0x400}));
+    EXPECT_EQ(makeForm()->contractRow(), nullptr);
 
     switchOn({"mdl_order", "mdl_order_compose_one_key_futures"});
     // One-key futures needs the futures module as well.
@@ -102,48 +95,46 @@ TEST_F(ParamsForm, TabsFollowTheModules)
 
     switchOn(kAllTabs);
     EXPECT_EQ(tabIds(*makeForm()), (std::vector<int>{0x200, 0x400, 0x800, 0x2000, 0x1000, 0x4000, 0x80000}));
+
+    // The contract row comes with its module, and shows for no operation the credit tab opens on.
+    switchOn({"mdl_order_credit_has_special_opt"});
+    auto form = makeForm();
+    ASSERT_NE(form->contractRow(), nullptr);
+    form->show();
+    form->setCurrentOperationType(0x2000);
+    EXPECT_FALSE(form->contractRow()->isVisible());
 }
 
-struct TabCase
+TEST_F(ParamsForm, EachTabSetsOperationPickerHedgeMoneyUnitAndAdjustButton)
 {
-    const char *name;
-    quint64 word;
-    int operation;
-    int brokerType;
-    bool hedgeShown;
-};
-
-class TabSwitch : public ParamsForm, public ::testing::WithParamInterface<TabCase>
-{
-};
-
-TEST_P(TabSwitch, SetsOperationPickerAndHedge)
-{
-    const TabCase &c = GetParam();
     switchOn(kAllTabs);
-    switchOn({"mdl_order_compose_hedge"});
+    switchOn({"mdl_order_compose_hedge", "mdl_order_compose_adjust_position"});
     getUserConfig()->setUserAuth(1, true);
     auto form = makeForm();
     form->show();
-    form->setCurrentOperationType(c.word);
-    EXPECT_EQ(form->getTradeOpType(), c.word);
-    EXPECT_EQ(form->getOperationType(), c.operation);
-    EXPECT_EQ(form->basketsCombo()->getBrokerType(), c.brokerType);
     ASSERT_NE(form->hedgeWidget(), nullptr);
-    EXPECT_EQ(form->hedgeWidget()->isVisible(), c.hedgeShown);
-    EXPECT_EQ(form->accountsWidget()->tradeOpType(), c.word);
-}
-
-INSTANTIATE_TEST_SUITE_P(Tabs, TabSwitch,
-    ::testing::Values(TabCase{"buy", 0x200, 18, 2, true}, TabCase{"sell", 0x400, 19, 2, true},
-                      TabCase{"oneKey", 0x800, -1, 2, false}, TabCase{"futures", 0x1000, 0, 1, false},
-                      TabCase{"oneKeyFutures", 0x4000, -1, 1, false}, TabCase{"shanghaiConnect", 0x80000, -1, 7, false},
-                      TabCase{"shenzhenConnect", 0x100000, -1, 11, false}),
-    [](const ::testing::TestParamInfo<TabCase> &info) { return std::string(info.param.name); });
-
-TEST_F(ParamsForm, WordBetweenBuyAndSellRefreshesTheCurrentTab)
-{
-    auto form = makeForm();
+    ASSERT_NE(form->adjustButton(), nullptr);
+    const struct { const char *name; quint64 word; int operation, brokerType; bool hedgeShown, hkd, adjustShown; } cases[] = {
+        {"buy", 0x200, 18, 2, true, false, false},
+        {"sell", 0x400, 19, 2, true, false, false},
+        {"oneKey", 0x800, -1, 2, false, false, true},
+        {"futures", 0x1000, 0, 1, false, false, false},
+        {"oneKeyFutures", 0x4000, -1, 1, false, false, true},
+        {"shanghaiConnect", 0x80000, -1, 7, false, true, false},
+        {"shenzhenConnect", 0x100000, -1, 11, false, true, false},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        form->setCurrentOperationType(c.word);
+        EXPECT_EQ(form->getTradeOpType(), c.word);
+        EXPECT_EQ(form->getOperationType(), c.operation);
+        EXPECT_EQ(form->basketsCombo()->getBrokerType(), c.brokerType);
+        EXPECT_EQ(form->hedgeWidget()->isVisible(), c.hedgeShown);
+        EXPECT_EQ(form->accountsWidget()->tradeOpType(), c.word);
+        EXPECT_EQ(form->cell(P::CellMoney)->unit(), c.hkd ? QStringLiteral("港币") : QStringLiteral("元"));
+        EXPECT_EQ(form->adjustButton()->isVisible(), c.adjustShown);
+    }
+    // A word between buy and sell refreshes the tab on view.
     form->setCurrentOperationType(0x400);
     form->setCurrentOperationType(600);
     EXPECT_EQ(form->getTradeOpType(), 0x400u);
@@ -152,10 +143,7 @@ TEST_F(ParamsForm, WordBetweenBuyAndSellRefreshesTheCurrentTab)
 
 TEST_F(ParamsForm, EachTabKeepsItsAccountChoice)
 {
-    ttservice::CAccountInfo stock;
-    stock.m_accountKey = "s1";
-    stock.m_brokerType = ttservice::BROKER_TYPE_STOCK;
-    getUserConfig()->addAccount(stock);
+    sample::addAccount("s1", ttservice::BROKER_TYPE_STOCK, 0);
     auto form = makeForm();
     form->accountsWidget()->setSelectedAccount(QStringLiteral("s1"), true);
     form->setCurrentOperationType(0x400);
@@ -177,48 +165,38 @@ TEST_F(ParamsForm, ConnectWordMapsToTheEnabledKind)
     form->setCurrentOperationType(0x80000);
     EXPECT_EQ(form->ggtOpType(), 0x100000u);
     switchOn({"mdl_order_compose_hgt"});
-    auto both = makeForm();
-    EXPECT_EQ(both->getGgtTradeOpType(0x80000), 0x80000u);
+    EXPECT_EQ(makeForm()->getGgtTradeOpType(0x80000), 0x80000u);
 }
 
-struct ComboCase
+TEST_F(ParamsForm, OffersTheModesOfTabAndBasket)
 {
-    const char *name;
-    quint64 word;
-    int basketKind; // -1: no basket chosen
-    const char *indexCode;
-    std::vector<int> modes;
-};
-
-class VolumnCombo : public ParamsForm, public ::testing::WithParamInterface<ComboCase>
-{
-};
-
-TEST_P(VolumnCombo, OffersTheModesOfTabAndBasket)
-{
-    const ComboCase &c = GetParam();
     switchOn(kAllTabs);
-    if (c.basketKind >= 0)
-        storeBasket(QStringLiteral("篮子"), c.basketKind, QString::fromLatin1(c.indexCode));
-    auto form = makeForm();
-    form->setCurrentOperationType(c.word);
-    if (c.basketKind >= 0)
-        chooseBasket(*form, QStringLiteral("篮子"));
-    EXPECT_EQ(modes(*form), c.modes);
+    // A basket kind of -1: no basket chosen.
+    const struct { const char *name; quint64 word; int basketKind; const char *indexCode; std::vector<int> modes; }
+        cases[] = {
+            {"futures", 0x1000, -1, "", {0, 1, 2}},
+            {"connect", 0x80000, -1, "", {0, 1}},
+            {"oneKey", 0x800, -1, "", {0, 1, 2, 3, 4}},
+            {"buyWithoutBasket", 0x200, -1, "", {}},
+            {"ownBasket", 0x200, 0, "", {0, 1, 2, 3, 4}},
+            {"indexBasketOnBuy", 0x200, 1, "000300", {1, 2, 3, 4, 6}},
+            {"otherIndexCode", 0x200, 1, "000001", {1, 2, 3, 4}},
+            {"indexBasketOnSell", 0x400, 1, "000905", {1, 2, 3, 4}},
+            {"indexKindTwo", 0x200, 2, "000016", {1, 2, 3, 4}},
+            {"etfBasket", 0x2000, 3, "", {0}},
+        };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        const QString name = QString::fromLatin1(c.name);
+        if (c.basketKind >= 0)
+            storeBasket(name, c.basketKind, QString::fromLatin1(c.indexCode));
+        auto form = makeForm();
+        form->setCurrentOperationType(c.word);
+        if (c.basketKind >= 0)
+            chooseBasket(*form, name);
+        EXPECT_EQ(modes(*form), c.modes);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Tabs, VolumnCombo,
-    ::testing::Values(ComboCase{"futures", 0x1000, -1, "", {0, 1, 2}},
-                      ComboCase{"connect", 0x80000, -1, "", {0, 1}},
-                      ComboCase{"oneKey", 0x800, -1, "", {0, 1, 2, 3, 4}},
-                      ComboCase{"buyWithoutBasket", 0x200, -1, "", {}},
-                      ComboCase{"ownBasket", 0x200, 0, "", {0, 1, 2, 3, 4}},
-                      ComboCase{"indexBasketOnBuy", 0x200, 1, "000300", {1, 2, 3, 4, 6}},
-                      ComboCase{"otherIndexCode", 0x200, 1, "000001", {1, 2, 3, 4}},
-                      ComboCase{"indexBasketOnSell", 0x400, 1, "000905", {1, 2, 3, 4}},
-                      ComboCase{"indexKindTwo", 0x200, 2, "000016", {1, 2, 3, 4}},
-                      ComboCase{"etfBasket", 0x2000, 3, "", {0}}),
-    [](const ::testing::TestParamInfo<ComboCase> &info) { return std::string(info.param.name); });
 
 TEST_F(ParamsForm, SavedModeFallsBackToTheFirstItemWhenGone)
 {
@@ -257,50 +235,37 @@ TEST_F(ParamsForm, AutoHedgeAddsAndRemovesTheContractMode)
     EXPECT_EQ(form->getCurrentVolumnType(), 0);
 }
 
-struct VisibleCase
+TEST_F(ParamsForm, ShowsTheCellOfTheModeOrTheSellRatio)
 {
-    const char *name;
-    quint64 word;
-    int mode;
-    int batchFlags;
-    std::vector<int> shownCells;
-    bool volumnRowShown;
-};
-
-class ItemsVisible : public ParamsForm, public ::testing::WithParamInterface<VisibleCase>
-{
-};
-
-TEST_P(ItemsVisible, ShowsTheCellOfTheModeOrTheSellRatio)
-{
-    const VisibleCase &c = GetParam();
-    auto form = makeForm();
-    form->show();
-    form->setCurrentOperationType(c.word);
-    form->setItemsVisible(c.mode, c.batchFlags);
-    std::vector<int> shown;
-    for (int which = COpBasketParamsWidget::CellCopies; which <= COpBasketParamsWidget::CellTotalLots; ++which) {
-        if (form->cell(which)->isVisible())
-            shown.push_back(which);
+    const struct { const char *name; quint64 word; int mode, batchFlags; std::vector<int> shownCells; bool volumnRowShown; }
+        cases[] = {
+            {"copies", 0x200, 0, -1, {P::CellCopies}, true},
+            {"money", 0x200, 1, -1, {P::CellMoney}, true},
+            {"netValueUsesRatio", 0x200, 2, -1, {P::CellRatio}, true},
+            {"availableUsesRatio", 0x200, 3, -1, {P::CellRatio}, true},
+            {"assetRatio", 0x200, 4, -1, {P::CellAssetRatio}, true},
+            {"contractLots", 0x200, 5, -1, {P::CellContract}, true},
+            {"indexLots", 0x200, 6, -1, {P::CellTotalLots}, true},
+            {"batchSellOnSellTab", 0x400, 2, 2, {P::CellRatio, P::CellSellRatio}, false},
+            {"batchSellOnBuyTab", 0x200, 0, 2, {P::CellCopies}, true},
+            {"positionSellOnSellTab", 0x400, 0, 4, {P::CellSellRatio}, false},
+            {"positionSellOnBuyTab", 0x200, 1, 4, {P::CellCopies}, true},
+        };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        auto form = makeForm();
+        form->show();
+        form->setCurrentOperationType(c.word);
+        form->setItemsVisible(c.mode, c.batchFlags);
+        std::vector<int> shown;
+        for (int which = P::CellCopies; which <= P::CellTotalLots; ++which) {
+            if (form->cell(which)->isVisible())
+                shown.push_back(which);
+        }
+        EXPECT_EQ(shown, c.shownCells);
+        EXPECT_EQ(form->volumnRow()->isVisible(), c.volumnRowShown);
     }
-    EXPECT_EQ(shown, c.shownCells);
-    EXPECT_EQ(form->volumnRow()->isVisible(), c.volumnRowShown);
 }
-
-using P = COpBasketParamsWidget;
-INSTANTIATE_TEST_SUITE_P(Modes, ItemsVisible,
-    ::testing::Values(VisibleCase{"copies", 0x200, 0, -1, {P::CellCopies}, true},
-                      VisibleCase{"money", 0x200, 1, -1, {P::CellMoney}, true},
-                      VisibleCase{"netValueUsesRatio", 0x200, 2, -1, {P::CellRatio}, true},
-                      VisibleCase{"availableUsesRatio", 0x200, 3, -1, {P::CellRatio}, true},
-                      VisibleCase{"assetRatio", 0x200, 4, -1, {P::CellAssetRatio}, true},
-                      VisibleCase{"contractLots", 0x200, 5, -1, {P::CellContract}, true},
-                      VisibleCase{"indexLots", 0x200, 6, -1, {P::CellTotalLots}, true},
-                      VisibleCase{"batchSellOnSellTab", 0x400, 2, 2, {P::CellRatio, P::CellSellRatio}, false},
-                      VisibleCase{"batchSellOnBuyTab", 0x200, 0, 2, {P::CellCopies}, true},
-                      VisibleCase{"positionSellOnSellTab", 0x400, 0, 4, {P::CellSellRatio}, false},
-                      VisibleCase{"positionSellOnBuyTab", 0x200, 1, 4, {P::CellCopies}, true}),
-    [](const ::testing::TestParamInfo<VisibleCase> &info) { return std::string(info.param.name); });
 
 TEST_F(ParamsForm, SellTabTakesFractionalCopies)
 {
@@ -311,44 +276,6 @@ TEST_F(ParamsForm, SellTabTakesFractionalCopies)
     form->setCurrentOperationType(0x200);
     form->resetCopiesValidator(2.5);
     EXPECT_DOUBLE_EQ(form->cell(P::CellCopies)->toDouble(), 2.0);
-}
-
-TEST_F(ParamsForm, MoneyUnitFollowsTheTab)
-{
-    switchOn(kAllTabs);
-    auto form = makeForm();
-    form->setCurrentOperationType(0x80000);
-    EXPECT_EQ(form->cell(P::CellMoney)->unit(), QStringLiteral("港币"));
-    form->setCurrentOperationType(0x200);
-    EXPECT_EQ(form->cell(P::CellMoney)->unit(), QStringLiteral("元"));
-}
-
-TEST_F(ParamsForm, ContractRowOnlyWithItsModule)
-{
-    EXPECT_EQ(makeForm()->contractRow(), nullptr);
-    switchOn({"mdl_order", "mdl_order_credit_has_special_opt", "mdl_order_compose_credits"});
-    auto form = makeForm();
-    ASSERT_NE(form->contractRow(), nullptr);
-    form->show();
-    form->setCurrentOperationType(0x2000);
-    EXPECT_FALSE(form->contractRow()->isVisible());
-}
-
-TEST_F(ParamsForm, AdjustButtonOnTheOneKeyTabs)
-{
-    switchOn(kAllTabs);
-    switchOn({"mdl_order_compose_adjust_position"});
-    auto form = makeForm();
-    form->show();
-    ASSERT_NE(form->adjustButton(), nullptr);
-    EXPECT_EQ(form->adjustButton()->text(), QStringLiteral("调仓"));
-    EXPECT_FALSE(form->adjustButton()->isVisible());
-    form->setCurrentOperationType(0x800);
-    EXPECT_TRUE(form->adjustButton()->isVisible());
-    form->setCurrentOperationType(0x4000);
-    EXPECT_TRUE(form->adjustButton()->isVisible());
-    form->setCurrentOperationType(0x1000);
-    EXPECT_FALSE(form->adjustButton()->isVisible());
 }
 
 TEST_F(ParamsForm, IndexVolumeByMarketAndCode)
@@ -372,4 +299,30 @@ TEST_F(ParamsForm, EntrustmentOnlyForTouchOrdersOnStockTabs)
     form->setCurrentOperationType(0x1000);
     form->updateEntrustVisible(true);
     EXPECT_FALSE(form->entrustCombo()->isVisible());
+}
+
+TEST_F(ParamsForm, PriceLimitsMarkWithinOneTickOrBeyond)
+{
+    // A tick that binary doubles hold exactly, so "exactly one tick" is exact.
+    ttservice::CInstrumentDetail stock;
+    stock.m_market = "SH";
+    stock.m_stockCode = "600000";
+    stock.m_priceTick = 0.25;
+    CExchangeClient::instance()->addInstrument(stock);
+    const struct { const char *name, *market, *code; double last, limit; bool upper, lower; } cases[] = {
+        {"atTheLimit", "SH", "600000", 11.00, 11.00, true, true},
+        {"lessThanOneTickBelow", "SH", "600000", 10.875, 11.00, true, true},
+        {"exactlyOneTickBelow", "SH", "600000", 10.75, 11.00, false, true},
+        {"exactlyOneTickAbove", "SH", "600000", 11.25, 11.00, true, false},
+        {"wellBelow", "SH", "600000", 10.50, 11.00, false, true},
+        {"aboveTheLimit", "SH", "600000", 11.50, 11.00, true, false},
+        {"unknownInstrumentHasNoTickBelow", "SZ", "000001", 9.99, 10.0, false, true},
+        {"unknownInstrumentHasNoTickAbove", "SZ", "000001", 10.01, 10.0, true, false},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        const QString market = QString::fromLatin1(c.market), code = QString::fromLatin1(c.code);
+        EXPECT_EQ(isUpperLimitStock(market, code, c.last, c.limit), c.upper);
+        EXPECT_EQ(isLowerLimitStock(market, code, c.last, c.limit), c.lower);
+    }
 }

@@ -10,13 +10,12 @@
 
 #include "CGlobalOrderParamTable.h"
 
-#include "CExchangeClient.h"
 #include "CMsgService.h"
 #include "COpAccountsWidget.h"
-#include "CQuoteClient.h"
 #include "CTradeClient.h"
 #include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
 #include <functional>
@@ -71,25 +70,6 @@ protected:
              "mdl_order_compose_one_key_futures"},
             true);
     }
-
-    void addInstrument(const char *market, const char *code)
-    {
-        ttservice::CInstrumentDetail detail;
-        detail.m_market = market;
-        detail.m_stockCode = code;
-        detail.m_tradeUnit = GetParam().broker == ttservice::BROKER_TYPE_FUTURE ? 1 : 100;
-        detail.m_volumeMultiple = GetParam().broker == ttservice::BROKER_TYPE_FUTURE ? 300 : 0x7fffffff;
-        CExchangeClient::instance()->addInstrument(detail);
-        CPriceData quote;
-        quote.m_market = market;
-        quote.m_stockCode = code;
-        quote.m_lastPrice = 10;
-        quote.m_askPrice1 = 10.01;
-        quote.m_bidPrice1 = 9.99;
-        quote.m_upStopPrice = 11;
-        quote.m_downStopPrice = 9;
-        CQuoteClient::instance()->setStockPrice(quote);
-    }
 };
 
 TEST_P(TabOrders, placedOrderCarriesTheTabsOperationPriceAndAlgorithm)
@@ -98,62 +78,43 @@ TEST_P(TabOrders, placedOrderCarriesTheTabsOperationPriceAndAlgorithm)
     const bool futures = c.broker == ttservice::BROKER_TYPE_FUTURE;
     const char *market = futures ? "CFFEX" : "SH";
     const char *codes[] = {futures ? "IF2401" : "600000", futures ? "IH2401" : "600001"};
-    for (const char *code : codes)
-        addInstrument(market, code);
+    // Holdings of both instruments on both sides, so that every sell and close has a volume: a
+    // line of 0 would never leave.
+    std::vector<ttservice::CPositionStatics> held;
+    QList<CBasketStockData> rows;
+    for (const char *code : codes) {
+        ttservice::CInstrumentDetail detail;
+        detail.m_market = market;
+        detail.m_stockCode = code;
+        detail.m_tradeUnit = futures ? 1 : 100;
+        detail.m_volumeMultiple = futures ? 300 : 0x7fffffff;
+        CExchangeClient::instance()->addInstrument(detail);
+        sample::setBook(market, code, 10, 10.01, 9.99, 11, 9);
+        for (int direction : {48, 49}) {
+            held.push_back(sample::held(market, code, 1000, 1000));
+            held.back().m_direction = direction;
+            held.back().m_availableVolume = 1000;
+        }
+        rows << sample::row(market, code, 1, futures ? 2 : 100, rows.isEmpty() ? ttservice::OT_BUY : ttservice::OT_SELL);
+    }
+    sample::addAccount("a1", c.broker, 1e8, held);
+    sample::storeBasket(QStringLiteral("b"), rows, futures ? ttservice::BROKER_TYPE_FUTURE : ttservice::BROKER_TYPE_STOCK);
 
     COperationBasketWidget widget(nullptr);
     COpBasketParamsWidget *form = widget.paramsWidget();
     form->handleEvent(5, static_cast<int>(c.tab), 0, QString(), nullptr);
     ASSERT_EQ(form->getTradeOpType(), c.tab);
     c.setBlocks(form);
-
-    ttservice::CAccountInfo info;
-    info.m_accountKey = "a1";
-    info.m_accountId = "a1";
-    info.m_brokerType = c.broker;
-    ttservice::CAccountDetail detail;
-    detail.m_available = 1e8;
-    // Holdings of both instruments on both sides, so that every sell and close has a volume: a
-    // line of 0 would never leave.
-    std::vector<ttservice::CPositionStatics> held;
-    for (const char *code : codes) {
-        for (int direction : {48, 49}) {
-            ttservice::CPositionStatics position;
-            position.m_market = market;
-            position.m_stockCode = code;
-            position.m_direction = direction;
-            position.m_volume = position.m_canUseVolume = 1000;
-            position.m_availableVolume = 1000;
-            held.push_back(position);
-        }
-    }
-    getUserConfig()->addAccount(info, detail, held);
     form->refreshAccounts();
     form->accountsWidget()->setSelectedAccount(QStringLiteral("a1"), true);
-
-    CBasketSetting basket;
-    basket.m_name = QStringLiteral("b");
-    basket.m_brokerType = futures ? ttservice::BROKER_TYPE_FUTURE : ttservice::BROKER_TYPE_STOCK;
-    for (int i = 0; i < 2; ++i) {
-        CBasketStockData row;
-        row.m_market = QString::fromLatin1(market);
-        row.m_stockCode = QString::fromLatin1(codes[i]);
-        row.m_weight = 1;
-        row.m_volume = futures ? 2 : 100;
-        row.m_operationType = i == 0 ? ttservice::OT_BUY : ttservice::OT_SELL;
-        basket.m_stocks << row;
-    }
-    getUserConfig()->baskets().insert(basket.m_name, basket);
     form->updateBasketSetting();
-    form->basketsCombo()->setBasket(basket.m_name, false);
+    form->basketsCombo()->setBasket(QStringLiteral("b"), false);
     ASSERT_EQ(widget.editWidget()->getOrderParams().size(), 2u);
 
     widget.handleEvent(1046, 0, 0, QString(), nullptr);
-    QStringList messages;
-    for (const auto &call : getMsgService()->shownMessages())
-        messages << call.m_text;
     const auto &placed = CTradeClient::instance()->placedCommands();
-    ASSERT_EQ(placed.size(), 1u) << messages.join(QLatin1Char('|')).toStdString();
+    ASSERT_EQ(placed.size(), 1u) << (getMsgService()->shownMessages().empty() ? QString()
+                                     : getMsgService()->shownMessages().back().m_text).toStdString();
     const auto &call = placed.front();
     ASSERT_EQ(call.m_orders.size(), 2u);
     EXPECT_EQ(call.m_orders[0].m_operationType, c.buyOperation);

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <ostream>
 #include <vector>
 
 // The parent of a widget under test: keeps every event that reaches it, and takes it.
@@ -15,7 +16,12 @@ public:
         int id;
         int value;
         QString text;
+        bool operator==(const Seen &o) const
+        {
+            return event == o.event && id == o.id && value == o.value && text == o.text;
+        }
     };
+    using Events = std::vector<Seen>;
 
     EventRecorder()
         : WK::CBaseWidget(QStringLiteral("event_recorder"), false, nullptr)
@@ -28,5 +34,10 @@ public:
         return true;
     }
 
-    std::vector<Seen> seen;
+    Events seen;
 };
+
+inline void PrintTo(const EventRecorder::Seen &s, std::ostream *os)
+{
+    *os << "{" << s.event << ", " << s.id << ", " << s.value << ", \"" << s.text.toStdString() << "\"}";
+}

@@ -1,4 +1,6 @@
+// The hedge block of the basket form and its settings pop-up.
 #include "COpBasketFutureParamsWidget.h"
+#include "COpBasketHedgeSettingWidget.h"
 #include "EventRecorder.h"
 #include "SubstituteFixture.h"
 
@@ -7,6 +9,7 @@
 #include "CCheckBox.h"
 #include "CComboBox.h"
 #include "CParameterCell.h"
+#include "CPushButton.h"
 #include "CSimpleTextWidget.h"
 
 #include "CBasketHedgeParam.h"
@@ -19,113 +22,60 @@
 
 namespace {
 
+using TC::COpBasketFutureParamsWidget;
+
 constexpr int kBlockId = 6;
 
-TC::COpBasketFutureParamsWidget *makeBlock(EventRecorder &parent)
+class FutureParams : public SubstituteTest
 {
-    return new TC::COpBasketFutureParamsWidget(kBlockId, 1, &parent);
-}
+protected:
+    COpBasketFutureParamsWidget *makeBlock() { return new COpBasketFutureParamsWidget(kBlockId, 1, &parent); }
+    static WK::CCheckBox *checkBoxOf(COpBasketFutureParamsWidget *block) { return block->findChild<WK::CCheckBox *>(); }
+    static WK::CComboBox *comboOf(COpBasketFutureParamsWidget *block) { return block->findChild<WK::CComboBox *>(); }
 
-WK::CCheckBox *checkBoxOf(TC::COpBasketFutureParamsWidget *block)
-{
-    return block->findChild<WK::CCheckBox *>();
-}
-
-WK::CComboBox *contractComboOf(TC::COpBasketFutureParamsWidget *block)
-{
-    return block->findChild<WK::CComboBox *>();
-}
-
-long long beijing(int year, int month, int day)
-{
-    return QDateTime(QDate(year, month, day), QTime(9, 30), Qt::OffsetFromUTC, 8 * 3600).toSecsSinceEpoch();
-}
-
-class OpBasketFutureParamsWidget : public SubstituteTest
-{
-};
-
-// --- parameter text ---
-
-struct ParamText {
-    const char *name;
-    const char *text;
-};
-
-const ParamText kParamTexts[] = {
-    {"defaults", "IF2401,100,0,0"},
-    {"fractionalRatioFixedLots", "IC2403,55.5,1,3"},
-    {"manualHedge", "IH2406,80,-1,0"},
-    {"noContract", ",100,0,0"},
-};
-
-class ParamRoundTrip : public OpBasketFutureParamsWidget, public ::testing::WithParamInterface<ParamText>
-{
-};
-
-TEST_P(ParamRoundTrip, anotherBlockReadsTheTextBackUnchanged)
-{
     EventRecorder parent;
-    TC::COpBasketFutureParamsWidget *source = makeBlock(parent);
-    source->setParam(QString::fromLatin1(GetParam().text));
+};
 
-    TC::COpBasketFutureParamsWidget *target = makeBlock(parent);
-    target->setHedgeRatio(12);
-    target->setHedgeType(TC::COpBasketFutureParamsWidget::HT_SYNCHRONOUS);
-    target->setContractVolume(9);
-    target->setParam(source->param());
+TEST_F(FutureParams, anotherBlockReadsTheTextBackAndFieldsThatDoNotParseKeepTheirValues)
+{
+    for (const char *text : {"IF2401,100,0,0", "IC2403,55.5,1,3", "IH2406,80,-1,0", ",100,0,0"}) {
+        COpBasketFutureParamsWidget *source = makeBlock();
+        source->setParam(QString::fromLatin1(text));
+        COpBasketFutureParamsWidget *target = makeBlock();
+        target->setHedgeRatio(12);
+        target->setHedgeType(COpBasketFutureParamsWidget::HT_SYNCHRONOUS);
+        target->setContractVolume(9);
+        target->setParam(source->param());
+        EXPECT_EQ(target->param(), QString::fromLatin1(text));
+    }
 
-    EXPECT_EQ(target->param(), QString::fromLatin1(GetParam().text));
+    COpBasketFutureParamsWidget *block = makeBlock();
+    block->setParam(QStringLiteral("IC2403,55.5,1,3"));
+    block->setParam(QStringLiteral("ih2402,abc,7,x"));
+    EXPECT_EQ(block->hedgeContractCode(), QStringLiteral("IH2402"));
+    EXPECT_DOUBLE_EQ(block->hedgeRatio(), 55.5);
+    EXPECT_EQ(block->hedgeType(), COpBasketFutureParamsWidget::HT_SYNCHRONOUS);
+    EXPECT_EQ(block->contractVolume(), 3);
+    block->setParam(QString());
+    EXPECT_EQ(block->param(), QStringLiteral("IH2402,55.5,1,3"));
     EXPECT_TRUE(parent.seen.empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, ParamRoundTrip, ::testing::ValuesIn(kParamTexts),
-                         [](const ::testing::TestParamInfo<ParamText> &info) { return std::string(info.param.name); });
-
-TEST_F(OpBasketFutureParamsWidget, fieldsThatDoNotParseKeepTheirValues)
+TEST_F(FutureParams, fillHedgeParamCarriesTheBlocksValuesOnlyWhenCheckedWithAContract)
 {
-    EventRecorder parent;
-    TC::COpBasketFutureParamsWidget *block = makeBlock(parent);
+    COpBasketFutureParamsWidget *block = makeBlock();
     block->setParam(QStringLiteral("IC2403,55.5,1,3"));
-
-    block->setParam(QStringLiteral("ih2402,abc,7,x"));
-
-    EXPECT_EQ(block->hedgeContractCode(), QStringLiteral("IH2402"));
-    EXPECT_DOUBLE_EQ(block->hedgeRatio(), 55.5);
-    EXPECT_EQ(block->hedgeType(), TC::COpBasketFutureParamsWidget::HT_SYNCHRONOUS);
-    EXPECT_EQ(block->contractVolume(), 3);
-
-    block->setParam(QString());
-    EXPECT_EQ(block->param(), QStringLiteral("IH2402,55.5,1,3"));
-}
-
-// --- hedge record ---
-
-TEST_F(OpBasketFutureParamsWidget, fillHedgeParamRefusesUncheckedOrWithoutAContract)
-{
-    EventRecorder parent;
-    TC::COpBasketFutureParamsWidget *block = makeBlock(parent);
     ttservice::CBasketHedgeParam hedge;
     hedge.m_contractCode = "untouched";
-
     EXPECT_FALSE(block->fillHedgeParam(hedge));
     block->setAutoHedge(true);
     block->setHedgeContractCode(QString());
     EXPECT_FALSE(block->fillHedgeParam(hedge));
-
     EXPECT_FALSE(hedge.m_enabled);
     EXPECT_EQ(hedge.m_contractCode, "untouched");
     EXPECT_TRUE(block->getHedgeStockCode().isEmpty());
-}
 
-TEST_F(OpBasketFutureParamsWidget, fillHedgeParamCarriesTheBlocksValuesWhenChecked)
-{
-    EventRecorder parent;
-    TC::COpBasketFutureParamsWidget *block = makeBlock(parent);
-    block->setParam(QStringLiteral("IC2403,55.5,1,3"));
-    block->setAutoHedge(true);
-    ttservice::CBasketHedgeParam hedge;
-
+    block->setHedgeContractCode(QStringLiteral("IC2403"));
     ASSERT_TRUE(block->fillHedgeParam(hedge));
     EXPECT_TRUE(hedge.m_enabled);
     EXPECT_EQ(hedge.m_hedgeType, 1);
@@ -135,101 +85,62 @@ TEST_F(OpBasketFutureParamsWidget, fillHedgeParamCarriesTheBlocksValuesWhenCheck
     EXPECT_EQ(hedge.m_contractVolume, 3);
 }
 
-TEST_F(OpBasketFutureParamsWidget, hedgeStockCodeTakesTheMarketOfTheInstrumentService)
+TEST_F(FutureParams, hedgeStockCodeTakesTheMarketOfTheInstrumentService)
 {
     ttservice::CInstrumentDetail gold;
     gold.m_market = "SHFE";
     gold.m_stockCode = "AU2406";
     TC::CExchangeClient::instance()->addInstrument(gold);
-    EventRecorder parent;
-    TC::COpBasketFutureParamsWidget *block = makeBlock(parent);
-
+    COpBasketFutureParamsWidget *block = makeBlock();
     block->setHedgeContractCode(QStringLiteral("au2406"));
     EXPECT_EQ(block->getHedgeStockCode(), QStringLiteral("AU2406.SHFE"));
-
     block->setHedgeContractCode(QStringLiteral("IF2402"));
     EXPECT_EQ(block->getHedgeStockCode(), QStringLiteral("IF2402.CFFEX"));
 }
 
-// --- events ---
-
-TEST_F(OpBasketFutureParamsWidget, userTogglesDeliverOnlyTheBlocksEvent)
+TEST_F(FutureParams, theUsersTogglesAndTheSettingLinkDeliverTheBlocksEventsTheProgramsNone)
 {
-    EventRecorder parent;
-    TC::COpBasketFutureParamsWidget *block = makeBlock(parent);
-
-    checkBoxOf(block)->click();
-    checkBoxOf(block)->click();
-
-    ASSERT_EQ(parent.seen.size(), 2u);
-    EXPECT_EQ(parent.seen[0].event, 1137);
-    EXPECT_EQ(parent.seen[0].id, kBlockId);
-    EXPECT_EQ(parent.seen[0].value, 1);
-    EXPECT_EQ(parent.seen[1].event, 1137);
-    EXPECT_EQ(parent.seen[1].value, 0);
-}
-
-TEST_F(OpBasketFutureParamsWidget, setAutoHedgeShowsTheParametersWithoutAnEvent)
-{
-    EventRecorder parent;
-    TC::COpBasketFutureParamsWidget *block = makeBlock(parent);
+    COpBasketFutureParamsWidget *block = makeBlock();
     auto *ratio = block->findChild<WK::CParameterCell *>();
     EXPECT_FALSE(ratio->isVisibleTo(block));
-
     block->setAutoHedge(true);
-
     EXPECT_TRUE(block->isAutoHedgeCheck());
     EXPECT_TRUE(ratio->isVisibleTo(block));
-    EXPECT_EQ(block->sizeHint().height(), TC::COpBasketFutureParamsWidget::kExpandedHeight);
+    EXPECT_EQ(block->sizeHint().height(), COpBasketFutureParamsWidget::kExpandedHeight);
+    block->setAutoHedge(false);
     EXPECT_TRUE(parent.seen.empty());
-}
 
-TEST_F(OpBasketFutureParamsWidget, settingLinkAsksForTheSettingsPopup)
-{
-    EventRecorder parent;
-    TC::COpBasketFutureParamsWidget *block = makeBlock(parent);
-    WK::CSimpleTextWidget *link = nullptr;
+    checkBoxOf(block)->click();
+    checkBoxOf(block)->click();
     for (WK::CSimpleTextWidget *text : block->findChildren<WK::CSimpleTextWidget *>()) {
         if (text->isClickable())
-            link = text;
+            QTest::mouseClick(text, Qt::LeftButton);
     }
-    ASSERT_NE(link, nullptr);
-
-    QTest::mouseClick(link, Qt::LeftButton);
-
-    ASSERT_EQ(parent.seen.size(), 1u);
-    EXPECT_EQ(parent.seen[0].event, 1143);
-    EXPECT_EQ(parent.seen[0].id, kBlockId);
+    EXPECT_EQ(parent.seen, (EventRecorder::Events{{1137, kBlockId, 1, QString()}, {1137, kBlockId, 0, QString()},
+                                                  {1143, kBlockId, 0, QString()}}));
 }
 
-TEST_F(OpBasketFutureParamsWidget, aTypedContractAsksForARecalculationOncePerChange)
+TEST_F(FutureParams, aTypedContractAsksForARecalculationOncePerChange)
 {
-    EventRecorder parent;
-    TC::COpBasketFutureParamsWidget *block = makeBlock(parent);
+    COpBasketFutureParamsWidget *block = makeBlock();
     block->setAutoHedge(true);
-    QLineEdit *edit = contractComboOf(block)->lineEdit();
-
+    QLineEdit *edit = comboOf(block)->lineEdit();
     edit->selectAll();
     QTest::keyClicks(edit, QStringLiteral("ic2403"));
     QTest::keyClick(edit, Qt::Key_Return);
     QTest::keyClick(edit, Qt::Key_Return);
 
-    ASSERT_EQ(parent.seen.size(), 1u);
-    EXPECT_EQ(parent.seen[0].event, 1088);
-    EXPECT_EQ(parent.seen[0].id, kBlockId);
-    EXPECT_EQ(parent.seen[0].value, 0);
+    EXPECT_EQ(parent.seen, (EventRecorder::Events{{1088, kBlockId, 0, QStringLiteral("IC2403")}}));
     EXPECT_EQ(block->hedgeContractCode(), QStringLiteral("IC2403"));
 }
 
-TEST_F(OpBasketFutureParamsWidget, lockedBlockTakesNoInputAndUnlockingRestoresIt)
+TEST_F(FutureParams, lockedBlockTakesNoInputAndUnlockingRestoresIt)
 {
-    EventRecorder parent;
-    TC::COpBasketFutureParamsWidget *block = makeBlock(parent);
-
+    COpBasketFutureParamsWidget *block = makeBlock();
     block->setLocked(true);
     checkBoxOf(block)->click();
     EXPECT_FALSE(block->isAutoHedgeCheck());
-    EXPECT_FALSE(contractComboOf(block)->isEnabled());
+    EXPECT_FALSE(comboOf(block)->isEnabled());
     EXPECT_TRUE(parent.seen.empty());
 
     block->setLocked(false);
@@ -238,64 +149,85 @@ TEST_F(OpBasketFutureParamsWidget, lockedBlockTakesNoInputAndUnlockingRestoresIt
     EXPECT_EQ(parent.seen.size(), 1u);
 }
 
-// --- direction and listed contracts ---
-
-struct Direction {
-    const char *name;
-    int operation;
-    const char *text;
-};
-
-const Direction kDirections[] = {
-    {"buy", 18, "期货卖出"},
-    {"sell", 19, "期货买入"},
-    {"none", -1, ""},
-};
-
-class HedgeDirection : public OpBasketFutureParamsWidget, public ::testing::WithParamInterface<Direction>
+TEST_F(FutureParams, hedgeDirectionIsAgainstTheSideOfTheBasket)
 {
-};
-
-TEST_P(HedgeDirection, followsTheSideOfTheBasket)
-{
-    EventRecorder parent;
-    TC::COpBasketFutureParamsWidget *block = makeBlock(parent);
-    block->setOperationType(GetParam().operation);
-    EXPECT_EQ(block->hedgeDirectionText(), QString::fromUtf8(GetParam().text));
+    COpBasketFutureParamsWidget *block = makeBlock();
+    const std::pair<int, const char *> rows[] = {{18, "期货卖出"}, {19, "期货买入"}, {-1, ""}};
+    for (const auto &row : rows) {
+        block->setOperationType(row.first);
+        EXPECT_EQ(block->hedgeDirectionText(), QString::fromUtf8(row.second)) << row.first;
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Operations, HedgeDirection, ::testing::ValuesIn(kDirections),
-                         [](const ::testing::TestParamInfo<Direction> &info) { return std::string(info.param.name); });
-
-struct Listing {
-    const char *name;
-    long long seconds;
-    const char *ifCodes;
-};
-
-const Listing kListings[] = {
-    {"startOfJanuary", beijing(2024, 1, 2), "IF2401 IF2402 IF2403 IF2406"},
-    {"onTheThirdFriday", beijing(2024, 1, 19), "IF2401 IF2402 IF2403 IF2406"},
-    {"dayAfterTheThirdFriday", beijing(2024, 1, 20), "IF2402 IF2403 IF2406 IF2409"},
-    {"quarterMonthIsCurrent", beijing(2024, 3, 1), "IF2403 IF2404 IF2406 IF2409"},
-    {"acrossTheYear", beijing(2024, 11, 30), "IF2412 IF2501 IF2503 IF2506"},
-};
-
-class ListedIndexFutures : public ::testing::TestWithParam<Listing>
+TEST(ListedIndexFutures, offersTheTwoNearMonthsAndTheNextTwoQuarterMonthsOfEachProduct)
 {
-};
-
-TEST_P(ListedIndexFutures, offersFourMonthsOfEachProduct)
-{
-    const QStringList codes = TC::COpBasketFutureParamsWidget::listedIndexFutures(GetParam().seconds);
-
-    ASSERT_EQ(codes.size(), 16);
-    EXPECT_EQ(codes.mid(0, 4).join(QLatin1Char(' ')), QString::fromLatin1(GetParam().ifCodes));
-    EXPECT_TRUE(codes.at(4).startsWith(QLatin1String("IH")));
-    EXPECT_TRUE(codes.at(15).startsWith(QLatin1String("IM")));
+    struct Row {
+        const char *name;
+        QDate day;
+        const char *ifCodes;
+    };
+    const Row rows[] = {
+        {"startOfJanuary", QDate(2024, 1, 2), "IF2401 IF2402 IF2403 IF2406"},
+        {"onTheThirdFriday", QDate(2024, 1, 19), "IF2401 IF2402 IF2403 IF2406"},
+        {"dayAfterTheThirdFriday", QDate(2024, 1, 20), "IF2402 IF2403 IF2406 IF2409"},
+        {"quarterMonthIsCurrent", QDate(2024, 3, 1), "IF2403 IF2404 IF2406 IF2409"},
+        {"acrossTheYear", QDate(2024, 11, 30), "IF2412 IF2501 IF2503 IF2506"},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        const long long seconds = QDateTime(row.day, QTime(9, 30), Qt::OffsetFromUTC, 8 * 3600).toSecsSinceEpoch();
+        const QStringList codes = COpBasketFutureParamsWidget::listedIndexFutures(seconds);
+        ASSERT_EQ(codes.size(), 16);
+        EXPECT_EQ(codes.mid(0, 4).join(QLatin1Char(' ')), QString::fromLatin1(row.ifCodes));
+        EXPECT_TRUE(codes.at(4).startsWith(QLatin1String("IH")));
+        EXPECT_TRUE(codes.at(15).startsWith(QLatin1String("IM")));
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Days, ListedIndexFutures, ::testing::ValuesIn(kListings),
-                         [](const ::testing::TestParamInfo<Listing> &info) { return std::string(info.param.name); });
+// The settings pop-up, made as the form makes it: with the form as parent and no block given.
+class HedgeSetting : public FutureParams
+{
+protected:
+    void SetUp() override
+    {
+        FutureParams::SetUp();
+        block = makeBlock();
+        block->setParam(QStringLiteral("IF2401,100,1,5"));
+        popup = new TC::COpBasketHedgeSettingWidget(&parent);
+        popup->load();
+    }
+    void press(const QString &text) const
+    {
+        for (WK::CPushButton *b : popup->findChildren<WK::CPushButton *>()) {
+            if (b->text() == text)
+                b->click();
+        }
+    }
+
+    COpBasketFutureParamsWidget *block = nullptr;
+    TC::COpBasketHedgeSettingWidget *popup = nullptr;
+};
+
+TEST_F(HedgeSetting, showsTheFormsBlockAndOkWritesTheEditsBackWithoutAnEvent)
+{
+    EXPECT_EQ(popup->hedgeWidget(), block);
+    EXPECT_EQ(popup->hedgeTypeCombo()->currentData().toInt(), COpBasketFutureParamsWidget::HT_SYNCHRONOUS);
+    EXPECT_EQ(popup->volumeCell()->toInt(), 5);
+
+    popup->hedgeTypeCombo()->setCurrentIndex(popup->hedgeTypeCombo()->findData(-1));
+    popup->volumeCell()->setInt(0);
+    press(QStringLiteral("确定"));
+    EXPECT_EQ(block->param(), QStringLiteral("IF2401,100,-1,0"));
+    EXPECT_EQ(popup->result(), QDialog::Accepted);
+    EXPECT_TRUE(parent.seen.empty());
+}
+
+TEST_F(HedgeSetting, cancelLeavesTheBlockAsItWas)
+{
+    popup->volumeCell()->setInt(42);
+    press(QStringLiteral("取消"));
+    EXPECT_EQ(block->contractVolume(), 5);
+    EXPECT_EQ(popup->result(), QDialog::Rejected);
+}
 
 } // namespace

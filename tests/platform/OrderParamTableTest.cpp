@@ -79,8 +79,7 @@ TEST(OrderParamTable, EveryCallCarriesAllFiltersWithTheirColumnTypes)
     table->setColumnFilter(1, WK::FT_CONTAIN, QSet<QString>{QStringLiteral("600")});
     EXPECT_EQ(owner.last.value(1), qMakePair(WK::FT_CONTAIN, QSet<QString>{QStringLiteral("600")}));
 
-    // An empty choice removes the column's filter; clearing is the owner's own doing and is not
-    // reported back.
+    // An empty choice removes the column's filter; the owner's own clearing is not reported back.
     table->setColumnFilter(0, QSet<QString>());
     EXPECT_EQ(owner.last.keys(), (QList<int>{1, 2}));
     const int calls = owner.calls;
@@ -89,10 +88,10 @@ TEST(OrderParamTable, EveryCallCarriesAllFiltersWithTheirColumnTypes)
     EXPECT_TRUE(table->filters().isEmpty());
 }
 
-TEST(OrderParamTable, WithoutAnOwnerTheMenuShowsTheCellsAndFiltersNothing)
+TEST(OrderParamTable, WithoutAnOwnerItFiltersNothingAndItsLayoutTextFitsThePanelsString)
 {
     COrderParamTable table(0, nullptr, nullptr, nullptr);
-    table.setColumnCount(1);
+    table.setColumnCount(3);
     table.setColumnFilterable(0, true);
     table.appendRow(QStringList{QStringLiteral("SH")});
     table.appendRow(QStringList{QStringLiteral("SZ")});
@@ -101,17 +100,11 @@ TEST(OrderParamTable, WithoutAnOwnerTheMenuShowsTheCellsAndFiltersNothing)
     EXPECT_EQ(popup->values(), (QStringList{QStringLiteral("SH"), QStringLiteral("SZ")}));
     table.setColumnFilter(0, QSet<QString>{QStringLiteral("SH")});
     EXPECT_EQ(table.rowCount(), 2);
-}
 
-TEST(OrderParamTable, LayoutTextFitsThePanelsParameterString)
-{
-    COrderParamTable table(0, nullptr, nullptr, nullptr);
-    table.setColumnCount(3);
     table.setColumnVisible(1, false);
     table.moveColumn(2, 0);
     const QString text = table.saveConfigStr();
     EXPECT_FALSE(text.contains(QLatin1Char('|')) || text.contains(QLatin1Char('/'))) << text.toStdString();
-
     COrderParamTable other(0, nullptr, nullptr, nullptr);
     other.setColumnCount(3);
     ASSERT_TRUE(other.loadConfigStr(text));

@@ -8,8 +8,8 @@
 #include <QApplication>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QPointer>
 #include <QLineEdit>
+#include <QPointer>
 #include <QScreen>
 #include <QTableWidget>
 #include <QTimer>
@@ -36,12 +36,21 @@ void addInstrument(const char *market, const char *code, const char *name)
     TC::CExchangeClient::instance()->addInstrument(detail);
 }
 
-// "<code>.<market>" of every listed row, in order.
+// "<code>.<market>" of every listed row, in order, after checking that the table shows them.
 std::vector<std::string> listedKeys(const CSmartKeyboardDialog *keyboard)
 {
     std::vector<std::string> keys;
-    for (int row = 0; row < keyboard->matchCount(); ++row)
-        keys.push_back(keyboard->matchAt(row).m_stockCode + "." + keyboard->matchAt(row).m_market);
+    QTableWidget *table = keyboard->matchTable();
+    EXPECT_EQ(table->rowCount(), keyboard->matchCount());
+    for (int row = 0; row < keyboard->matchCount(); ++row) {
+        const ttservice::CStockInfo stock = keyboard->matchAt(row);
+        keys.push_back(stock.m_stockCode + "." + stock.m_market);
+        if (row < table->rowCount()) {
+            EXPECT_EQ(table->item(row, 0)->text().toStdString(), stock.m_stockCode);
+            EXPECT_EQ(table->item(row, 1)->text().toStdString(), stock.m_stockName);
+            EXPECT_EQ(table->item(row, 2)->text().toStdString(), stock.m_market);
+        }
+    }
     return keys;
 }
 
@@ -65,7 +74,6 @@ protected:
         addInstrument("SZSE", "300750", "宁德时代");
         addInstrument("HK", "00700", "腾讯控股");
     }
-
     void TearDown() override { keyboard->reset(); }
 
     // A select function that keeps what it is handed.
@@ -74,22 +82,23 @@ protected:
         keyboard->setSelectStockFunc(
             [this](ttservice::CStockInfo stock, TC::ESmartKeyType type) { chosen.push_back({stock, type}); });
     }
+    // The first character of a search, typed on the panel.
+    void typeOn(QWidget *panel, const QString &text)
+    {
+        QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, text);
+        keyboard->setChar(&key, panel);
+    }
 
     CSmartKeyboardDialog *keyboard = nullptr;
+    QWidget panel;
     std::vector<Chosen> chosen;
 };
 
-TEST_F(SmartKeyboard, isOneKeyboardPerProcess)
+TEST_F(SmartKeyboard, isOneKeyboardUntilTheEventLoopEndsThenALaterCallMakesANewOne)
 {
     EXPECT_EQ(CSmartKeyboardDialog::instance(), keyboard);
-    EXPECT_FALSE(keyboard->isModal());
-}
-
-TEST_F(SmartKeyboard, theEndOfTheEventLoopDeletesItAndALaterCallMakesANewOne)
-{
     QPointer<CSmartKeyboardDialog> before = keyboard;
     QTimer::singleShot(0, qApp, &QCoreApplication::quit);
-
     QApplication::exec();
 
     EXPECT_TRUE(before.isNull());
@@ -99,14 +108,13 @@ TEST_F(SmartKeyboard, theEndOfTheEventLoopDeletesItAndALaterCallMakesANewOne)
     EXPECT_EQ(keyboard->matchCount(), 1);
 }
 
-TEST_F(SmartKeyboard, typedCharacterOpensTheBoxWithItsMatches)
+TEST_F(SmartKeyboard, aTypedCharacterOpensTheBoxWithANewSearchThatTypingNarrows)
 {
-    QWidget panel;
     panel.resize(200, 40);
     panel.show();
+    keyboard->setSearchText(QStringLiteral("300"));
     QKeyEvent key(QEvent::KeyPress, Qt::Key_6, Qt::NoModifier, QStringLiteral("6"));
     key.ignore();
-
     keyboard->setChar(&key, &panel);
 
     EXPECT_TRUE(key.isAccepted());
@@ -114,43 +122,21 @@ TEST_F(SmartKeyboard, typedCharacterOpensTheBoxWithItsMatches)
     EXPECT_EQ(keyboard->searchText(), QStringLiteral("6"));
     EXPECT_EQ(listedKeys(keyboard), (std::vector<std::string>{"600000.SH", "600036.SH", "601318.SSE"}));
     EXPECT_EQ(keyboard->currentRow(), 0);
-}
-
-TEST_F(SmartKeyboard, aNewCharacterStartsANewSearch)
-{
-    QWidget panel;
-    keyboard->setSearchText(QStringLiteral("600"));
-    QKeyEvent key(QEvent::KeyPress, Qt::Key_3, Qt::NoModifier, QStringLiteral("3"));
-
-    keyboard->setChar(&key, &panel);
-
-    EXPECT_EQ(keyboard->searchText(), QStringLiteral("3"));
-    EXPECT_EQ(listedKeys(keyboard), (std::vector<std::string>{"300750.SZSE"}));
-}
-
-TEST_F(SmartKeyboard, typingNarrowsTheList)
-{
-    QWidget panel;
-    QKeyEvent key(QEvent::KeyPress, Qt::Key_6, Qt::NoModifier, QStringLiteral("6"));
-    keyboard->setChar(&key, &panel);
 
     QTest::keyClicks(keyboard->searchEdit(), QStringLiteral("0003"));
-
     EXPECT_EQ(keyboard->searchText(), QStringLiteral("60003"));
     EXPECT_EQ(listedKeys(keyboard), (std::vector<std::string>{"600036.SH"}));
 }
 
-struct MatchCase {
-    const char *text;
-    int tradeType;
-    std::vector<std::string> keys;
-};
-
 TEST_F(SmartKeyboard, matchesCodePrefixesAndNamesInCodeOrder)
 {
-    const MatchCase cases[] = {
+    struct Row {
+        const char *text;
+        int tradeType;
+        std::vector<std::string> keys;
+    };
+    const Row rows[] = {
         {"6", 2, {"600000.SH", "600036.SH", "601318.SSE"}},
-        {"60003", 2, {"600036.SH"}},
         // One code on two markets: both, by market.
         {"000001", 2, {"000001.SH", "000001.SZ"}},
         {"0", 2, {"000001.SH", "000001.SZ", "00700.HK"}},
@@ -167,22 +153,26 @@ TEST_F(SmartKeyboard, matchesCodePrefixesAndNamesInCodeOrder)
         {"xyz", 2, {}},
         {"", 2, {}},
     };
-    for (const MatchCase &c : cases) {
-        keyboard->setTradeType(c.tradeType);
-        keyboard->setSearchText(QString::fromUtf8(c.text));
-        EXPECT_EQ(listedKeys(keyboard), c.keys) << "text \"" << c.text << "\", trade type " << c.tradeType;
-        EXPECT_EQ(keyboard->matchTable()->rowCount(), static_cast<int>(c.keys.size())) << c.text;
+    for (const Row &row : rows) {
+        keyboard->setTradeType(row.tradeType);
+        keyboard->setSearchText(QString::fromUtf8(row.text));
+        EXPECT_EQ(listedKeys(keyboard), row.keys) << "text \"" << row.text << "\", trade type " << row.tradeType;
     }
 }
 
-TEST_F(SmartKeyboard, theTableShowsCodeNameAndMarket)
+TEST_F(SmartKeyboard, theListFollowsTheTradeTypeAtOnceAndSeesInstrumentsAddedSinceTheLastSearch)
 {
-    keyboard->setSearchText(QStringLiteral("6000"));
+    keyboard->setSearchText(QStringLiteral("I"));
+    ASSERT_EQ(listedKeys(keyboard), (std::vector<std::string>{"IF2401.CFFEX"}));
+    keyboard->setTradeType(1);
+    EXPECT_EQ(keyboard->matchCount(), 0);
+    EXPECT_EQ(keyboard->matchTable()->rowCount(), 0);
+    keyboard->setTradeType(2);
+    EXPECT_EQ(listedKeys(keyboard), (std::vector<std::string>{"IF2401.CFFEX"}));
 
-    ASSERT_EQ(keyboard->matchTable()->rowCount(), 2);
-    EXPECT_EQ(keyboard->matchTable()->item(1, 0)->text(), QStringLiteral("600036"));
-    EXPECT_EQ(keyboard->matchTable()->item(1, 1)->text(), QStringLiteral("招商银行"));
-    EXPECT_EQ(keyboard->matchTable()->item(1, 2)->text(), QStringLiteral("SH"));
+    addInstrument("CFFEX", "IH2401", "上证50股指期货");
+    keyboard->setSearchText(QStringLiteral("I"));
+    EXPECT_EQ(listedKeys(keyboard), (std::vector<std::string>{"IF2401.CFFEX", "IH2401.CFFEX"}));
 }
 
 TEST_F(SmartKeyboard, listsAtMostFiftyOfTheFirstCodes)
@@ -190,49 +180,19 @@ TEST_F(SmartKeyboard, listsAtMostFiftyOfTheFirstCodes)
     // Added from the highest code down, so that the first fifty added are the wrong ones.
     for (int i = 79; i >= 0; --i)
         addInstrument("SZ", std::to_string(500000 + i).c_str(), "fund");
-
     keyboard->setSearchText(QStringLiteral("5"));
-
     ASSERT_EQ(keyboard->matchCount(), CSmartKeyboardDialog::MAX_MATCHES);
     for (int row = 0; row < keyboard->matchCount(); ++row)
         EXPECT_EQ(keyboard->matchAt(row).m_stockCode, std::to_string(500000 + row));
 }
 
-TEST_F(SmartKeyboard, tradeTypeOneHidesFuturesAtOnce)
-{
-    keyboard->setSearchText(QStringLiteral("I"));
-    ASSERT_EQ(listedKeys(keyboard), (std::vector<std::string>{"IF2401.CFFEX"}));
-
-    keyboard->setTradeType(1);
-    EXPECT_EQ(keyboard->matchCount(), 0);
-    EXPECT_EQ(keyboard->matchTable()->rowCount(), 0);
-
-    keyboard->setTradeType(2);
-    EXPECT_EQ(listedKeys(keyboard), (std::vector<std::string>{"IF2401.CFFEX"}));
-}
-
-TEST_F(SmartKeyboard, aNewSearchSeesInstrumentsAddedSinceTheLast)
-{
-    keyboard->setSearchText(QStringLiteral("688"));
-    ASSERT_EQ(keyboard->matchCount(), 0);
-    addInstrument("SH", "688001", "华兴源创");
-
-    keyboard->setSearchText(QStringLiteral("688"));
-
-    EXPECT_EQ(listedKeys(keyboard), (std::vector<std::string>{"688001.SH"}));
-}
-
-struct ChoiceCase {
-    const char *text;
-    const char *market;
-    const char *code;
-    const char *name;
-    TC::ESmartKeyType type;
-};
-
 TEST_F(SmartKeyboard, enterHandsTheInstrumentAndItsKindToTheSelectFunction)
 {
-    const ChoiceCase cases[] = {
+    struct Row {
+        const char *text, *market, *code, *name;
+        TC::ESmartKeyType type;
+    };
+    const Row rows[] = {
         {"IF2401", "CFFEX", "IF2401", "沪深股指期货", TC::SKT_FUTURE},
         {"ag", "SHFE", "ag2406", "白银主力", TC::SKT_FUTURE},
         {"600000", "SH", "600000", "浦发银行", TC::SKT_STOCK},
@@ -240,33 +200,31 @@ TEST_F(SmartKeyboard, enterHandsTheInstrumentAndItsKindToTheSelectFunction)
         {"00700", "HK", "00700", "腾讯控股", TC::SKT_STOCK},
     };
     recordChoices();
-    QWidget panel;
-    for (const ChoiceCase &c : cases) {
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.text);
         chosen.clear();
-        const QString text = QString::fromUtf8(c.text);
-        QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, text.left(1));
-        keyboard->setChar(&key, &panel);
+        const QString text = QString::fromUtf8(row.text);
+        typeOn(&panel, text.left(1));
         keyboard->setSearchText(text);
-        ASSERT_TRUE(keyboard->isVisible()) << c.text;
+        ASSERT_TRUE(keyboard->isVisible());
 
         QTest::keyClick(keyboard->searchEdit(), Qt::Key_Return);
 
-        ASSERT_EQ(chosen.size(), 1u) << c.text;
-        EXPECT_EQ(chosen[0].stock.m_market, c.market);
-        EXPECT_EQ(chosen[0].stock.m_stockCode, c.code);
-        EXPECT_EQ(chosen[0].stock.m_stockName, c.name);
-        EXPECT_EQ(chosen[0].stock.m_exchangeId, c.code);
-        EXPECT_EQ(chosen[0].type, c.type) << c.text;
-        EXPECT_FALSE(keyboard->isVisible()) << c.text;
+        ASSERT_EQ(chosen.size(), 1u);
+        EXPECT_EQ(chosen[0].stock.m_market, row.market);
+        EXPECT_EQ(chosen[0].stock.m_stockCode, row.code);
+        EXPECT_EQ(chosen[0].stock.m_stockName, row.name);
+        EXPECT_EQ(chosen[0].stock.m_exchangeId, row.code);
+        EXPECT_EQ(chosen[0].type, row.type);
+        EXPECT_FALSE(keyboard->isVisible());
     }
 }
 
-TEST_F(SmartKeyboard, upAndDownMoveTheRowEnterChooses)
+TEST_F(SmartKeyboard, upAndDownMoveTheRowWithinTheListAndEnterChoosesIt)
 {
     recordChoices();
     keyboard->setSearchText(QStringLiteral("6"));
     QLineEdit *edit = keyboard->searchEdit();
-
     QTest::keyClick(edit, Qt::Key_Up);
     EXPECT_EQ(keyboard->currentRow(), 0);
     for (int i = 0; i < 5; ++i)
@@ -274,37 +232,17 @@ TEST_F(SmartKeyboard, upAndDownMoveTheRowEnterChooses)
     EXPECT_EQ(keyboard->currentRow(), 2);
     QTest::keyClick(edit, Qt::Key_Up);
     EXPECT_EQ(keyboard->currentRow(), 1);
-    // The arrows move rows, not the cursor, and type nothing.
-    EXPECT_EQ(keyboard->searchText(), QStringLiteral("6"));
+    EXPECT_EQ(keyboard->searchText(), QStringLiteral("6")) << "the arrows move rows and type nothing";
 
     QTest::keyClick(edit, Qt::Key_Enter, Qt::KeypadModifier);
-
     ASSERT_EQ(chosen.size(), 1u);
     EXPECT_EQ(chosen[0].stock.m_stockCode, "600036");
-}
-
-TEST_F(SmartKeyboard, enterWithNothingListedChoosesNothing)
-{
-    recordChoices();
-    QWidget panel;
-    QKeyEvent key(QEvent::KeyPress, Qt::Key_Z, Qt::NoModifier, QStringLiteral("z"));
-    keyboard->setChar(&key, &panel);
-    ASSERT_EQ(keyboard->matchCount(), 0);
-
-    QTest::keyClick(keyboard->searchEdit(), Qt::Key_Down);
-    QTest::keyClick(keyboard->searchEdit(), Qt::Key_Return);
-
-    EXPECT_TRUE(chosen.empty());
-    EXPECT_EQ(keyboard->currentRow(), -1);
-    EXPECT_TRUE(keyboard->isVisible());
 }
 
 TEST_F(SmartKeyboard, doubleClickChoosesTheRow)
 {
     recordChoices();
-    QWidget panel;
-    QKeyEvent key(QEvent::KeyPress, Qt::Key_6, Qt::NoModifier, QStringLiteral("6"));
-    keyboard->setChar(&key, &panel);
+    typeOn(&panel, QStringLiteral("6"));
     QTableWidget *table = keyboard->matchTable();
     const QRect rowRect = table->visualItemRect(table->item(2, 0));
     ASSERT_TRUE(rowRect.isValid());
@@ -321,30 +259,23 @@ TEST_F(SmartKeyboard, doubleClickChoosesTheRow)
     EXPECT_FALSE(keyboard->isVisible());
 }
 
-TEST_F(SmartKeyboard, chooseRowOutOfRangeDoesNothing)
+TEST_F(SmartKeyboard, nothingIsChosenWithNothingListedOutOfRangeOrOnEscape)
 {
     recordChoices();
-    keyboard->setSearchText(QStringLiteral("6"));
-    keyboard->show();
+    typeOn(&panel, QStringLiteral("z"));
+    ASSERT_EQ(keyboard->matchCount(), 0);
+    QTest::keyClick(keyboard->searchEdit(), Qt::Key_Down);
+    QTest::keyClick(keyboard->searchEdit(), Qt::Key_Return);
+    EXPECT_EQ(keyboard->currentRow(), -1);
+    EXPECT_TRUE(keyboard->isVisible());
 
+    keyboard->setSearchText(QStringLiteral("6"));
     for (int row : {-1, 3, 100})
         keyboard->chooseRow(row);
-
-    EXPECT_TRUE(chosen.empty());
     EXPECT_TRUE(keyboard->isVisible());
     EXPECT_EQ(keyboard->matchAt(3).m_stockCode, "");
-}
-
-TEST_F(SmartKeyboard, escapeClosesWithoutChoosing)
-{
-    recordChoices();
-    QWidget panel;
-    QKeyEvent key(QEvent::KeyPress, Qt::Key_6, Qt::NoModifier, QStringLiteral("6"));
-    keyboard->setChar(&key, &panel);
-    ASSERT_TRUE(keyboard->isVisible());
 
     QTest::keyClick(keyboard->searchEdit(), Qt::Key_Escape);
-
     EXPECT_FALSE(keyboard->isVisible());
     EXPECT_TRUE(chosen.empty());
 }
@@ -352,10 +283,8 @@ TEST_F(SmartKeyboard, escapeClosesWithoutChoosing)
 TEST_F(SmartKeyboard, activatingAnotherWindowClosesWithoutChoosing)
 {
     recordChoices();
-    QWidget panel;
     panel.show();
-    QKeyEvent key(QEvent::KeyPress, Qt::Key_6, Qt::NoModifier, QStringLiteral("6"));
-    keyboard->setChar(&key, &panel);
+    typeOn(&panel, QStringLiteral("6"));
     ASSERT_TRUE(QTest::qWaitForWindowActive(keyboard));
 
     panel.activateWindow();
@@ -366,30 +295,20 @@ TEST_F(SmartKeyboard, activatingAnotherWindowClosesWithoutChoosing)
 
 TEST_F(SmartKeyboard, keysWithoutPrintableTextAreLeftToThePanel)
 {
-    struct KeyCase {
-        int key;
-        QString text;
-    };
-    const KeyCase cases[] = {
-        {Qt::Key_Shift, QString()},
-        {Qt::Key_Left, QString()},
-        {Qt::Key_Return, QStringLiteral("\r")},
-        {Qt::Key_Escape, QStringLiteral("\x1b")},
-        {Qt::Key_Tab, QStringLiteral("\t")},
-        {Qt::Key_Backspace, QStringLiteral("\b")},
+    const std::pair<int, QString> keys[] = {
+        {Qt::Key_Shift, QString()},           {Qt::Key_Left, QString()},
+        {Qt::Key_Return, QStringLiteral("\r")}, {Qt::Key_Escape, QStringLiteral("\x1b")},
+        {Qt::Key_Tab, QStringLiteral("\t")},    {Qt::Key_Backspace, QStringLiteral("\b")},
         {Qt::Key_Space, QStringLiteral(" ")},
     };
-    QWidget panel;
     keyboard->setSearchText(QStringLiteral("60"));
-    for (const KeyCase &c : cases) {
-        QKeyEvent key(QEvent::KeyPress, c.key, Qt::NoModifier, c.text);
+    for (const auto &k : keys) {
+        QKeyEvent key(QEvent::KeyPress, k.first, Qt::NoModifier, k.second);
         key.ignore();
-
         keyboard->setChar(&key, &panel);
-
-        EXPECT_FALSE(key.isAccepted()) << c.key;
-        EXPECT_FALSE(keyboard->isVisible()) << c.key;
-        EXPECT_EQ(keyboard->searchText(), QStringLiteral("60")) << c.key;
+        EXPECT_FALSE(key.isAccepted()) << k.first;
+        EXPECT_FALSE(keyboard->isVisible()) << k.first;
+        EXPECT_EQ(keyboard->searchText(), QStringLiteral("60")) << k.first;
     }
     keyboard->setChar(nullptr, &panel);
     EXPECT_FALSE(keyboard->isVisible());
@@ -400,30 +319,20 @@ TEST_F(SmartKeyboard, opensBelowThePanelOrAboveItNearTheBottomAlwaysOnScreen)
     QScreen *screen = QGuiApplication::primaryScreen();
     ASSERT_NE(screen, nullptr);
     const QRect area = screen->availableGeometry();
-    QKeyEvent key(QEvent::KeyPress, Qt::Key_6, Qt::NoModifier, QStringLiteral("6"));
 
-    QWidget top;
-    top.setGeometry(area.left() + 20, area.top() + 20, 200, 30);
-    top.show();
-    keyboard->setChar(&key, &top);
-    EXPECT_EQ(keyboard->geometry().topLeft(), top.mapToGlobal(QPoint(0, top.height())));
+    panel.setGeometry(area.left() + 20, area.top() + 20, 200, 30);
+    panel.show();
+    typeOn(&panel, QStringLiteral("6"));
+    EXPECT_EQ(keyboard->geometry().topLeft(), panel.mapToGlobal(QPoint(0, panel.height())));
     keyboard->hide();
 
     QWidget corner;
     corner.setGeometry(area.right() - 99, area.bottom() - 29, 100, 30);
     corner.show();
-    keyboard->setChar(&key, &corner);
+    typeOn(&corner, QStringLiteral("6"));
     const QRect box = keyboard->geometry();
     EXPECT_TRUE(area.contains(box)) << box.x() << "," << box.y() << " " << box.width() << "x" << box.height();
     EXPECT_LE(box.bottom(), corner.mapToGlobal(QPoint(0, 0)).y() - 1);
-}
-
-TEST_F(SmartKeyboard, theTitleIsTheHeaderAndTheWindowTitle)
-{
-    keyboard->setTitle(QStringLiteral("选择合约"));
-
-    EXPECT_EQ(keyboard->title(), QStringLiteral("选择合约"));
-    EXPECT_EQ(keyboard->windowTitle(), QStringLiteral("选择合约"));
 }
 
 TEST_F(SmartKeyboard, theSelectFunctionStaysUntilReplacedAndResetDropsIt)
@@ -435,7 +344,6 @@ TEST_F(SmartKeyboard, theSelectFunctionStaysUntilReplacedAndResetDropsIt)
     keyboard->chooseRow(0);
     keyboard->chooseRow(0);
     EXPECT_EQ(first, 2);
-
     keyboard->setSelectStockFunc([&second](ttservice::CStockInfo, TC::ESmartKeyType) { ++second; });
     keyboard->chooseRow(0);
     EXPECT_EQ(first, 2);
@@ -463,9 +371,7 @@ TEST_F(SmartKeyboard, theSelectFunctionMayResetTheKeyboard)
         seen.push_back(tag + stock.m_stockCode);
     });
     keyboard->setSearchText(QStringLiteral("600036"));
-
     keyboard->chooseRow(0);
-
     EXPECT_EQ(seen, (std::vector<std::string>{tag + "600036"}));
     EXPECT_EQ(keyboard->matchCount(), 0);
 }

@@ -84,6 +84,7 @@ TEST(RecordBson, PartialReadKeepsFieldsOfTheBase)
 TEST(RecordBson, CommandKeepsItsLinesAndHedgeObject)
 {
     COrderCommand command;
+    EXPECT_FALSE(command.hasHedgeParam()) << "an empty hedge object means no hedge";
     command.m_commandKey = "cmd-9";
     command.m_hedgeType = VQ_HEDGED;
     command.m_commandId = 42;
@@ -106,6 +107,8 @@ TEST(RecordBson, CommandKeepsItsLinesAndHedgeObject)
     hedgeBack.bsonValueFromObj(back.m_hedgeBson);
     EXPECT_TRUE(hedgeBack.m_enabled);
     EXPECT_EQ(hedgeBack.m_contractCode, "IF2412");
+    back.m_hedgeBson = BSON("en" << true);
+    EXPECT_TRUE(back.hasHedgeParam());
 }
 
 TEST(RecordBson, CommandLinesThatAreNoObjectsAreSkipped)
@@ -122,16 +125,6 @@ TEST(RecordBson, CommandLinesThatAreNoObjectsAreSkipped)
     command.bsonValueFromObj(builder.obj());
     ASSERT_EQ(command.m_orders.size(), 1u);
     EXPECT_EQ(command.m_orders[0].m_volume, makeLine().m_volume);
-}
-
-TEST(RecordBson, EmptyHedgeObjectMeansNoHedge)
-{
-    COrderCommand command;
-    EXPECT_FALSE(command.hasHedgeParam());
-    command.m_hedgeBson = bson::BSONObj();
-    EXPECT_FALSE(command.hasHedgeParam());
-    command.m_hedgeBson = BSON("en" << true);
-    EXPECT_TRUE(command.hasHedgeParam());
 }
 
 TEST(RecordBson, ExtraFieldsAreAppendedOnlyWhereTheRecordHasNone)

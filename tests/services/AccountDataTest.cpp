@@ -32,22 +32,15 @@ CPositionStatics position(const char *code, double volume, double canUse)
 
 } // namespace
 
-TEST(AccountDataLock, IsRecursiveOnOneThreadAndGettersWorkUnderIt)
-{
-    const boost::shared_ptr<CAccountData> data = makeData();
-    CAccountData::Lock outer(data);
-    CAccountData::Lock inner(*data);
-    EXPECT_EQ(data->getAccountInfo()->getKey(), "acc1");
-    EXPECT_FALSE(data->getAccountDetail());
-}
-
-TEST(AccountDataLock, OtherThreadsWaitUntilItIsReleased)
+TEST(AccountDataLock, IsRecursiveOnOneThreadAndOtherThreadsWaitUntilItIsReleased)
 {
     const boost::shared_ptr<CAccountData> data = makeData();
     std::atomic<bool> released{false};
     std::future<bool> reader;
     {
         CAccountData::Lock lock(data);
+        CAccountData::Lock inner(*data);
+        EXPECT_EQ(data->getAccountInfo()->getKey(), "acc1") << "getters work under the lock";
         reader = std::async(std::launch::async, [&] {
             CAccountData::Lock other(data);
             return released.load();
@@ -96,11 +89,8 @@ TEST(AccountData, RecordsAreFoundByTypeAndKey)
     newer->m_netValue = 2.0;
     data->setData(DATA_TYPE_PRODUCT_NET_VALUE, newer);
     EXPECT_EQ(data->getVector(DATA_TYPE_PRODUCT_NET_VALUE).size(), 1u);
-}
 
-TEST(AccountData, DetailTakesTheAccountKey)
-{
-    const boost::shared_ptr<CAccountData> data = makeData();
+    // The money record takes the account's key.
     CAccountDetail detail;
     detail.m_available = 100.0;
     data->setAccountDetail(detail);

@@ -1,4 +1,3 @@
-#include "CExchangeClient.h"
 #include "CQuoteClient.h"
 #include "CUserConfig.h"
 #include "SubstituteReset.h"
@@ -12,130 +11,86 @@ using namespace ttservice;
 
 namespace {
 
-boost::shared_ptr<CAccountData> stockAccount(double available)
-{
-    CAccountInfo info;
-    info.m_accountKey = "acc1";
-    info.m_brokerType = BROKER_TYPE_STOCK;
-    CAccountDetail detail;
-    detail.m_available = available;
-    CPositionStatics held;
-    held.m_market = "SH";
-    held.m_stockCode = "600000";
-    held.m_volume = 1000;
-    held.m_canUseVolume = 400;
-    TC::getUserConfig()->addAccount(info, detail, {held});
-    return TraderCenter::instance()->getDataCenter()->getAccountData("acc1");
-}
-
-struct BuyVolumeCase
-{
-    const char *name;
-    double money;
-    const char *market;
-    double price;
-    long long volume;
-    long long expected;
-};
-
-class CalcBuyVolume : public ::testing::TestWithParam<BuyVolumeCase>
+class Calculator : public ::testing::Test
 {
 protected:
     void SetUp() override { TC::resetAllSubstitutes(); }
+    // A stock account with this money, holding 1000 of 600000.SH of which 400 may be sold.
+    static boost::shared_ptr<CAccountData> stockAccount(double available)
+    {
+        CAccountInfo info;
+        info.m_accountKey = "acc1";
+        info.m_brokerType = BROKER_TYPE_STOCK;
+        CAccountDetail detail;
+        detail.m_available = available;
+        CPositionStatics held;
+        held.m_market = "SH";
+        held.m_stockCode = "600000";
+        held.m_volume = 1000;
+        held.m_canUseVolume = 400;
+        TC::getUserConfig()->addAccount(info, detail, {held});
+        return TraderCenter::instance()->getDataCenter()->getAccountData("acc1");
+    }
+    static long long available(const boost::shared_ptr<CAccountData> &data, const char *market, const char *code,
+                               EOperationType operation, double price, long long limit = ICalculator::NO_VOLUME)
+    {
+        char side = '0';
+        char offset = '0';
+        return TraderCenter::instance()->getCalculator()->calcAvailableVolume(
+            data, market, code, operation, HEDGE_FLAG_SPECULATION, side, offset, price, limit, 0);
+    }
 };
 
-} // namespace
-
-TEST_P(CalcBuyVolume, BuysWholeLotsThatTheMoneyPaysFor)
+TEST_F(Calculator, BuyVolumeIsTheWholeLotsTheMoneyPaysFor)
 {
-    const BuyVolumeCase &c = GetParam();
-    std::string error;
-    const long long volume = TraderCenter::instance()->getCalculator()->calcBuyVolume(
-        stockAccount(0.0), c.money, c.market, "600000", c.price, error, c.volume);
-    EXPECT_EQ(volume, c.expected);
-    EXPECT_EQ(error.empty(), volume != ICalculator::NO_VOLUME);
+    struct Row {
+        const char *name;
+        double money;
+        const char *market;
+        double price;
+        long long volume, expected;
+    };
+    const Row rows[] = {{"roundsDownToTheLot", 10000.0, "SH", 10.5, 0, 900},
+                        {"exactLots", 10000.0, "SH", 10.0, 0, 1000},
+                        {"cappedByTheWantedVolume", 10000.0, "SH", 10.0, 300, 300},
+                        {"wantedVolumeAboveWhatMoneyBuys", 1000.0, "SH", 10.0, 5000, 100},
+                        {"lessThanOneLot", 999.0, "SH", 10.0, 0, 0},
+                        {"noMoney", 0.0, "SH", 10.0, 0, 0},
+                        {"futuresInSingleLots", 1000.0, "CFFEX", 300.0, 0, 3},
+                        {"priceWithoutValue", 10000.0, "SH", NO_VALUE, 0, ICalculator::NO_VOLUME},
+                        {"zeroPrice", 10000.0, "SH", 0.0, 0, ICalculator::NO_VOLUME}};
+    const boost::shared_ptr<CAccountData> data = stockAccount(0.0);
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        std::string error;
+        const long long volume = TraderCenter::instance()->getCalculator()->calcBuyVolume(
+            data, row.money, row.market, "600000", row.price, error, row.volume);
+        EXPECT_EQ(volume, row.expected);
+        EXPECT_EQ(error.empty(), volume != ICalculator::NO_VOLUME);
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rules, CalcBuyVolume,
-    ::testing::Values(BuyVolumeCase{"roundsDownToTheLot", 10000.0, "SH", 10.5, 0, 900},
-                      BuyVolumeCase{"exactLots", 10000.0, "SH", 10.0, 0, 1000},
-                      BuyVolumeCase{"cappedByTheWantedVolume", 10000.0, "SH", 10.0, 300, 300},
-                      BuyVolumeCase{"wantedVolumeAboveWhatMoneyBuys", 1000.0, "SH", 10.0, 5000, 100},
-                      BuyVolumeCase{"lessThanOneLot", 999.0, "SH", 10.0, 0, 0},
-                      BuyVolumeCase{"noMoney", 0.0, "SH", 10.0, 0, 0},
-                      BuyVolumeCase{"futuresInSingleLots", 1000.0, "CFFEX", 300.0, 0, 3},
-                      BuyVolumeCase{"priceWithoutValue", 10000.0, "SH", NO_VALUE, 0, ICalculator::NO_VOLUME},
-                      BuyVolumeCase{"zeroPrice", 10000.0, "SH", 0.0, 0, ICalculator::NO_VOLUME}),
-    [](const ::testing::TestParamInfo<BuyVolumeCase> &info) { return std::string(info.param.name); });
-
-TEST(CalcAvailableVolume, SellsAreLimitedByWhatCanBeSold)
+TEST_F(Calculator, AvailableVolumeOfASellIsWhatCanBeSoldAndOfABuyWhatTheMoneyPaysFor)
 {
-    TC::resetAllSubstitutes();
-    char side = '0';
-    char offset = '0';
-    const boost::shared_ptr<ICalculator> calculator = TraderCenter::instance()->getCalculator();
     const boost::shared_ptr<CAccountData> data = stockAccount(5000.0);
-    EXPECT_EQ(calculator->calcAvailableVolume(data, "SH", "600000", OT_SELL, HEDGE_FLAG_SPECULATION, side, offset,
-                                              10.0, ICalculator::NO_VOLUME, 0),
-              400);
-    EXPECT_EQ(calculator->calcAvailableVolume(data, "SH", "600036", OT_SELL, HEDGE_FLAG_SPECULATION, side, offset,
-                                              10.0, ICalculator::NO_VOLUME, 0),
-              0);
-    EXPECT_EQ(calculator->calcAvailableVolume(data, "SH", "600000", OT_SELL, HEDGE_FLAG_SPECULATION, side, offset,
-                                              10.0, 100, 0),
-              100);
-    EXPECT_EQ(side, '0');
-}
-
-TEST(CalcAvailableVolume, BuysAreLimitedByTheMoneyAtTheLineOrQuotePrice)
-{
-    TC::resetAllSubstitutes();
-    char side = '0';
-    char offset = '0';
-    const boost::shared_ptr<ICalculator> calculator = TraderCenter::instance()->getCalculator();
-    const boost::shared_ptr<CAccountData> data = stockAccount(5000.0);
-    EXPECT_EQ(calculator->calcAvailableVolume(data, "SH", "600000", OT_BUY, HEDGE_FLAG_SPECULATION, side, offset,
-                                              10.0, ICalculator::NO_VOLUME, 0),
-              500);
-    // Without a line price and without a quote nothing can be worked out.
-    EXPECT_EQ(calculator->calcAvailableVolume(data, "SH", "600000", OT_BUY, HEDGE_FLAG_SPECULATION, side, offset,
-                                              NO_VALUE, ICalculator::NO_VOLUME, 0),
-              0);
+    EXPECT_EQ(available(data, "SH", "600000", OT_SELL, 10.0), 400);
+    EXPECT_EQ(available(data, "SH", "600036", OT_SELL, 10.0), 0);
+    EXPECT_EQ(available(data, "SH", "600000", OT_SELL, 10.0, 100), 100);
+    EXPECT_EQ(available(data, "SH", "600000", OT_BUY, 10.0), 500);
+    EXPECT_EQ(available(nullptr, "SH", "600000", OT_BUY, 10.0), 0);
+    // Without a line price the quote's price counts; without either nothing can be worked out.
+    EXPECT_EQ(available(data, "SH", "600000", OT_BUY, NO_VALUE), 0);
     TC::CPriceData quote;
     quote.m_market = "SH";
     quote.m_stockCode = "600000";
     quote.m_lastPrice = 25.0;
     TC::CQuoteClient::instance()->setStockPrice(quote);
-    EXPECT_EQ(calculator->calcAvailableVolume(data, "SH", "600000", OT_BUY, HEDGE_FLAG_SPECULATION, side, offset,
-                                              NO_VALUE, ICalculator::NO_VOLUME, 0),
-              200);
-    EXPECT_EQ(calculator->calcAvailableVolume(nullptr, "SH", "600000", OT_BUY, HEDGE_FLAG_SPECULATION, side, offset,
-                                              10.0, ICalculator::NO_VOLUME, 0),
-              0);
+    EXPECT_EQ(available(data, "SH", "600000", OT_BUY, NO_VALUE), 200);
 }
 
-namespace {
-
-struct FutureSideCase
-{
-    const char *name;
-    EOperationType operation;
-    long long expected;
-};
-
-class FuturesAvailable : public ::testing::TestWithParam<FutureSideCase>
-{
-protected:
-    void SetUp() override { TC::resetAllSubstitutes(); }
-};
-
-} // namespace
-
 // A contract held 3 long (2 closable) and 1 short, with money for 5 lots at the line's price.
-TEST_P(FuturesAvailable, ClosesReadTheirSideAndOpensTheMoney)
+TEST_F(Calculator, FuturesClosesReadTheSideTheyCloseAndOpensTheMoney)
 {
-    const FutureSideCase &c = GetParam();
     CAccountInfo info;
     info.m_accountKey = "f1";
     info.m_brokerType = BROKER_TYPE_FUTURE;
@@ -151,19 +106,12 @@ TEST_P(FuturesAvailable, ClosesReadTheirSideAndOpensTheMoney)
     shortSide.m_volume = 1;
     shortSide.m_canUseVolume = 1;
     TC::getUserConfig()->addAccount(info, detail, {longSide, shortSide});
-    char side = '0';
-    char offset = '0';
-    EXPECT_EQ(TraderCenter::instance()->getCalculator()->calcAvailableVolume(
-                  TraderCenter::instance()->getDataCenter()->getAccountData("f1"), "CFFEX", "IF01", c.operation,
-                  HEDGE_FLAG_SPECULATION, side, offset, 1000.0, ICalculator::NO_VOLUME, 0),
-              c.expected);
+    const auto data = TraderCenter::instance()->getDataCenter()->getAccountData("f1");
+    const std::pair<EOperationType, long long> rows[] = {
+        {OT_CLOSE_LONG, 2},      {OT_CLOSE_LONG_TODAY, 2}, {OT_CLOSE_LONG_YESTERDAY, 2}, {OT_CLOSE_SHORT, 1},
+        {OT_CLOSE_SHORT_TODAY, 1}, {OT_CLOSE_SHORT_YESTERDAY, 1}, {OT_OPEN_LONG, 5},       {OT_OPEN_SHORT, 5}};
+    for (const auto &row : rows)
+        EXPECT_EQ(available(data, "CFFEX", "IF01", row.first, 1000.0), row.second) << row.first;
 }
 
-INSTANTIATE_TEST_SUITE_P(Sides, FuturesAvailable,
-                         ::testing::Values(FutureSideCase{"closeLong", OT_CLOSE_LONG, 2},
-                                           FutureSideCase{"closeLongToday", OT_CLOSE_LONG_TODAY, 2},
-                                           FutureSideCase{"closeShort", OT_CLOSE_SHORT, 1},
-                                           FutureSideCase{"closeShortYesterday", OT_CLOSE_SHORT_YESTERDAY, 1},
-                                           FutureSideCase{"openLong", OT_OPEN_LONG, 5},
-                                           FutureSideCase{"openShort", OT_OPEN_SHORT, 5}),
-                         [](const ::testing::TestParamInfo<FutureSideCase> &info) { return std::string(info.param.name); });
+} // namespace

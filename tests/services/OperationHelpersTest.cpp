@@ -1,77 +1,54 @@
+// The services' small helpers: operations, order types, price ranges, names and texts.
+#include "BasketHelpers.h"
+#include "ChineseNumerals.h"
+#include "ComposeModules.h"
 #include "DataHelper.h"
+#include "LuaModuleCtrl.h"
 #include "OperationHelpers.h"
+#include "OrderSettingText.h"
+#include "SubstituteReset.h"
 #include "TypeManager.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <limits>
 #include <string>
 
 using namespace ttservice;
+using luawrapper::LuaModuleCtrl;
 
 namespace {
 
-struct OperationCase
+TEST(Operation, NameSideCloseAndSwap)
 {
-    const char *name;
-    EOperationType operation;
-    const char *text;
-    bool buy;
-    bool close;
-    EOperationType swapped;
-};
-
-class Operation : public ::testing::TestWithParam<OperationCase>
-{
-};
-
-TC::CPriceData limits(double rise, double fall)
-{
-    TC::CPriceData q;
-    q.m_lastPrice = 10.0;
-    q.m_upStopPrice = rise;
-    q.m_downStopPrice = fall;
-    return q;
-}
-
-COrderSetting absoluteStep(double step)
-{
-    COrderSetting s;
-    s.m_stepIsAbsolute = true;
-    s.m_stepValue = step;
-    return s;
-}
-
-} // namespace
-
-TEST_P(Operation, NameSideCloseAndSwap)
-{
-    const OperationCase &c = GetParam();
-    EXPECT_EQ(TC::operationToString(c.operation), QString::fromUtf8(c.text));
-    EXPECT_EQ(TC::isBuy(c.operation), c.buy);
-    EXPECT_EQ(DataHelper::isBuy(c.operation), c.buy);
-    EXPECT_EQ(TC::isClose(c.operation), c.close);
-    EXPECT_EQ(TC::swapOperationType(c.operation), c.swapped);
-    EXPECT_EQ(TC::swapOperationType(TC::swapOperationType(c.operation)), c.operation);
-    EXPECT_EQ(TC::getBuyOrSellType(c.operation), c.buy ? OT_BUY : OT_SELL);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Operations, Operation,
-    ::testing::Values(OperationCase{"buy", OT_BUY, "买入", true, false, OT_SELL},
-                      OperationCase{"sell", OT_SELL, "卖出", false, false, OT_BUY},
-                      OperationCase{"marginBuy", OT_MARGIN_BUY, "融资买入", true, false, OT_SELL_TO_REPAY},
-                      OperationCase{"shortSell", OT_SHORT_SELL, "融券卖出", false, false, OT_BUY_TO_RETURN},
-                      OperationCase{"buyToReturn", OT_BUY_TO_RETURN, "买券还券", true, false, OT_SHORT_SELL},
-                      OperationCase{"sellToRepay", OT_SELL_TO_REPAY, "卖券还款", false, false, OT_MARGIN_BUY},
-                      OperationCase{"openLong", OT_OPEN_LONG, "开多", true, false, OT_OPEN_SHORT},
-                      OperationCase{"openShort", OT_OPEN_SHORT, "开空", false, false, OT_OPEN_LONG},
-                      OperationCase{"closeLong", OT_CLOSE_LONG, "平多", false, true, OT_CLOSE_SHORT},
-                      OperationCase{"closeShort", OT_CLOSE_SHORT, "平空", true, true, OT_CLOSE_LONG},
-                      OperationCase{"closeLongToday", OT_CLOSE_LONG_TODAY, "平多", false, true, OT_CLOSE_SHORT_TODAY}),
-    [](const ::testing::TestParamInfo<OperationCase> &info) { return std::string(info.param.name); });
-
-TEST(OperationNames, NoneAndUnknownOperations)
-{
+    struct Row {
+        EOperationType operation;
+        const char *text;
+        bool buy, close;
+        EOperationType swapped;
+    };
+    const Row rows[] = {{OT_BUY, "买入", true, false, OT_SELL},
+                        {OT_SELL, "卖出", false, false, OT_BUY},
+                        {OT_MARGIN_BUY, "融资买入", true, false, OT_SELL_TO_REPAY},
+                        {OT_SHORT_SELL, "融券卖出", false, false, OT_BUY_TO_RETURN},
+                        {OT_BUY_TO_RETURN, "买券还券", true, false, OT_SHORT_SELL},
+                        {OT_SELL_TO_REPAY, "卖券还款", false, false, OT_MARGIN_BUY},
+                        {OT_OPEN_LONG, "开多", true, false, OT_OPEN_SHORT},
+                        {OT_OPEN_SHORT, "开空", false, false, OT_OPEN_LONG},
+                        {OT_CLOSE_LONG, "平多", false, true, OT_CLOSE_SHORT},
+                        {OT_CLOSE_SHORT, "平空", true, true, OT_CLOSE_LONG},
+                        {OT_CLOSE_LONG_TODAY, "平多", false, true, OT_CLOSE_SHORT_TODAY}};
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(TC::operationToString(row.operation), QString::fromUtf8(row.text));
+        EXPECT_EQ(TC::isBuy(row.operation), row.buy);
+        EXPECT_EQ(DataHelper::isBuy(row.operation), row.buy);
+        EXPECT_EQ(TC::isClose(row.operation), row.close);
+        EXPECT_EQ(TC::swapOperationType(row.operation), row.swapped);
+        EXPECT_EQ(TC::swapOperationType(TC::swapOperationType(row.operation)), row.operation);
+        EXPECT_EQ(TC::getBuyOrSellType(row.operation), row.buy ? OT_BUY : OT_SELL);
+    }
     EXPECT_TRUE(TC::operationToString(OT_NONE).isEmpty());
     EXPECT_EQ(TC::operationToString(77), QStringLiteral("77"));
     EXPECT_EQ(TC::getBuyOrSellType(OT_NONE), OT_NONE);
@@ -81,6 +58,8 @@ TEST(OperationNames, NoneAndUnknownOperations)
     EXPECT_EQ(TypeManager::instance()->getEnumItemName("ttservice::EEntrustBS", ENTRUST_SELL, VQ_TRADER_BASKET), "卖出");
     EXPECT_EQ(TypeManager::instance()->getEnumItemName("ttservice::EOperationType", 21, VQ_TRADER_BASKET), "融券卖出");
     EXPECT_EQ(TypeManager::instance()->getEnumItemName("unknown", 5, VQ_TRADER_BASKET), "5");
+    EXPECT_TRUE(TC::isSubCmdOrder(SUB_COMMAND_ORDER));
+    EXPECT_FALSE(TC::isSubCmdOrder(SUB_COMMAND_NONE));
 }
 
 TEST(OrderTypes, AlgorithmTypesAndParameterNamesAgree)
@@ -101,52 +80,148 @@ TEST(OrderTypes, AlgorithmTypesAndParameterNamesAgree)
     EXPECT_EQ(DataHelper::getPlatformTypeByOrderType(ORDER_TYPE_NORMAL), TRADE_PLATFORM_NONE);
 }
 
-TEST(FixPriceRange, BuyMayRiseByTheStepWithinTheLimits)
+TEST(FixPriceRange, ABuyMayRiseAndASellFallByTheStepWithinTheDaysLimits)
 {
-    CCodeOrderParam line;
-    const boost::shared_ptr<TC::CPriceData> quote(new TC::CPriceData(limits(11.0, 9.0)));
-    TC::fixPriceRange(absoluteStep(0.5), line, 10.0, OT_BUY, quote);
-    EXPECT_DOUBLE_EQ(line.m_priceLimitHigh, 10.5);
-    EXPECT_DOUBLE_EQ(line.m_priceLimitLow, 9.0);
-
-    TC::fixPriceRange(absoluteStep(2.0), line, 10.0, OT_BUY, quote);
-    EXPECT_DOUBLE_EQ(line.m_priceLimitHigh, 11.0);
+    const auto quote = [](double rise, double fall) {
+        boost::shared_ptr<TC::CPriceData> q(new TC::CPriceData);
+        q->m_lastPrice = 10.0;
+        q->m_upStopPrice = rise;
+        q->m_downStopPrice = fall;
+        return q;
+    };
+    const auto step = [](bool absolute, double value) {
+        COrderSetting s;
+        s.m_stepIsAbsolute = absolute;
+        (absolute ? s.m_stepValue : s.m_stepRate) = value;
+        return s;
+    };
+    struct Row {
+        const char *name;
+        COrderSetting setting;
+        double price;
+        EOperationType operation;
+        boost::shared_ptr<TC::CPriceData> quote;
+        double high, low;
+    };
+    const Row rows[] = {
+        {"buyRisesByTheStep", step(true, 0.5), 10.0, OT_BUY, quote(11.0, 9.0), 10.5, 9.0},
+        {"buyStopsAtTheRiseLimit", step(true, 2.0), 10.0, OT_BUY, quote(11.0, 9.0), 11.0, 9.0},
+        {"sellFallsByTheRate", step(false, 0.05), 10.0, OT_SELL, quote(11.0, 9.0), 11.0, 9.5},
+        {"withoutStepTheLimitsAreTheBounds", step(true, 0.0), 10.0, OT_BUY, quote(11.0, 9.0), 11.0, 9.0},
+        {"noPriceNoRange", step(true, 0.5), NO_VALUE, OT_BUY, quote(11.0, 9.0), NO_VALUE, NO_VALUE},
+        {"noQuoteNoRange", step(true, 0.5), 10.0, OT_BUY, nullptr, NO_VALUE, NO_VALUE},
+        {"noLimitsOnlyTheStep", step(true, 0.5), 10.0, OT_SELL, quote(NO_VALUE, NO_VALUE), NO_VALUE, 9.5},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        CCodeOrderParam line;
+        TC::fixPriceRange(row.setting, line, row.price, row.operation, row.quote);
+        EXPECT_DOUBLE_EQ(line.m_priceLimitHigh, row.high);
+        EXPECT_DOUBLE_EQ(line.m_priceLimitLow, row.low);
+    }
 }
 
-TEST(FixPriceRange, SellMayFallByTheRateWithinTheLimits)
+TEST(NumToChinese, WritesTheAmountAsOnACheque)
 {
-    CCodeOrderParam line;
-    COrderSetting rate;
-    rate.m_stepIsAbsolute = false;
-    rate.m_stepRate = 0.05;
-    const boost::shared_ptr<TC::CPriceData> quote(new TC::CPriceData(limits(11.0, 9.0)));
-    TC::fixPriceRange(rate, line, 10.0, OT_SELL, quote);
-    EXPECT_DOUBLE_EQ(line.m_priceLimitLow, 9.5);
-    EXPECT_DOUBLE_EQ(line.m_priceLimitHigh, 11.0);
+    const std::pair<double, const char *> rows[] = {
+        {12345.6, "壹万贰仟叁佰肆拾伍元陆角"}, {0.0, "零元整"},          {100.0, "壹佰元整"},
+        {10.0, "壹拾元整"},                     {1005.07, "壹仟零伍元零柒分"}, {0.56, "伍角陆分"},
+        {0.05, "伍分"},                         {100000001.0, "壹亿零壹元整"}, {101000.0, "壹拾万壹仟元整"},
+        {10000100.0, "壹仟万零壹佰元整"},       {100010.0, "壹拾万零壹拾元整"}, {1000000.0, "壹佰万元整"},
+        {2.999, "叁元整"},                      {-3.5, "负叁元伍角"},       {9999e12, "玖仟玖佰玖拾玖万亿元整"},
+        {1e16, ""},                             {std::numeric_limits<double>::quiet_NaN(), ""},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(utils::numToChinese(row.first), QString::fromUtf8(row.second)) << row.first;
 }
 
-TEST(FixPriceRange, WithoutStepTheLimitsAreTheBoundsAndWithoutPriceThereAreNone)
+TEST(BatchFlagNames, EachListHasItsNameAndOnlyListsHaveOne)
 {
-    CCodeOrderParam line;
-    const boost::shared_ptr<TC::CPriceData> quote(new TC::CPriceData(limits(11.0, 9.0)));
-    TC::fixPriceRange(absoluteStep(0.0), line, 10.0, OT_BUY, quote);
-    EXPECT_DOUBLE_EQ(line.m_priceLimitHigh, 11.0);
-    EXPECT_DOUBLE_EQ(line.m_priceLimitLow, 9.0);
-
-    TC::fixPriceRange(absoluteStep(0.5), line, NO_VALUE, OT_BUY, quote);
-    EXPECT_TRUE(isNoValue(line.m_priceLimitHigh));
-    EXPECT_TRUE(isNoValue(line.m_priceLimitLow));
-    TC::fixPriceRange(absoluteStep(0.5), line, 10.0, OT_BUY, nullptr);
-    EXPECT_TRUE(isNoValue(line.m_priceLimitHigh));
-
-    const boost::shared_ptr<TC::CPriceData> noLimits(new TC::CPriceData(limits(NO_VALUE, NO_VALUE)));
-    TC::fixPriceRange(absoluteStep(0.5), line, 10.0, OT_SELL, noLimits);
-    EXPECT_DOUBLE_EQ(line.m_priceLimitLow, 9.5);
-    EXPECT_TRUE(isNoValue(line.m_priceLimitHigh));
+    for (int flag : {1, 2, 4, 8, 16, 32}) {
+        const QString name = TC::batchFlagName(QFlags<TC::ETempBatchOrderFlag>(flag));
+        EXPECT_FALSE(name.isEmpty()) << flag;
+        EXPECT_EQ(TC::nameBatchFlag(name), QFlags<TC::ETempBatchOrderFlag>(flag)) << flag;
+    }
+    EXPECT_EQ(TC::batchFlagName(TC::BATCH_CLIPBOARD), QStringLiteral("剪贴板组合"));
+    EXPECT_EQ(TC::batchFlagName(QFlags<TC::ETempBatchOrderFlag>(32)), QStringLiteral("自定义组合"));
+    EXPECT_EQ(TC::batchFlagName(QFlags<TC::ETempBatchOrderFlag>(16)), QStringLiteral("调仓组合"));
+    EXPECT_EQ(TC::batchFlagName(TC::BATCH_SELL), QStringLiteral("批量卖出组合"));
+    EXPECT_TRUE(TC::batchFlagName(TC::BATCH_NONE).isEmpty());
+    EXPECT_TRUE(TC::batchFlagName(QFlags<TC::ETempBatchOrderFlag>(64)).isEmpty());
+    EXPECT_TRUE(TC::batchFlagName(TC::BATCH_BUY | TC::BATCH_SELL).isEmpty());
+    EXPECT_EQ(TC::nameBatchFlag(QStringLiteral("我的篮子")), QFlags<TC::ETempBatchOrderFlag>());
+    EXPECT_EQ(TC::nameBatchFlag(QString()), QFlags<TC::ETempBatchOrderFlag>());
 }
 
-TEST(SubCommands, OnlyOrderableStatusAllowsAnOrder)
+TEST(BasketStockOrder, AgreesWithTheCompareTraitsSoBisectionFindsRows)
 {
-    EXPECT_TRUE(TC::isSubCmdOrder(SUB_COMMAND_ORDER));
-    EXPECT_FALSE(TC::isSubCmdOrder(SUB_COMMAND_NONE));
+    const auto row = [](const char *market, const char *code, const char *account = "") {
+        TC::CBasketStockData r;
+        r.m_market = QString::fromUtf8(market);
+        r.m_stockCode = QString::fromUtf8(code);
+        r.m_accountKey = account;
+        return r;
+    };
+    QVector<TC::CBasketStockData> rows{row("SZ", "000002"), row("SH", "600000", "b"), row("SH", "600000", "a"),
+                                       row("SH", "510300")};
+    std::sort(rows.begin(), rows.end(), TC::basketStockLessThan);
+    for (int i = 1; i < rows.size(); ++i)
+        EXPECT_LT(TC::CBasketStockCompareTraits::compare(rows[i - 1], rows[i]), 0) << i;
+    EXPECT_EQ(rows.front().m_stockCode, QStringLiteral("510300"));
+    EXPECT_EQ(rows.back().m_market, QStringLiteral("SZ"));
+    EXPECT_FALSE(TC::basketStockLessThan(rows[0], rows[0]));
 }
+
+TEST(OrderSettingText, RoundTripKeepsEveryFieldAvoidsTheStringsSeparatorsAndBadTextGivesTheDefault)
+{
+    COrderSetting setting;
+    setting.m_stepIsAbsolute = false;
+    setting.m_stepValue = 0.02;
+    setting.m_stepRate = 0.005;
+    setting.m_keepValidTime = true;
+    setting.m_validSeconds = 90;
+    setting.m_stepFlag = 2;
+    setting.m_startTime = 1704159000;
+    setting.m_endTime = 1704166200;
+    setting.m_priceType = 11;
+    setting.m_fixedPrice = 10.5;
+    const QString text = TC::orderSettingToString(setting);
+    const COrderSetting back = TC::orderSettingFromString(text);
+    EXPECT_TRUE(back.isEqual(setting)) << text.toStdString();
+    EXPECT_EQ(back.m_validSeconds, 90);
+    EXPECT_DOUBLE_EQ(back.m_stepRate, 0.005);
+    EXPECT_EQ(back.m_endTime, 1704166200);
+    EXPECT_DOUBLE_EQ(back.m_fixedPrice, 10.5);
+    for (const char separator : {'|', '/', '%', '=', '*', '\n'})
+        EXPECT_FALSE(text.contains(QLatin1Char(separator))) << text.toStdString();
+
+    EXPECT_TRUE(TC::orderSettingFromString(QStringLiteral("not json")).isEqual(COrderSetting()));
+    EXPECT_TRUE(TC::orderSettingFromString(QString()).isEqual(COrderSetting()));
+}
+
+TEST(ModuleSwitches, AllNamedModulesMustBeOnAndConnectTabsFollowTheirModules)
+{
+    TC::resetAllSubstitutes();
+    LuaModuleCtrl *modules = LuaModuleCtrl::instance();
+    EXPECT_FALSE(TC::hasComposeGgtType());
+    modules->setModules({"mdl_order", "mdl_order_compose_futures", "mdl_order_compose_sgt"}, true);
+    EXPECT_TRUE(LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_compose_futures"}));
+    EXPECT_TRUE(modules->checkModule({"mdl_order_compose_futures"}));
+    EXPECT_FALSE(LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_compose_one_key_futures", "mdl_order_compose_futures"}));
+    EXPECT_FALSE(LuaModuleCtrl::checkModule({"mdl_auth", "mdl_order_compose_futures"}));
+    EXPECT_FALSE(TC::hasComposeHgtType());
+    EXPECT_TRUE(TC::hasComposeSgtType());
+    EXPECT_TRUE(TC::hasComposeGgtType());
+
+    modules->setModule("mdl_order_compose_sgt", false);
+    modules->setModule("mdl_order_compose_hgt", true);
+    EXPECT_TRUE(TC::hasComposeHgtType());
+    EXPECT_TRUE(TC::hasComposeGgtType());
+    // Turning the group off turns off its modules.
+    modules->setModule("mdl_order", false);
+    EXPECT_FALSE(LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_compose_futures"}));
+    EXPECT_FALSE(TC::hasComposeHgtType());
+    TC::resetAllSubstitutes();
+}
+
+} // namespace

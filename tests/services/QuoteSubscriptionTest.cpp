@@ -60,8 +60,9 @@ protected:
 
 } // namespace
 
-TEST_F(QuoteSubscription, CallbackRunsWhileTheRequestLivesAndNeverAfterRelease)
+TEST_F(QuoteSubscription, CallbackRunsWhileTheRequestLivesAndNeverAfterReleaseAndTheLastQuoteIsKept)
 {
+    EXPECT_FALSE(CQuoteClient::instance()->getStockPrice(kKey));
     Receiver receiver;
     boost::shared_ptr<CQuoteRequest> request = CQuoteRequest::makeRequest(kKey, receiver.callback());
     EXPECT_EQ(receiver.count, 0) << "makeRequest must not call back by itself";
@@ -74,6 +75,9 @@ TEST_F(QuoteSubscription, CallbackRunsWhileTheRequestLivesAndNeverAfterRelease)
     EXPECT_EQ(CQuoteClient::instance()->subscriptionCount(kKey), 0);
     CQuoteClient::instance()->publishQuote(quote("600000", 11.0));
     EXPECT_EQ(receiver.count, 1);
+    const boost::shared_ptr<CPriceData> price = CQuoteClient::instance()->getStockPrice(kKey);
+    ASSERT_TRUE(price);
+    EXPECT_DOUBLE_EQ(price->m_lastPrice, 11.0) << "the last quote is kept for getStockPrice";
 }
 
 TEST_F(QuoteSubscription, EverySubscriberOfTheKeyGetsTheQuoteAndOtherKeysDoNot)
@@ -88,16 +92,6 @@ TEST_F(QuoteSubscription, EverySubscriberOfTheKeyGetsTheQuoteAndOtherKeysDoNot)
     EXPECT_EQ(first.count, 1);
     EXPECT_EQ(second.count, 1);
     EXPECT_EQ(other.count, 0);
-}
-
-TEST_F(QuoteSubscription, LastQuoteIsKeptForGetStockPrice)
-{
-    EXPECT_FALSE(CQuoteClient::instance()->getStockPrice(kKey));
-    CQuoteClient::instance()->publishQuote(quote("600000", 10.0));
-    CQuoteClient::instance()->publishQuote(quote("600000", 10.2));
-    const boost::shared_ptr<CPriceData> price = CQuoteClient::instance()->getStockPrice(kKey);
-    ASSERT_TRUE(price);
-    EXPECT_DOUBLE_EQ(price->m_lastPrice, 10.2);
 }
 
 TEST_F(QuoteSubscription, SuspendedStocksAreKnownByKeyAndByMarketAndCode)
@@ -248,7 +242,7 @@ TEST_F(QuoteSubscription, CallbackMayReleaseItsOwnAndAnotherRequest)
     EXPECT_EQ(other.count, 1);
 }
 
-TEST_F(QuoteSubscription, ReplayDeliversTheLastQuoteFromTheEventLoopWhenSwitchedOn)
+TEST_F(QuoteSubscription, ReplayDeliversTheLastQuoteFromTheEventLoopWhenSwitchedOnToLiveRequestsOnly)
 {
     CQuoteClient::instance()->setStockPrice(quote("600000", 8.8));
     Receiver silent;
@@ -262,16 +256,11 @@ TEST_F(QuoteSubscription, ReplayDeliversTheLastQuoteFromTheEventLoopWhenSwitched
     EXPECT_EQ(replayed.count, 1);
     EXPECT_DOUBLE_EQ(replayed.lastPrice, 8.8);
     EXPECT_EQ(silent.count, 0);
-}
 
-TEST_F(QuoteSubscription, ReplayOfARequestReleasedBeforeTheEventLoopIsDropped)
-{
-    CQuoteClient::instance()->setStockPrice(quote("600000", 8.8));
-    CQuoteClient::instance()->setReplayLastQuoteOnRequest(true);
-    Receiver receiver;
-    CQuoteRequest::makeRequest(kKey, receiver.callback()).reset();
+    Receiver released;
+    CQuoteRequest::makeRequest(kKey, released.callback()).reset();
     QCoreApplication::processEvents();
-    EXPECT_EQ(receiver.count, 0);
+    EXPECT_EQ(released.count, 0) << "a request released before the event loop gets no replay";
 }
 
 TEST_F(QuoteSubscription, ResetCutsOffLiveSubscriptions)

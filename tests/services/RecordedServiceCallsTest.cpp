@@ -70,7 +70,7 @@ TEST_F(RecordedServiceCalls, HedgeServiceRecordsInstructionsAndStoresParameters)
     EXPECT_FALSE(TC::CBasketHedgeManager::instance()->hedgeParam("other"));
 }
 
-TEST_F(RecordedServiceCalls, ChecksAnswerAsScriptedAndRecordTheirArguments)
+TEST_F(RecordedServiceCalls, PlacingChecksAnswerAsScriptedAndRecordTheirArguments)
 {
     std::vector<CCodeOrderParam> orders = oneLine();
     EXPECT_TRUE(TC::CTradeStatistics::instance()->checkMinAndInterval(orders));
@@ -84,10 +84,8 @@ TEST_F(RecordedServiceCalls, ChecksAnswerAsScriptedAndRecordTheirArguments)
     ASSERT_EQ(TC::CAlgorithmAuthorityConfig::instance().checks().size(), 2u);
     EXPECT_EQ(TC::CAlgorithmAuthorityConfig::instance().checks()[0].m_buyStrategy, "SWITCH");
     EXPECT_EQ(TC::CAlgorithmAuthorityConfig::instance().checks()[0].m_sellStrategy, "VWAP");
-}
 
-TEST_F(RecordedServiceCalls, HelpDialogsRecordAndLetThePlacingGoOn)
-{
+    // The algorithm help dialogs record their calls and let the placing go on.
     EXPECT_TRUE(TC::CAlgorithmHelpDialog::tryHelp(oneLine()));
     TC::CVqAlgorithmHelpDialog::doHelp();
     EXPECT_EQ(TC::CAlgorithmHelpDialog::triedHelps().size(), 1u);

@@ -24,77 +24,59 @@ std::vector<boost::shared_ptr<CAccountInfo>> accounts(size_t count)
     return result;
 }
 
-struct SplitCase
+TEST(SplitEntrusts, DividesByWeightInWholeLotsAndNeverGivesABuyAnOddLot)
 {
-    const char *name;
-    int volume;
-    const char *market;
-    std::vector<double> weights;
-    std::vector<int> expected;
-    EOperationType operation = OT_BUY;
-};
-
-class SplitEntrusts : public ::testing::TestWithParam<SplitCase>
-{
-protected:
-    void SetUp() override { TC::resetAllSubstitutes(); }
-};
-
-} // namespace
-
-TEST_P(SplitEntrusts, DividesByWeightInWholeLotsAndNeverGivesABuyAnOddLot)
-{
-    const SplitCase &c = GetParam();
-    utils::TTError error;
-    const std::vector<int> split = CTradeClient::instance()->splitEntrusts(
-        c.volume, 10.0, PRICE_TYPE_LAST, accounts(c.weights.size()), c.weights, 0, c.market, "600000", c.operation,
-        HEDGE_FLAG_SPECULATION, error, ORDER_TYPE_NORMAL);
-    EXPECT_EQ(split, c.expected);
-    EXPECT_FALSE(error.isError());
-    const int unit = std::string(c.market) == "CFFEX" ? 1 : 100;
-    if (isBuyOperation(c.operation)) {
-        for (int share : split)
-            EXPECT_EQ(share % unit, 0) << "an odd lot on a buy";
+    TC::resetAllSubstitutes();
+    CInstrumentDetail star;
+    star.m_market = "SH";
+    star.m_stockCode = "688001";
+    star.m_tradeUnit = 200;
+    TC::CExchangeClient::instance()->addInstrument(star);
+    struct Row {
+        const char *name;
+        int volume;
+        const char *market;
+        std::vector<double> weights;
+        std::vector<int> expected;
+        EOperationType operation = OT_BUY;
+        const char *code = "600000";
+    };
+    const Row rows[] = {
+        {"equalWeights", 1000, "SH", {1.0, 1.0}, {500, 500}},
+        {"roundedDownToLots", 1000, "SH", {1.0, 2.0}, {400, 600}},
+        {"oddLotOfABuyIsDropped", 1050, "SH", {1.0, 1.0}, {500, 500}},
+        {"oddLotOfASellGoesToTheFirst", 1050, "SH", {1.0, 1.0}, {550, 500}, OT_SELL},
+        {"oneAccountBuyOfAMoneyTotal", 9036, "SH", {1.0}, {9000}},
+        {"threeAccountsOddShares", 1000, "SH", {1.0, 1.0, 1.0}, {400, 300, 300}},
+        {"leftoverUnitsGoInTurn", 2000, "SH", {1.0, 1.0, 1.0}, {700, 700, 600}},
+        {"leftoverUnitsSkipZeroWeights", 2000, "SH", {1.0, 0.0, 1.0, 1.0}, {700, 0, 700, 600}},
+        {"zeroWeightGetsNothing", 900, "SH", {0.0, 3.0}, {0, 900}},
+        {"allZeroWeightsSplitEvenly", 600, "SH", {0.0, 0.0}, {300, 300}},
+        {"negativeWeightCountsAsZero", 600, "SH", {-1.0, 1.0}, {0, 600}},
+        {"noValueWeightCountsAsZero", 600, "SH", {NO_VALUE, 2.0}, {0, 600}},
+        {"futuresSplitInSingleLots", 7, "CFFEX", {1.0, 1.0}, {4, 3}},
+        {"theInstrumentsTradeUnitIsTheLot", 1000, "SH", {1.0, 1.0}, {600, 400}, OT_BUY, "688001"},
+        {"zeroVolume", 0, "SH", {1.0, 1.0}, {0, 0}},
+        {"negativeVolume", -100, "SH", {1.0}, {0}},
+        {"noAccounts", 500, "SH", {}, {}},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        utils::TTError error;
+        const std::vector<int> split = CTradeClient::instance()->splitEntrusts(
+            row.volume, 10.0, PRICE_TYPE_LAST, accounts(row.weights.size()), row.weights, 0, row.market, row.code,
+            row.operation, HEDGE_FLAG_SPECULATION, error, ORDER_TYPE_NORMAL);
+        EXPECT_EQ(split, row.expected);
+        EXPECT_FALSE(error.isError());
+        const int unit = std::string(row.market) == "CFFEX" ? 1 : std::string(row.code) == "688001" ? 200 : 100;
+        if (isBuyOperation(row.operation)) {
+            for (int share : split)
+                EXPECT_EQ(share % unit, 0) << "an odd lot on a buy";
+        }
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rules, SplitEntrusts,
-    ::testing::Values(
-        SplitCase{"equalWeights", 1000, "SH", {1.0, 1.0}, {500, 500}},
-        SplitCase{"roundedDownToLots", 1000, "SH", {1.0, 2.0}, {400, 600}},
-        SplitCase{"oddLotOfABuyIsDropped", 1050, "SH", {1.0, 1.0}, {500, 500}},
-        SplitCase{"oddLotOfASellGoesToTheFirst", 1050, "SH", {1.0, 1.0}, {550, 500}, OT_SELL},
-        SplitCase{"oneAccountBuyOfAMoneyTotal", 9036, "SH", {1.0}, {9000}},
-        SplitCase{"threeAccountsOddShares", 1000, "SH", {1.0, 1.0, 1.0}, {400, 300, 300}},
-        SplitCase{"leftoverUnitsGoInTurn", 2000, "SH", {1.0, 1.0, 1.0}, {700, 700, 600}},
-        SplitCase{"leftoverUnitsSkipZeroWeights", 2000, "SH", {1.0, 0.0, 1.0, 1.0}, {700, 0, 700, 600}},
-        SplitCase{"zeroWeightGetsNothing", 900, "SH", {0.0, 3.0}, {0, 900}},
-        SplitCase{"allZeroWeightsSplitEvenly", 600, "SH", {0.0, 0.0}, {300, 300}},
-        SplitCase{"negativeWeightCountsAsZero", 600, "SH", {-1.0, 1.0}, {0, 600}},
-        SplitCase{"noValueWeightCountsAsZero", 600, "SH", {NO_VALUE, 2.0}, {0, 600}},
-        SplitCase{"futuresSplitInSingleLots", 7, "CFFEX", {1.0, 1.0}, {4, 3}},
-        SplitCase{"zeroVolume", 0, "SH", {1.0, 1.0}, {0, 0}},
-        SplitCase{"negativeVolume", -100, "SH", {1.0}, {0}},
-        SplitCase{"noAccounts", 500, "SH", {}, {}}),
-    [](const ::testing::TestParamInfo<SplitCase> &info) { return std::string(info.param.name); });
-
-TEST(SplitEntrustsRules, TheInstrumentsTradeUnitDecidesTheLot)
-{
-    TC::resetAllSubstitutes();
-    CInstrumentDetail detail;
-    detail.m_market = "SH";
-    detail.m_stockCode = "688001";
-    detail.m_tradeUnit = 200;
-    TC::CExchangeClient::instance()->addInstrument(detail);
-    utils::TTError error;
-    const std::vector<int> split = CTradeClient::instance()->splitEntrusts(
-        1000, 10.0, PRICE_TYPE_LAST, accounts(2), {1.0, 1.0}, 0, "SH", "688001", OT_BUY, HEDGE_FLAG_SPECULATION,
-        error, ORDER_TYPE_NORMAL);
-    EXPECT_EQ(split, (std::vector<int>{600, 400}));
-}
-
-TEST(SplitEntrustsRules, MismatchedWeightsGiveAnEmptyResultAndAnError)
+TEST(SplitEntrusts, MismatchedWeightsGiveAnEmptyResultAndAnError)
 {
     TC::resetAllSubstitutes();
     utils::TTError error;
@@ -105,7 +87,7 @@ TEST(SplitEntrustsRules, MismatchedWeightsGiveAnEmptyResultAndAnError)
     EXPECT_TRUE(error.isError());
 }
 
-TEST(SplitEntrustsRules, CallsAreRecordedAndAHandlerMayScriptTheAnswer)
+TEST(SplitEntrusts, CallsAreRecordedAndAHandlerMayScriptTheAnswer)
 {
     TC::resetAllSubstitutes();
     CTradeClient::instance()->setSplitEntrustsHandler(
@@ -123,4 +105,7 @@ TEST(SplitEntrustsRules, CallsAreRecordedAndAHandlerMayScriptTheAnswer)
     EXPECT_EQ(call.m_market, "SZ");
     EXPECT_EQ(call.m_operation, OT_SELL);
     EXPECT_EQ(call.m_orderType, -1);
+    TC::resetAllSubstitutes();
 }
+
+} // namespace

@@ -96,20 +96,7 @@ TEST_F(TradeClientRecording, PlaceCommandsKeepsEveryArgumentInOrder)
     EXPECT_EQ(c.m_extraBson.getStringField("x"), std::string("y"));
 }
 
-TEST_F(TradeClientRecording, PlaceCommandsKeepsACopyOfTheLines)
-{
-    std::vector<CCodeOrderParam> orders{line("600000", 100)};
-    CTradeClient::instance()->placeCommands(VQ_TRADER_BASKET, VQ_NOT_HEDGED, FT_SPEC_BTN_BAR_NONE, orders, {},
-                                            VQ_STOP_LOSS_NONE, false, true, false, {}, bson::BSONObj(), "",
-                                            TRADE_PLATFORM_NONE, "", VQ_LIMITED_PRICE_NONE, "", QString(),
-                                            ORDER_STRATEGY_NONE, false, false, -1, "", {}, ETF_HEDGE_NONE, "",
-                                            bson::BSONObj());
-    orders[0].m_volume = 999;
-    EXPECT_EQ(CTradeClient::instance()->placedCommands().front().m_orders[0].m_volume, 100);
-    EXPECT_TRUE(CTradeClient::instance()->placedCommands().front().m_resultCallback.empty());
-}
-
-TEST_F(TradeClientRecording, PlaceTasksKeepsEveryArgumentInOrder)
+TEST_F(TradeClientRecording, PlaceTasksKeepsEveryArgumentInOrderAndShowsItAsJson)
 {
     boost::shared_ptr<COrderCommand> command(new COrderCommand);
     command->m_commandKey = "cmd-1";
@@ -118,6 +105,9 @@ TEST_F(TradeClientRecording, PlaceTasksKeepsEveryArgumentInOrder)
     autoPrice->m_tickOffset = 2;
     std::vector<CCodeOrderParam> orders{line("600000", 300)};
     std::string taggedKey;
+    std::vector<std::string> lines;
+    CTradeClient::instance()->setPlaceTasksObserver(
+        [&lines](const TC::CPlaceTasksCall &call) { lines.push_back(call.jsonString()); });
     CTradeClient::instance()->placeTasks(
         VQ_TRADER_BASKET, VQ_HEDGED, command, orders, static_cast<EVqStopLossType>(5), true, "t7",
         [&taggedKey](const QVector<boost::shared_ptr<TaskImp>> &, boost::shared_ptr<CVqOrderTag> tag) {
@@ -146,9 +136,20 @@ TEST_F(TradeClientRecording, PlaceTasksKeepsEveryArgumentInOrder)
     tag->m_orderTagKey = "tag-key";
     c.m_callback(QVector<boost::shared_ptr<TaskImp>>(), tag);
     EXPECT_EQ(taggedKey, "tag-key");
+
+    ASSERT_EQ(lines.size(), 1u);
+    bson::BSONObj parsed;
+    ASSERT_TRUE(parseJson(lines[0], parsed)) << lines[0];
+    EXPECT_EQ(parsed.getStringField("call"), std::string("placeTasks"));
+    EXPECT_EQ(parsed.getIntField("subCommandId"), 13);
+    EXPECT_TRUE(parsed.getBoolField("callback"));
+    EXPECT_FALSE(parsed.getField("autoPrice").isNull());
+    COrderCommand back;
+    back.bsonValueFromObj(parsed.getObjectField("command"));
+    EXPECT_EQ(back.m_commandKey, "cmd-1");
 }
 
-TEST_F(TradeClientRecording, ConfirmTaskRecordsTheLinesAndGivesTheScriptedAnswer)
+TEST_F(TradeClientRecording, ConfirmTaskGivesTheScriptedAnswerAndInstructionsAndLoginsAreAsSet)
 {
     const std::vector<CCodeOrderParam> orders{line("600000", 100)};
     EXPECT_TRUE(CTradeClient::instance()->confirmTask(nullptr, orders, false));
@@ -161,6 +162,16 @@ TEST_F(TradeClientRecording, ConfirmTaskRecordsTheLinesAndGivesTheScriptedAnswer
     CTradeClient::instance()->setConfirmTaskHandler(
         [](const CTradeClient::CConfirmTaskCall &call) { return call.m_orders.size() == 1; });
     EXPECT_TRUE(CTradeClient::instance()->confirmTask(nullptr, orders, false));
+
+    // Instructions and login states are set by the test, as the client's services set them.
+    EXPECT_FALSE(CTradeClient::instance()->getCommandByKey("cmd-1"));
+    boost::shared_ptr<COrderCommand> command(new COrderCommand);
+    command->m_commandKey = "cmd-1";
+    CTradeClient::instance()->addCommand(command);
+    EXPECT_EQ(CTradeClient::instance()->getCommandByKey("cmd-1"), command);
+    CTradeClient::instance()->setLoginStatus("acc1", LOGIN_STATUS_CONNECTING);
+    EXPECT_EQ(CTradeClient::instance()->getLoginStatus("acc1"), LOGIN_STATUS_CONNECTING);
+    EXPECT_EQ(CTradeClient::instance()->getLoginStatus("acc2"), 0);
 }
 
 TEST_F(TradeClientRecording, ObserverSeesEachCallAsOneJsonLine)
@@ -186,40 +197,4 @@ TEST_F(TradeClientRecording, ObserverSeesEachCallAsOneJsonLine)
     back.bsonValueFromObj(orders[1].Obj());
     EXPECT_EQ(back.m_stockInfo.m_stockCode, "600036");
     EXPECT_EQ(back.m_volume, 200);
-}
-
-TEST_F(TradeClientRecording, PlaceTasksJsonNamesTheInstruction)
-{
-    std::vector<std::string> lines;
-    CTradeClient::instance()->setPlaceTasksObserver(
-        [&lines](const TC::CPlaceTasksCall &call) { lines.push_back(call.jsonString()); });
-    boost::shared_ptr<COrderCommand> command(new COrderCommand);
-    command->m_commandKey = "cmd-9";
-    std::vector<CCodeOrderParam> orders{line("600000", 100)};
-    CTradeClient::instance()->placeTasks(VQ_TRADER_BASKET, VQ_NOT_HEDGED, command, orders, VQ_STOP_LOSS_NONE, true,
-                                         "", {}, -1, "", nullptr, "", 4);
-    ASSERT_EQ(lines.size(), 1u);
-    bson::BSONObj parsed;
-    ASSERT_TRUE(parseJson(lines[0], parsed)) << lines[0];
-    EXPECT_EQ(parsed.getStringField("call"), std::string("placeTasks"));
-    EXPECT_EQ(parsed.getIntField("subCommandId"), 4);
-    EXPECT_FALSE(parsed.getBoolField("callback"));
-    EXPECT_TRUE(parsed.getField("autoPrice").isNull());
-    COrderCommand back;
-    back.bsonValueFromObj(parsed.getObjectField("command"));
-    EXPECT_EQ(back.m_commandKey, "cmd-9");
-}
-
-TEST_F(TradeClientRecording, InstructionsAndLoginStatusComeFromTheControlSurface)
-{
-    EXPECT_FALSE(CTradeClient::instance()->getCommandByKey("cmd-1"));
-    boost::shared_ptr<COrderCommand> command(new COrderCommand);
-    command->m_commandKey = "cmd-1";
-    CTradeClient::instance()->addCommand(command);
-    EXPECT_EQ(CTradeClient::instance()->getCommandByKey("cmd-1"), command);
-
-    EXPECT_EQ(CTradeClient::instance()->getLoginStatus("acc1"), 0);
-    CTradeClient::instance()->setLoginStatus("acc1", LOGIN_STATUS_CONNECTING);
-    EXPECT_EQ(CTradeClient::instance()->getLoginStatus("acc1"), LOGIN_STATUS_CONNECTING);
-    EXPECT_EQ(CTradeClient::instance()->getLoginStatus("acc2"), 0);
 }

@@ -1,5 +1,5 @@
 #include "CTradeClient.h"
-#include "CUserManager.h"
+#include "CUserConfig.h"
 #include "SubstituteReset.h"
 #include "TraderCenter.h"
 
@@ -46,12 +46,6 @@ protected:
 };
 
 } // namespace
-
-TEST_F(UserConfig, BothAccessPathsGiveTheSameConfiguration)
-{
-    EXPECT_EQ(TC::getUserConfig(), TC::CUserManager::instance()->getUserConfig());
-    EXPECT_NE(TC::getUserConfig(), nullptr);
-}
 
 TEST_F(UserConfig, AccountIsFoundByKeyAndIsTheDataCentresAccount)
 {
@@ -108,7 +102,7 @@ TEST_F(UserConfig, MoneyAndPositionsReachTheAccountData)
     EXPECT_FALSE(TraderCenter::instance()->getDataCenter()->getAccountData("stock4")->getAccountDetail());
 }
 
-TEST_F(UserConfig, ProductRightsAndUserFieldsComeFromTheControlSurface)
+TEST_F(UserConfig, ProductsAndRightsComeFromTheControlSurface)
 {
     EXPECT_FALSE(config->getAccountProduct(info("stock1", BROKER_TYPE_STOCK)));
     CProductInfo product;
@@ -121,19 +115,7 @@ TEST_F(UserConfig, ProductRightsAndUserFieldsComeFromTheControlSurface)
     EXPECT_FALSE(config->hasUserAuth(TC::USER_AUTH_HEDGE));
     config->setUserAuth(TC::USER_AUTH_HEDGE, true);
     EXPECT_TRUE(config->hasUserAuth(TC::USER_AUTH_HEDGE));
-    config->setRole(200);
-    config->setUserName(QStringLiteral("张三"));
-    config->setUserId("u1");
-    EXPECT_EQ(config->getRole(), 200);
-    EXPECT_EQ(config->getUserName(), QStringLiteral("张三"));
-    EXPECT_EQ(config->getUserId(), "u1");
-}
-
-TEST_F(UserConfig, MinUnitIsTheLotForBuysAndOneForSells)
-{
-    EXPECT_EQ(config->getMinUnit("SH", "600000", true), 100);
-    EXPECT_EQ(config->getMinUnit("SH", "600000", false), 1);
-    EXPECT_EQ(config->getMinUnit("CFFEX", "IF2401", true), 1);
+    EXPECT_FALSE(config->hasUserAuth(TC::USER_AUTH_HEDGE + 1));
 }
 
 TEST_F(UserConfig, PortfolioLookupsFollowTheTradeWord)
@@ -176,23 +158,7 @@ TEST_F(UserConfig, PortfolioLookupsFollowTheTradeWord)
     EXPECT_TRUE(TC::getPortfolioPositionStatics("p1", nullptr).empty());
 }
 
-TEST_F(UserConfig, StoredSettingsAreTheConfigurationsOwnMaps)
-{
-    TC::CBasketSetting basket;
-    basket.m_name = QStringLiteral("篮子一");
-    config->baskets().insert(basket.m_name, basket);
-    config->msgSettings()[4].m_playSound = true;
-    config->patchSettings()[QStringLiteral("set")] = QStringLiteral("text");
-    config->defaultPatchSetting() = QStringLiteral("set");
-
-    EXPECT_TRUE(TC::getUserConfig()->baskets().contains(QStringLiteral("篮子一")));
-    EXPECT_TRUE(TC::getUserConfig()->msgSetting(4).m_playSound);
-    EXPECT_TRUE(TC::getUserConfig()->msgSetting(1).m_showPopup);
-    EXPECT_EQ(TC::getUserConfig()->patchSettings().value(QStringLiteral("set")), QStringLiteral("text"));
-    EXPECT_EQ(static_cast<const TC::CUserConfig *>(config)->defaultPatchSetting(), QStringLiteral("set"));
-}
-
-TEST_F(UserConfig, DisplayIdIsTheBrokerIdOrTheKey)
+TEST_F(UserConfig, DisplayIdIsTheBrokerIdOrTheKeyAndTypedVolumesKeepTheirUnit)
 {
     EXPECT_EQ(TC::accountDisplayIDQs(*config->getAccountData(QStringLiteral("stock1"))), QStringLiteral("stock1-id"));
     CAccountInfo withoutId;
@@ -201,4 +167,8 @@ TEST_F(UserConfig, DisplayIdIsTheBrokerIdOrTheKey)
     EXPECT_EQ(accountDisplayID(nullptr), "");
     EXPECT_TRUE(isLoginStatusReady(TC::CTradeClient::instance()->getLoginStatus("stock1")));
     EXPECT_FALSE(isLoginStatusReady(LOGIN_STATUS_FAILED));
+    // The unit a typed volume is held to: the lot for a buy, one share for a sell.
+    EXPECT_EQ(config->getMinUnit("SH", "600000", true), 100);
+    EXPECT_EQ(config->getMinUnit("SH", "600000", false), 1);
+    EXPECT_EQ(config->getMinUnit("CFFEX", "IF2401", true), 1);
 }

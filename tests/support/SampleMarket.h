@@ -32,3 +32,84 @@ inline void setQuote(const std::string &market, const std::string &code, double 
 }
 
 } // namespace sample
+
+// Accounts, baskets and full quotes for the panel's form tests.
+#include "CBasketSetting.h"
+#include "CUserConfig.h"
+
+#include <QList>
+#include <QString>
+
+#include <vector>
+
+namespace sample {
+
+// A position of an account: what it holds and what of it may be sold now.
+inline ttservice::CPositionStatics held(const std::string &market, const std::string &code, double volume,
+                                        double canUse)
+{
+    ttservice::CPositionStatics position;
+    position.m_market = market;
+    position.m_stockCode = code;
+    position.m_volume = volume;
+    position.m_canUseVolume = canUse;
+    return position;
+}
+
+// An account of the user (logged in) with its money and positions; a credit one is of type 3.
+inline void addAccount(const std::string &key, ttservice::EVQBrokerType broker, double available,
+                       const std::vector<ttservice::CPositionStatics> &positions = {})
+{
+    ttservice::CAccountInfo info;
+    info.m_accountKey = key;
+    info.m_accountId = key;
+    info.m_brokerType = broker;
+    info.m_accountType = broker == ttservice::BROKER_TYPE_CREDIT ? 3 : 0;
+    ttservice::CAccountDetail detail;
+    detail.m_available = available;
+    TC::getUserConfig()->addAccount(info, detail, positions);
+}
+
+inline TC::CBasketStockData row(const char *market, const char *code, double weight, int64_t volume,
+                                ttservice::EOperationType operation = ttservice::OT_BUY)
+{
+    TC::CBasketStockData r;
+    r.m_market = QString::fromLatin1(market);
+    r.m_stockCode = QString::fromLatin1(code);
+    r.m_weight = weight;
+    r.m_volume = volume;
+    r.m_operationType = operation;
+    return r;
+}
+
+// Stores a basket of the user's own (kind 0) or an index basket (kind 1, with its index in SH).
+inline void storeBasket(const QString &name, const QList<TC::CBasketStockData> &rows,
+                        ttservice::EVQBrokerType broker = ttservice::BROKER_TYPE_STOCK, int kind = 0,
+                        const QString &indexCode = QString())
+{
+    TC::CBasketSetting basket;
+    basket.m_name = name;
+    basket.m_basketKind = kind;
+    basket.m_brokerType = broker;
+    basket.m_indexMarket = QStringLiteral("SH");
+    basket.m_indexCode = indexCode;
+    basket.m_stocks = rows;
+    TC::getUserConfig()->baskets().insert(name, basket);
+}
+
+// Stores a quote with the best prices and the day's limits, without telling subscribers.
+inline void setBook(const std::string &market, const std::string &code, double last, double ask, double bid,
+                    double up = ttservice::NO_VALUE, double down = ttservice::NO_VALUE)
+{
+    TC::CPriceData quote;
+    quote.m_market = market;
+    quote.m_stockCode = code;
+    quote.m_lastPrice = last;
+    quote.m_askPrice1 = ask;
+    quote.m_bidPrice1 = bid;
+    quote.m_upStopPrice = up;
+    quote.m_downStopPrice = down;
+    TC::CQuoteClient::instance()->setStockPrice(quote);
+}
+
+} // namespace sample

@@ -1,69 +1,109 @@
+// Message boxes and dialogs answer as scripted (without showing) and record what they showed.
 #include "CCommonDialog.h"
-#include "CFloatWidget.h"
+#include "CMessageBox.h"
 #include "CSimpleInputDialog.h"
 #include "ToolkitRecords.h"
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QKeyEvent>
-#include <QLabel>
 
 #include <vector>
 
 namespace {
 
-class DialogScript : public ::testing::Test
+class Scripted : public ::testing::Test
 {
 protected:
     void SetUp() override { WK::resetToolkitRecords(); }
     void TearDown() override { WK::resetToolkitRecords(); }
 };
 
-TEST_F(DialogScript, inputDialogRejectsAtOnceByDefaultAndRecordsWhatItShowed)
+TEST_F(Scripted, messageBoxRecordsEachBoxAndAnswersWithTheDefaultElseTheFirstButton)
 {
-    WK::CSimpleInputDialog dialog(QStringLiteral("保存篮子"), QString(), nullptr);
-    dialog.setText(QStringLiteral("新建篮子"));
-    std::vector<QString> given;
-
-    const int result = dialog.getInput([&given](const QString &name) { given.push_back(name); });
-
-    EXPECT_EQ(result, QDialog::Rejected);
-    EXPECT_TRUE(given.empty());
-    const QVector<WK::DialogRecord> records = WK::CBaseDialog::records();
-    ASSERT_EQ(records.size(), 1);
-    EXPECT_EQ(records[0].className, QStringLiteral("WK::CSimpleInputDialog"));
-    EXPECT_EQ(records[0].title, QStringLiteral("保存篮子"));
-    EXPECT_EQ(records[0].texts, QStringList({QString(), QStringLiteral("新建篮子")}));
+    using B = QMessageBox;
+    struct Row {
+        const char *name;
+        QMessageBox::StandardButtons buttons;
+        QMessageBox::StandardButton defaultButton, expected;
+    };
+    const Row rows[] = {{"onlyButton", B::Ok, B::NoButton, B::Ok},
+                        {"defaultButton", B::Yes | B::No, B::No, B::No},
+                        {"firstOfYesNo", B::Yes | B::No, B::NoButton, B::Yes},
+                        {"firstOfOkCancel", B::Ok | B::Cancel, B::NoButton, B::Ok},
+                        {"defaultNotAmongTheButtons", B::Cancel, B::Yes, B::Cancel},
+                        {"noButtonsAtAll", B::NoButton, B::NoButton, B::Ok}};
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(WK::CMessageBox::warning(2, nullptr, QStringLiteral("提示"), QString::fromLatin1(row.name),
+                                           row.buttons, row.defaultButton),
+                  row.expected);
+        const WK::MessageBoxRecord record = WK::CMessageBox::records().constLast();
+        EXPECT_EQ(record.kind, WK::MessageBoxRecord::Warning);
+        EXPECT_EQ(record.style, 2);
+        EXPECT_EQ(record.title, QStringLiteral("提示"));
+        EXPECT_EQ(record.text, QString::fromLatin1(row.name));
+        EXPECT_EQ(record.buttons, row.buttons);
+        EXPECT_EQ(record.answer, row.expected);
+    }
+    EXPECT_EQ(WK::CMessageBox::information(0, nullptr, QString(), QString(), B::Ok), B::Ok);
+    EXPECT_EQ(WK::CMessageBox::records().constLast().kind, WK::MessageBoxRecord::Information);
+    EXPECT_EQ(WK::CMessageBox::records().size(), 7);
 }
 
-TEST_F(DialogScript, scriptedAcceptHandsTheInputToTheCallback)
+TEST_F(Scripted, messageBoxScriptedAnswerHoldsUntilClearedOrReset)
 {
-    WK::CBaseDialog::setScriptedAnswer(QDialog::Accepted, QStringLiteral("篮子A"));
-    WK::CSimpleInputDialog dialog(QStringLiteral("保存篮子"), QStringLiteral("名称"), nullptr);
-    std::vector<QString> given;
+    const auto ask = [] {
+        return WK::CMessageBox::warning(0, nullptr, QString(), QString(), QMessageBox::Yes | QMessageBox::No);
+    };
+    WK::CMessageBox::setScriptedAnswer(QMessageBox::No);
+    EXPECT_EQ(WK::CMessageBox::information(0, nullptr, QString(), QString(), QMessageBox::Yes | QMessageBox::No),
+              QMessageBox::No);
+    EXPECT_EQ(ask(), QMessageBox::No);
+    WK::CMessageBox::clearScriptedAnswer();
+    EXPECT_EQ(ask(), QMessageBox::Yes);
 
-    const int result = dialog.getInput([&given](const QString &name) { given.push_back(name); });
-
-    EXPECT_EQ(result, QDialog::Accepted);
-    ASSERT_EQ(given.size(), 1u);
-    EXPECT_EQ(given[0], QStringLiteral("篮子A"));
-    EXPECT_EQ(dialog.result(), QDialog::Accepted);
-    EXPECT_EQ(WK::CBaseDialog::records().value(0).input, QStringLiteral("篮子A"));
+    WK::CMessageBox::setScriptedAnswer(QMessageBox::No);
+    WK::resetToolkitRecords();
+    EXPECT_TRUE(WK::CMessageBox::records().isEmpty());
+    EXPECT_EQ(ask(), QMessageBox::Yes);
 }
 
-TEST_F(DialogScript, blankInputCannotBeConfirmed)
+TEST_F(Scripted, inputDialogHandsOnlyANonBlankAcceptedInputToTheCallback)
 {
-    WK::CBaseDialog::setScriptedAnswer(QDialog::Accepted, QStringLiteral("   "));
-    WK::CSimpleInputDialog dialog(QStringLiteral("保存篮子"), QString(), nullptr);
-    bool called = false;
+    struct Row {
+        const char *name;
+        bool accept;
+        const char *input;
+        int result;
+    };
+    const Row rows[] = {{"rejectedByDefault", false, "", QDialog::Rejected},
+                        {"accepted", true, "篮子A", QDialog::Accepted},
+                        {"blankCannotBeConfirmed", true, "   ", QDialog::Rejected}};
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        WK::resetToolkitRecords();
+        if (row.accept)
+            WK::CBaseDialog::setScriptedAnswer(QDialog::Accepted, QString::fromUtf8(row.input));
+        WK::CSimpleInputDialog dialog(QStringLiteral("保存篮子"), QStringLiteral("名称"), nullptr);
+        dialog.setText(QStringLiteral("新建篮子"));
+        std::vector<QString> given;
 
-    EXPECT_EQ(dialog.getInput([&called](const QString &) { called = true; }), QDialog::Rejected);
-    EXPECT_FALSE(called);
-    EXPECT_EQ(WK::CBaseDialog::records().value(0).result, QDialog::Rejected);
+        EXPECT_EQ(dialog.getInput([&given](const QString &name) { given.push_back(name); }), row.result);
+
+        EXPECT_EQ(dialog.result(), row.result);
+        EXPECT_EQ(given, row.result == QDialog::Accepted ? std::vector<QString>{QString::fromUtf8(row.input)}
+                                                         : std::vector<QString>());
+        ASSERT_EQ(WK::CBaseDialog::records().size(), 1);
+        const WK::DialogRecord record = WK::CBaseDialog::records().front();
+        EXPECT_EQ(record.className, QStringLiteral("WK::CSimpleInputDialog"));
+        EXPECT_EQ(record.title, QStringLiteral("保存篮子"));
+        EXPECT_EQ(record.result, row.result);
+        EXPECT_EQ(record.input, QString::fromUtf8(row.input));
+        EXPECT_EQ(record.texts, QStringList({QStringLiteral("名称"), QStringLiteral("新建篮子")}));
+    }
 }
 
-TEST_F(DialogScript, refusedCheckKeepsOnOKFromRunning)
+TEST_F(Scripted, refusedCheckKeepsOnOKFromRunning)
 {
     struct Checked : WK::CCommonDialog {
         using WK::CCommonDialog::CCommonDialog;
@@ -82,66 +122,6 @@ TEST_F(DialogScript, refusedCheckKeepsOnOKFromRunning)
     EXPECT_EQ(dialog.exec(), QDialog::Accepted);
     EXPECT_EQ(dialog.done, 1);
     EXPECT_EQ(WK::CBaseDialog::records().value(1).title, QStringLiteral("调仓"));
-}
-
-TEST_F(DialogScript, commonDialogFillsItselfWithTheInnerWidget)
-{
-    WK::CCommonDialog dialog(nullptr);
-    auto *content = new QLabel(QStringLiteral("内容"));
-    dialog.setInnerWidget(content);
-    dialog.resize(300, 200);
-    dialog.show();
-    QApplication::processEvents();
-
-    EXPECT_EQ(content->parentWidget(), &dialog);
-    EXPECT_EQ(content->geometry(), dialog.rect());
-}
-
-class FloatWidget : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        anchor.resize(400, 300);
-        anchor.show();
-        QApplication::processEvents();
-    }
-    QWidget anchor;
-};
-
-TEST_F(FloatWidget, innerWidgetSitsBelowTheTitleStrip)
-{
-    WK::CFloatWidget box(true, &anchor);
-    box.setTitle(QStringLiteral("下单板设置"));
-    auto *content = new QWidget;
-    box.setInnerWidget(content);
-    box.setFixedSize(250, 126);
-    box.showBelow(&anchor);
-    QApplication::processEvents();
-
-    EXPECT_EQ(box.title(), QStringLiteral("下单板设置"));
-    EXPECT_EQ(content->geometry().top(), WK::CFloatWidget::kTitleHeight);
-    EXPECT_EQ(content->geometry().left(), 1);
-    EXPECT_EQ(content->geometry().bottom(), 126 - 2);
-}
-
-TEST_F(FloatWidget, escapeHidesItLikeAPopup)
-{
-    WK::CFloatWidget box(false, &anchor);
-    box.setFixedSize(100, 80);
-    int hidden = 0;
-    QObject::connect(&box, &WK::CFloatWidget::sigHidden, [&hidden] { ++hidden; });
-    box.showAt(anchor.mapToGlobal(QPoint(10, 10)));
-    QApplication::processEvents();
-    ASSERT_TRUE(box.isVisible());
-    EXPECT_TRUE(box.windowFlags().testFlag(Qt::Popup));
-
-    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
-    QApplication::sendEvent(&box, &escape);
-    QApplication::processEvents();
-
-    EXPECT_FALSE(box.isVisible());
-    EXPECT_EQ(hidden, 1);
 }
 
 } // namespace

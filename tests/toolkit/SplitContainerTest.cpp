@@ -13,143 +13,108 @@ namespace {
 constexpr int kHandle = 3;
 
 struct Split {
+    Split(int orientation, int stableLength, int firstMinLength)
+        : container(std::make_unique<WK::CSplitContainer>(orientation, kHandle, nullptr))
+        , first(new QWidget(container.get()))
+        , second(new QWidget(container.get()))
+    {
+        container->setWidgets(first, second, 0, stableLength);
+        container->setFirstMinLength(firstMinLength);
+        resizeTo(800, 400);
+        container->show();
+        QApplication::processEvents();
+    }
+    void resizeTo(int width, int height)
+    {
+        container->resize(width, height);
+        QApplication::sendPostedEvents();
+        QApplication::processEvents();
+    }
+    void mouse(QEvent::Type type, int x, Qt::MouseButton button, Qt::MouseButtons buttons)
+    {
+        QMouseEvent event(type, QPointF(x, 5), button, buttons, Qt::NoModifier);
+        QApplication::sendEvent(container->handle(), &event);
+    }
+    // Presses the handle one pixel in and moves it by `by` pixels.
+    void drag(int by)
+    {
+        mouse(QEvent::MouseButtonPress, 1, Qt::LeftButton, Qt::LeftButton);
+        mouse(QEvent::MouseMove, 1 + by, Qt::NoButton, Qt::LeftButton);
+        mouse(QEvent::MouseButtonRelease, 1 + by, Qt::LeftButton, Qt::NoButton);
+    }
+
     std::unique_ptr<WK::CSplitContainer> container;
-    QWidget *first = nullptr;
-    QWidget *second = nullptr;
+    QWidget *first;
+    QWidget *second;
 };
 
-Split makeSplit(int orientation, int stableLength, int firstMinLength)
+TEST(SplitContainer, givesTheSecondPartItsStableLengthAndTheFirstTheRest)
 {
-    Split s;
-    s.container = std::make_unique<WK::CSplitContainer>(orientation, kHandle, nullptr);
-    s.first = new QWidget(s.container.get());
-    s.second = new QWidget(s.container.get());
-    s.container->setWidgets(s.first, s.second, 0, stableLength);
-    s.container->setFirstMinLength(firstMinLength);
-    s.container->resize(800, 400);
-    s.container->show();
-    QApplication::processEvents();
-    return s;
+    struct Row {
+        const char *name;
+        int orientation, stable, firstMin, length, first, second;
+    };
+    const Row rows[] = {
+        {"wide", Qt::Horizontal, 345, 200, 1200, 1200 - kHandle - 345, 345},
+        {"narrower", Qt::Horizontal, 345, 200, 700, 700 - kHandle - 345, 345},
+        {"exactlyEnough", Qt::Horizontal, 345, 200, 200 + kHandle + 345, 200, 345},
+        {"firstMinimumWins", Qt::Horizontal, 345, 200, 450, 200, 450 - kHandle - 200},
+        {"tooSmallForTheFirstMinimum", Qt::Horizontal, 345, 200, 150, 150 - kHandle, 0},
+        {"noFirstMinimum", Qt::Horizontal, 345, 0, 300, 0, 300 - kHandle},
+        {"verticalKeepsTheLowerPartsHeight", Qt::Vertical, 120, 50, 600, 600 - kHandle - 120, 120},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        const bool across = row.orientation == Qt::Horizontal;
+        Split s(row.orientation, row.stable, row.firstMin);
+        s.resizeTo(across ? row.length : 300, across ? 300 : row.length);
+        const auto part = [across](int start, int length) {
+            return across ? QRect(start, 0, length, 300) : QRect(0, start, 300, length);
+        };
+        EXPECT_EQ(s.first->geometry(), part(0, row.first));
+        EXPECT_EQ(s.second->geometry(), part(row.first + kHandle, row.second));
+        EXPECT_EQ(s.container->stableLength(), row.stable) << "the stable length is kept even when it gives way";
+    }
 }
 
-void resizeTo(QWidget *w, int width, int height)
+TEST(SplitContainer, setStableLengthHoldsThroughAResize)
 {
-    w->resize(width, height);
-    QApplication::sendPostedEvents();
-    QApplication::processEvents();
-}
-
-struct ResizeCase {
-    const char *name;
-    int stable;
-    int firstMin;
-    int width;
-    int expectedFirst;
-    int expectedSecond;
-};
-
-class SplitContainerResize : public ::testing::TestWithParam<ResizeCase>
-{
-};
-
-TEST_P(SplitContainerResize, givesTheSecondPartItsStableLengthAndTheFirstTheRest)
-{
-    const ResizeCase &c = GetParam();
-    Split s = makeSplit(Qt::Horizontal, c.stable, c.firstMin);
-    resizeTo(s.container.get(), c.width, 300);
-
-    EXPECT_EQ(s.first->geometry(), QRect(0, 0, c.expectedFirst, 300));
-    EXPECT_EQ(s.second->geometry(), QRect(c.expectedFirst + kHandle, 0, c.expectedSecond, 300));
-    EXPECT_EQ(s.container->stableLength(), c.stable) << "the stable length is kept even when it gives way";
-}
-
-INSTANTIATE_TEST_SUITE_P(Toolkit, SplitContainerResize,
-    ::testing::Values(ResizeCase{"Wide", 345, 200, 1200, 1200 - kHandle - 345, 345},
-                      ResizeCase{"Narrower", 345, 200, 700, 700 - kHandle - 345, 345},
-                      ResizeCase{"ExactlyEnough", 345, 200, 200 + kHandle + 345, 200, 345},
-                      ResizeCase{"FirstMinimumWins", 345, 200, 450, 200, 450 - kHandle - 200},
-                      ResizeCase{"TooSmallForTheFirstMinimum", 345, 200, 150, 150 - kHandle, 0},
-                      ResizeCase{"NoFirstMinimum", 345, 0, 300, 0, 300 - kHandle}),
-    [](const ::testing::TestParamInfo<ResizeCase> &info) { return std::string(info.param.name); });
-
-TEST(SplitContainer, stableLengthComesBackWhenTheContainerGrowsAgain)
-{
-    Split s = makeSplit(Qt::Horizontal, 345, 200);
-    resizeTo(s.container.get(), 400, 300);
-    ASSERT_EQ(s.second->width(), 400 - kHandle - 200);
-
-    resizeTo(s.container.get(), 1000, 300);
-    EXPECT_EQ(s.second->width(), 345);
-}
-
-TEST(SplitContainer, setStableLengthThenResizeKeepsTheNewLength)
-{
-    Split s = makeSplit(Qt::Horizontal, 345, 200);
+    Split s(Qt::Horizontal, 345, 200);
     s.container->setStableLength(250);
     EXPECT_EQ(s.second->width(), 250);
 
-    resizeTo(s.container.get(), 1100, 300);
+    s.resizeTo(1100, 300);
     EXPECT_EQ(s.second->width(), 250);
     EXPECT_EQ(s.first->width(), 1100 - kHandle - 250);
-    EXPECT_EQ(s.container->stableLength(), 250);
 }
 
-TEST(SplitContainer, verticalContainerKeepsTheLowerPartsHeight)
+TEST(SplitContainer, draggingTheHandleSetsTheStableLengthDownToTheFirstMinimum)
 {
-    Split s = makeSplit(Qt::Vertical, 120, 50);
-    resizeTo(s.container.get(), 300, 600);
-
-    EXPECT_EQ(s.first->geometry(), QRect(0, 0, 300, 600 - kHandle - 120));
-    EXPECT_EQ(s.second->geometry(), QRect(0, 600 - 120, 300, 120));
-}
-
-TEST(SplitContainer, draggingTheHandleChangesTheStableLength)
-{
-    Split s = makeSplit(Qt::Horizontal, 345, 200);
+    Split s(Qt::Horizontal, 345, 200);
     std::vector<int> reported;
     QObject::connect(s.container.get(), &WK::CSplitContainer::sigStableLengthChanged,
                      [&reported](int length) { reported.push_back(length); });
-    QWidget *handle = s.container->handle();
-    ASSERT_TRUE(handle->isVisible());
-    const int handleX = handle->x();
+    ASSERT_TRUE(s.container->handle()->isVisible());
+    const int handleX = s.container->handle()->x();
 
-    QMouseEvent press(QEvent::MouseButtonPress, QPointF(1, 5), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(handle, &press);
-    QMouseEvent move(QEvent::MouseMove, QPointF(1 - 100, 5), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(handle, &move);
-    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(1 - 100, 5), Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(handle, &release);
-
+    s.drag(-100);
     EXPECT_EQ(s.container->stableLength(), 445);
-    EXPECT_EQ(handle->x(), handleX - 100);
-    ASSERT_FALSE(reported.empty());
-    EXPECT_EQ(reported.back(), 445);
+    EXPECT_EQ(s.container->handle()->x(), handleX - 100);
+    EXPECT_EQ(reported, std::vector<int>{445});
+    s.resizeTo(1000, 400);
+    EXPECT_EQ(s.second->width(), 445) << "the dragged length holds on the next resize";
 
-    // and the new length holds on the next resize
-    resizeTo(s.container.get(), 1000, 400);
-    EXPECT_EQ(s.second->width(), 445);
-}
-
-TEST(SplitContainer, draggingStopsAtTheFirstMinimum)
-{
-    Split s = makeSplit(Qt::Horizontal, 345, 200);
-    QWidget *handle = s.container->handle();
-
-    QMouseEvent press(QEvent::MouseButtonPress, QPointF(1, 5), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(handle, &press);
-    QMouseEvent move(QEvent::MouseMove, QPointF(-2000, 5), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(handle, &move);
-
+    s.resizeTo(800, 400);
+    s.drag(-2000);
     EXPECT_EQ(s.first->width(), 200);
     EXPECT_EQ(s.container->stableLength(), 800 - kHandle - 200);
 }
 
 TEST(SplitContainer, aHiddenPartLeavesTheWholeRoomToTheOther)
 {
-    Split s = makeSplit(Qt::Horizontal, 345, 200);
+    Split s(Qt::Horizontal, 345, 200);
     s.second->hide();
     QApplication::processEvents();
-
     EXPECT_EQ(s.first->geometry(), QRect(0, 0, 800, 400));
     EXPECT_FALSE(s.container->handle()->isVisible());
 

@@ -12,8 +12,6 @@
 #include <QLineEdit>
 #include <QToolButton>
 
-#include <ostream>
-#include <string>
 #include <vector>
 
 namespace {
@@ -30,23 +28,18 @@ QWidget *fixedItem(QWidget *parent, const QString &name)
 
 // A row of four items a to d, 50 pixels each, no margins or spacing; b and c may be bound. It
 // sits in a window without a layout, so that it gets exactly the width a test gives it.
-class Row
-{
-public:
-    explicit Row(bool bindMiddle = false)
+struct ToolRow {
+    explicit ToolRow(bool bindMiddle = false)
         : row(new WK::CAutoExpandToolBar(&window))
     {
         row->setMargin(0, 0, 0, 0);
         row->setSpacing(0);
-        const char *names[] = {"a", "b", "c", "d"};
         for (int i = 0; i < 4; ++i) {
-            items.push_back(fixedItem(row, QString::fromLatin1(names[i])));
+            items.push_back(fixedItem(row, QString(QChar('a' + i))));
             row->addToolItem(items.back(), bindMiddle && (i == 1 || i == 2));
         }
     }
-
     int buttonWidth() const { return row->overflowButton()->sizeHint().width(); }
-
     void showAt(int width)
     {
         window.resize(width, 30);
@@ -54,7 +47,6 @@ public:
         window.show();
         row->relayout();
     }
-
     QString folded() const
     {
         QString names;
@@ -68,66 +60,58 @@ public:
     std::vector<QWidget *> items;
 };
 
-struct FoldCase {
-    const char *name;
-    bool bindMiddle;
-    int itemsRoom;   // room for items, in item widths of 50
-    int extra;       // pixels added to that room
-    bool withButton; // the room also holds the "»" button
-    const char *folded;
-};
-
-void PrintTo(const FoldCase &c, std::ostream *os)
+TEST(AutoExpandToolBar, ItemsThatDoNotFitFoldFromTheFirstOneOut)
 {
-    *os << c.name;
+    struct Case {
+        const char *name;
+        bool bindMiddle;
+        int itemsRoom;   // room for items, in item widths of 50
+        int extra;       // pixels added to that room
+        bool withButton; // the room also holds the "»" button
+        const char *folded;
+    };
+    const Case cases[] = {{"allFitExactly", false, 4, 0, false, ""},
+                          {"onePixelShortFoldsTheLast", false, 4, -1, false, "d"},
+                          {"threeBesideTheButton", false, 3, 0, true, "d"},
+                          {"aPixelLessFoldsTwo", false, 3, -1, true, "cd"},
+                          {"nothingFitsBesideTheButton", false, 0, 49, true, "abcd"},
+                          {"boundPairFoldsWhole", true, 2, 49, true, "bcd"},
+                          {"boundPairStaysWhole", true, 3, 0, true, "d"}};
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.name);
+        ToolRow row(c.bindMiddle);
+        row.showAt(c.itemsRoom * kItemWidth + c.extra + (c.withButton ? row.buttonWidth() : 0));
+        EXPECT_EQ(row.folded(), QString::fromLatin1(c.folded));
+        EXPECT_EQ(row.row->overflowButton()->isVisible(), !row.folded().isEmpty());
+        for (QWidget *item : row.items)
+            EXPECT_EQ(item->isVisible(), !row.folded().contains(item->objectName())) << item->objectName().toStdString();
+    }
 }
 
-class FoldingTest : public ::testing::TestWithParam<FoldCase>
+TEST(AutoExpandToolBar, RowNotOnScreenKeepsEveryItemAndItemsHiddenByTheirOwnerStayHidden)
 {
-};
+    ToolRow offScreen;
+    offScreen.row->resize(60, 30);
+    offScreen.row->relayout();
+    EXPECT_TRUE(offScreen.row->foldedItems().isEmpty());
+    for (QWidget *item : offScreen.items)
+        EXPECT_TRUE(item->isVisibleTo(offScreen.row));
 
-TEST_P(FoldingTest, ItemsThatDoNotFitFoldFromTheFirstOneOut)
-{
-    const FoldCase &c = GetParam();
-    Row row(c.bindMiddle);
-    row.showAt(c.itemsRoom * kItemWidth + c.extra + (c.withButton ? row.buttonWidth() : 0));
-
-    EXPECT_EQ(row.folded(), QString::fromLatin1(c.folded));
-    EXPECT_EQ(row.row->overflowButton()->isVisible(), !row.folded().isEmpty());
-    for (QWidget *item : row.items)
-        EXPECT_EQ(item->isVisible(), !row.folded().contains(item->objectName())) << item->objectName().toStdString();
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Widths, FoldingTest,
-    ::testing::Values(FoldCase{"allFitExactly", false, 4, 0, false, ""},
-                      FoldCase{"onePixelShortFoldsTheLast", false, 4, -1, false, "d"},
-                      FoldCase{"threeBesideTheButton", false, 3, 0, true, "d"},
-                      FoldCase{"aPixelLessFoldsTwo", false, 3, -1, true, "cd"},
-                      FoldCase{"nothingFitsBesideTheButton", false, 0, 49, true, "abcd"},
-                      FoldCase{"boundPairFoldsWhole", true, 2, 49, true, "bcd"},
-                      FoldCase{"boundPairStaysWhole", true, 3, 0, true, "d"}),
-    [](const ::testing::TestParamInfo<FoldCase> &info) { return std::string(info.param.name); });
-
-TEST(AutoExpandToolBar, RowNotOnScreenKeepsEveryItem)
-{
-    Row row;
-    row.row->resize(60, 30);
-    row.row->relayout();
+    ToolRow row;
+    row.items[3]->hide();
+    row.showAt(10 * kItemWidth);
+    EXPECT_FALSE(row.items[3]->isVisible()) << "not shown just because there is room";
     EXPECT_TRUE(row.row->foldedItems().isEmpty());
-    for (QWidget *item : row.items)
-        EXPECT_TRUE(item->isVisibleTo(row.row));
 }
 
 TEST(AutoExpandToolBar, ItemOnInvisibleListTakesNoRoomAndComesBackWhenTakenOff)
 {
-    Row row;
+    ToolRow row;
     row.showAt(3 * kItemWidth);
     ASSERT_EQ(row.folded(), QStringLiteral("cd"));
 
     row.row->doOperationInvisibleList(row.items[1], true);
-    // b leaves: a, c and d fit without it.
-    EXPECT_TRUE(row.row->foldedItems().isEmpty());
+    EXPECT_TRUE(row.row->foldedItems().isEmpty()) << "a, c and d fit without b";
     EXPECT_FALSE(row.items[1]->isVisible());
     EXPECT_TRUE(row.row->isOnInvisibleList(row.items[1]));
     EXPECT_FALSE(row.row->isItemVisibleTo(row.items[1], row.row));
@@ -137,18 +121,9 @@ TEST(AutoExpandToolBar, ItemOnInvisibleListTakesNoRoomAndComesBackWhenTakenOff)
     EXPECT_EQ(row.folded(), QStringLiteral("cd"));
 }
 
-TEST(AutoExpandToolBar, ItemHiddenByItsOwnerIsNotShownForRoom)
-{
-    Row row;
-    row.items[3]->hide();
-    row.showAt(10 * kItemWidth);
-    EXPECT_FALSE(row.items[3]->isVisible());
-    EXPECT_TRUE(row.row->foldedItems().isEmpty());
-}
-
 TEST(AutoExpandToolBar, FoldedItemCountsAsVisibleWhileTheRowIs)
 {
-    Row row;
+    ToolRow row;
     row.showAt(2 * kItemWidth);
     ASSERT_TRUE(row.row->isFolded(row.items[3]));
     EXPECT_FALSE(row.items[3]->isVisibleTo(row.row));
@@ -164,8 +139,7 @@ TEST(AutoExpandToolBar, SeparatorsShowOnlyBetweenItemsOnTheRow)
     row.setMargin(0, 0, 0, 0);
     row.setSpacing(0);
     row.addSeparator();
-    QWidget *a = fixedItem(&row, QStringLiteral("a"));
-    row.addToolItem(a, false);
+    row.addToolItem(fixedItem(&row, QStringLiteral("a")), false);
     row.addSeparator();
     row.addSeparator();
     QWidget *b = fixedItem(&row, QStringLiteral("b"));
@@ -173,7 +147,7 @@ TEST(AutoExpandToolBar, SeparatorsShowOnlyBetweenItemsOnTheRow)
     row.addSeparator();
     const QList<QFrame *> lines = row.findChildren<QFrame *>(QStringLiteral("tool_bar_separator"));
     ASSERT_EQ(lines.size(), 4);
-    auto shown = [&lines] {
+    const auto shown = [&lines] {
         std::vector<bool> states;
         for (QFrame *line : lines)
             states.push_back(line->isVisibleTo(line->parentWidget()));
@@ -183,7 +157,6 @@ TEST(AutoExpandToolBar, SeparatorsShowOnlyBetweenItemsOnTheRow)
     row.resize(400, 30);
     row.show();
     EXPECT_EQ(shown(), (std::vector<bool>{false, true, false, false}));
-
     row.doOperationInvisibleList(b, true);
     EXPECT_EQ(shown(), (std::vector<bool>{false, false, false, false}));
 }
@@ -211,11 +184,9 @@ TEST(AutoExpandToolBar, OverflowLendsFoldedItemsThatStillReportThroughTheRow)
     EXPECT_TRUE(box->isVisible());
     EXPECT_TRUE(c->isVisible());
     EXPECT_NE(box->parentWidget(), row);
-
     box->click();
-    ASSERT_FALSE(parent.seen.empty());
-    EXPECT_EQ(parent.seen.front().event, 60);
-    EXPECT_EQ(parent.seen.front().id, 7);
+    const QString text = QStringLiteral("过滤停盘股");
+    EXPECT_EQ(parent.seen, (EventRecorder::Events{{60, 7, 1, text}, {61, 7, 1, text}}));
 
     row->hideOverflow();
     EXPECT_EQ(box->parentWidget(), row);
@@ -234,58 +205,35 @@ TEST(AutoExpandToolBar, OverflowLendsFoldedItemsThatStillReportThroughTheRow)
 
 // --- portfolio keyboard ---
 
-class PortfolioKeyboardTest : public ::testing::Test
+TEST(PortfolioKeyboard, TellsTheTickAndAChangedNameWithTheTrimmedName)
 {
-protected:
     EventRecorder parent;
-    WK::CCreatePortfolioKeyboard *keyboard = new WK::CCreatePortfolioKeyboard(512, &parent);
-};
-
-TEST_F(PortfolioKeyboardTest, TickDeliversSixtyWithStateAndName)
-{
+    auto *keyboard = new WK::CCreatePortfolioKeyboard(512, &parent);
     keyboard->setPortfolioNameText(QStringLiteral("  成长组合 "));
     keyboard->checkBox()->click();
-    ASSERT_EQ(parent.seen.size(), 1u);
-    EXPECT_EQ(parent.seen[0].event, 60);
-    EXPECT_EQ(parent.seen[0].id, 512);
-    EXPECT_EQ(parent.seen[0].value, 1);
-    EXPECT_EQ(parent.seen[0].text, QStringLiteral("成长组合"));
     EXPECT_TRUE(keyboard->isCreatePortfolio());
     EXPECT_TRUE(keyboard->nameEdit()->isEnabled());
-
-    keyboard->checkBox()->click();
-    ASSERT_EQ(parent.seen.size(), 2u);
-    EXPECT_EQ(parent.seen[1].value, 0);
-    EXPECT_FALSE(keyboard->nameEdit()->isEnabled());
-}
-
-TEST_F(PortfolioKeyboardTest, FinishedEditDeliversOnlyWhenTheNameChanged)
-{
-    keyboard->setCheckAndEnable(true, true);
-    parent.seen.clear();
-
     keyboard->nameEdit()->setText(QStringLiteral("价值组合"));
     Q_EMIT keyboard->nameEdit()->editingFinished();
-    Q_EMIT keyboard->nameEdit()->editingFinished();
-    ASSERT_EQ(parent.seen.size(), 1u);
-    EXPECT_EQ(parent.seen[0].text, QStringLiteral("价值组合"));
+    Q_EMIT keyboard->nameEdit()->editingFinished(); // the same name: nothing to tell
     EXPECT_EQ(keyboard->getPortfolioNameText(), QStringLiteral("价值组合"));
-}
-
-TEST_F(PortfolioKeyboardTest, SetCheckAndEnableTellsOnlyOfARealChange)
-{
-    keyboard->setCheckAndEnable(false, false);
-    EXPECT_TRUE(parent.seen.empty());
+    keyboard->checkBox()->click();
+    EXPECT_FALSE(keyboard->nameEdit()->isEnabled());
+    keyboard->setCheckAndEnable(false, false); // no change, nothing told
     EXPECT_FALSE(keyboard->isEnabled());
-
     keyboard->setCheckAndEnable(true, false);
-    EXPECT_EQ(parent.seen.size(), 1u);
-    // A disabled keyboard keeps its tick: the caller decides what it means.
-    EXPECT_TRUE(keyboard->isCreatePortfolio());
+    EXPECT_TRUE(keyboard->isCreatePortfolio()) << "a disabled keyboard keeps its tick";
+
+    const QString growth = QStringLiteral("成长组合");
+    const QString value = QStringLiteral("价值组合");
+    EXPECT_EQ(parent.seen, (EventRecorder::Events{{60, 512, 1, growth}, {60, 512, 1, value}, {60, 512, 0, value},
+                                                  {60, 512, 1, value}}));
 }
 
-TEST_F(PortfolioKeyboardTest, ModelListComesFromTheSource)
+TEST(PortfolioKeyboard, ModelListComesFromTheSourceWhenInitialised)
 {
+    EventRecorder parent;
+    auto *keyboard = new WK::CCreatePortfolioKeyboard(512, &parent);
     keyboard->initPortfolioModelList();
     EXPECT_TRUE(keyboard->portfolioNames().isEmpty());
 
@@ -293,9 +241,8 @@ TEST_F(PortfolioKeyboardTest, ModelListComesFromTheSource)
     keyboard->setPortfolioNameSource([&names] { return names; });
     keyboard->initPortfolioModelList();
     EXPECT_EQ(keyboard->portfolioNames(), names);
-    // Loaded once: a later change of the source waits for the next init.
     names.append(QStringLiteral("红利组合"));
-    EXPECT_EQ(keyboard->portfolioNames().size(), 2);
+    EXPECT_EQ(keyboard->portfolioNames().size(), 2) << "a later change waits for the next init";
 }
 
 } // namespace

@@ -1,0 +1,121 @@
+// The records' own arithmetic: tolerant comparisons, keys, sides, and the price an order takes.
+#include "CBasketStockData.h"
+#include "CPriceData.h"
+#include "CPriceDataHelper.h"
+#include "DoubleCompare.h"
+#include "OperationSide.h"
+#include "StockKey.h"
+
+#include <gtest/gtest.h>
+
+using namespace ttservice;
+
+namespace {
+
+TEST(DoubleCompare, UsesTheTolerance)
+{
+    struct Row {
+        const char *name;
+        double a, b;
+        bool equal, greater, less;
+    };
+    const Row rows[] = {{"same", 1.0, 1.0, true, false, false},
+                        {"withinTolerance", 1.0, 1.000009, true, false, false},
+                        {"justOutside", 1.0, 1.00002, false, false, true},
+                        {"greater", 2.5, 2.4, false, true, false},
+                        {"noValueWithItself", NO_VALUE, NO_VALUE, true, false, false}};
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(isEqual(row.a, row.b), row.equal);
+        EXPECT_EQ(isGreater(row.a, row.b), row.greater);
+        EXPECT_EQ(isLess(row.a, row.b), row.less);
+    }
+    EXPECT_TRUE(isZero(0.0));
+    EXPECT_TRUE(isZero(-0.000009));
+    EXPECT_FALSE(isZero(0.00002));
+    EXPECT_FALSE(hasValue(NO_VALUE));
+    EXPECT_TRUE(hasValue(0.0));
+}
+
+TEST(StockKey, JoinsAndSplitsCodeAndMarket)
+{
+    EXPECT_EQ(utils::vqStockKey("SH", "600000"), "600000.SH");
+    std::string market, code;
+    ASSERT_TRUE(utils::splitStockKey("IF2412.CFFEX", market, code));
+    EXPECT_EQ(market, "CFFEX");
+    EXPECT_EQ(code, "IF2412");
+    EXPECT_FALSE(utils::splitStockKey("600000", market, code));
+}
+
+TEST(OperationSide, BuySideOperations)
+{
+    for (EOperationType op : {OT_BUY, OT_MARGIN_BUY, OT_BUY_TO_RETURN, OT_OPEN_LONG, OT_CLOSE_SHORT, OT_ONEKEY_BUY_TODAY})
+        EXPECT_TRUE(isBuyOperation(op)) << op;
+    for (EOperationType op : {OT_SELL, OT_SHORT_SELL, OT_SELL_TO_REPAY, OT_OPEN_SHORT, OT_CLOSE_LONG, OT_NONE})
+        EXPECT_FALSE(isBuyOperation(op)) << op;
+}
+
+TEST(BasketStockData, CompareOrdersByMarketCodeThenAccount)
+{
+    TC::CBasketStockData a;
+    a.m_market = "SH";
+    a.m_stockCode = "600000";
+    TC::CBasketStockData b = a;
+    EXPECT_EQ(TC::CBasketStockCompareTraits::compare(a, b), 0);
+    b.m_accountKey = "x";
+    EXPECT_LT(TC::CBasketStockCompareTraits::compare(a, b), 0);
+    b.m_stockCode = "000001";
+    EXPECT_GT(TC::CBasketStockCompareTraits::compare(a, b), 0);
+    b.m_market = "SZ";
+    EXPECT_LT(TC::CBasketStockCompareTraits::compare(a, b), 0);
+    EXPECT_EQ(a.key(), QStringLiteral("600000.SH"));
+}
+
+TC::CPriceData quote()
+{
+    TC::CPriceData q;
+    q.m_lastPrice = 10.0;
+    q.m_lastClose = 9.5;
+    q.m_bidPrice1 = 9.99;
+    q.m_askPrice1 = 10.01;
+    q.m_upStopPrice = 10.45;
+    q.m_downStopPrice = 8.55;
+    return q;
+}
+
+TEST(PriceData, AnOrderTakesThePriceOfItsTypeOrTheOppositeBest)
+{
+    const std::tuple<EPriceType, EOperationType, double> rows[] = {
+        {PRICE_TYPE_LAST, OT_BUY, 10.0},        {PRICE_TYPE_BID1, OT_BUY, 9.99},
+        {PRICE_TYPE_ASK1, OT_SELL, 10.01},      {PRICE_TYPE_UP_LIMIT, OT_SELL, 10.45},
+        {PRICE_TYPE_DOWN_LIMIT, OT_BUY, 8.55},  {PRICE_TYPE_NONE, OT_BUY, 10.01},
+        {PRICE_TYPE_NONE, OT_SELL, 9.99}};
+    for (const auto &row : rows) {
+        EXPECT_DOUBLE_EQ(quote().getPriceForOrder(std::get<0>(row), std::get<1>(row), ORDER_TYPE_NORMAL, 0, nullptr),
+                         std::get<2>(row))
+            << std::get<0>(row) << " " << std::get<1>(row);
+    }
+    EXPECT_DOUBLE_EQ(quote().getPriceForCalc(PRICE_TYPE_ASK1, OT_BUY, ORDER_TYPE_NORMAL, 0, nullptr), 10.0)
+        << "sizing prefers the last price";
+    EXPECT_TRUE(isNoValue(CPriceDataHelper::getPriceForOrder(nullptr, PRICE_TYPE_LAST, OT_BUY, ORDER_TYPE_NORMAL, 0, nullptr)));
+    boost::shared_ptr<TC::CPriceData> q(new TC::CPriceData(quote()));
+    EXPECT_DOUBLE_EQ(CPriceDataHelper::getPriceForOrder(q, PRICE_TYPE_LAST, OT_BUY, ORDER_TYPE_NORMAL, 0, nullptr), 10.0);
+}
+
+TEST(PriceData, MissingPricesFallBackToLastThenCloseAndAutoPriceMovesTowardsTheMarket)
+{
+    TC::CPriceData q = quote();
+    q.m_askPrice1 = NO_VALUE;
+    EXPECT_DOUBLE_EQ(q.getPriceForOrder(PRICE_TYPE_NONE, OT_BUY, ORDER_TYPE_NORMAL, 0, nullptr), 10.0);
+    q.m_lastPrice = 0.0;
+    EXPECT_DOUBLE_EQ(q.getPriceForOrder(PRICE_TYPE_NONE, OT_BUY, ORDER_TYPE_NORMAL, 0, nullptr), 9.5);
+    q.m_lastClose = NO_VALUE;
+    EXPECT_TRUE(isNoValue(q.getPriceForOrder(PRICE_TYPE_NONE, OT_BUY, ORDER_TYPE_NORMAL, 0, nullptr)));
+
+    boost::shared_ptr<CAutoPriceParam> ticks(new CAutoPriceParam);
+    ticks->m_tickOffset = 2;
+    EXPECT_NEAR(quote().getPriceForOrder(PRICE_TYPE_LAST, OT_BUY, ORDER_TYPE_NORMAL, 0, ticks), 10.02, 1e-9);
+    EXPECT_NEAR(quote().getPriceForOrder(PRICE_TYPE_LAST, OT_SELL, ORDER_TYPE_NORMAL, 0, ticks), 9.98, 1e-9);
+}
+
+} // namespace
