@@ -164,17 +164,8 @@ void addInstruments(const QVector<CSampleInstrument> &list)
     }
 }
 
-} // namespace
-
-void CSampleClient::install(const CSampleData &data, int role)
+void installUser(int role)
 {
-    TC::resetAllSubstitutes();
-    // The reset freezes the clocks for tests; the demo runs on the machine's time.
-    TC::getTimeService()->useSystemClock(true);
-    utils::useSteadyClockMSec();
-    // As the client's feed does, a new subscription gets the last quote at once.
-    TC::CQuoteClient::instance()->setReplayLastQuoteOnRequest(true);
-
     TC::CUserConfig *user = TC::getUserConfig();
     user->setRole(role);
     user->setUserName(QStringLiteral("张明"));
@@ -183,7 +174,12 @@ void CSampleClient::install(const CSampleData &data, int role)
     user->setSegmentedFormatFlag(1);
     for (const char *module : kModules)
         luawrapper::LuaModuleCtrl::instance()->setModule(module, true);
+}
 
+// Stock and credit accounts hold the sample's stocks, futures accounts its contracts.
+void installAccounts(const CSampleData &data)
+{
+    TC::CUserConfig *user = TC::getUserConfig();
     int index = 0;
     int futuresIndex = 0;
     for (const SampleAccount &sample : kAccounts) {
@@ -207,6 +203,11 @@ void CSampleClient::install(const CSampleData &data, int role)
             positions = futuresPositionsFor(data, futuresIndex++);
         user->addAccount(info, detail, positions);
     }
+}
+
+void installProducts()
+{
+    TC::CUserConfig *user = TC::getUserConfig();
     const auto center = ttservice::TraderCenter::instance()->getDataCenter();
     for (const SampleAccount &sample : kAccounts) {
         for (const SampleProduct &known : kProducts) {
@@ -225,9 +226,11 @@ void CSampleClient::install(const CSampleData &data, int role)
             }
         }
     }
-    user->addPortfolio(samplePortfolio(data));
-    user->setHasPortfolio(true);
+}
 
+void installExchangeRate()
+{
+    const auto center = ttservice::TraderCenter::instance()->getDataCenter();
     // The connect account's rates, as its data centre has them: the Hong Kong tab prices by them.
     if (center) {
         if (const auto hgt = center->getAccountData("hgt-001")) {
@@ -239,15 +242,11 @@ void CSampleClient::install(const CSampleData &data, int role)
             hgt->setData(ttservice::DATA_TYPE_EXCHANGE_RATE, rate);
         }
     }
+}
 
-    addInstruments(data.stocks());
-    addInstruments(data.futures());
-    addInstruments(data.indexes());
-    addInstruments(data.etfs());
-    // A suspended stock keeps the quote of its last close: its money can be valued and moved.
-    for (const TC::CPriceData &quote : data.suspendedQuotes())
-        TC::CQuoteClient::instance()->setStockPrice(quote);
-
+void installBaskets(const CSampleData &data)
+{
+    TC::CUserConfig *user = TC::getUserConfig();
     const TC::CBasketSetting index300 = data.indexBasket();
     user->baskets().insert(index300.m_name, index300);
     for (const TC::CBasketSetting &basket : data.customBaskets())
@@ -256,7 +255,11 @@ void CSampleClient::install(const CSampleData &data, int role)
     user->baskets().insert(futures.m_name, futures);
     const TC::CBasketSetting etfs = data.etfBasket();
     user->baskets().insert(etfs.m_name, etfs);
+}
 
+void installLists(const CSampleData &data)
+{
+    TC::CUserConfig *user = TC::getUserConfig();
     // Stocks that some accounts may not buy: two of "大盘蓝筹" (one with a replacement), and one
     // of "沪深300" whose replacement is the same stock, so that the two replacements merge.
     auto keyOf = [&data](int i) {
@@ -269,4 +272,33 @@ void CSampleClient::install(const CSampleData &data, int role)
     lists->setWhiteStock(first, keyOf(6), keyOf(199));
     lists->setWhiteStock(first, keyOf(4), keyOf(199));
     lists->addBlackStock(second, keyOf(9));
+}
+
+} // namespace
+
+void CSampleClient::install(const CSampleData &data, int role)
+{
+    TC::resetAllSubstitutes();
+    // The reset freezes the clocks for tests; the demo runs on the machine's time.
+    TC::getTimeService()->useSystemClock(true);
+    utils::useSteadyClockMSec();
+    // As the client's feed does, a new subscription gets the last quote at once.
+    TC::CQuoteClient::instance()->setReplayLastQuoteOnRequest(true);
+
+    installUser(role);
+    installAccounts(data);
+    installProducts();
+    TC::getUserConfig()->addPortfolio(samplePortfolio(data));
+    TC::getUserConfig()->setHasPortfolio(true);
+    installExchangeRate();
+    addInstruments(data.stocks());
+    addInstruments(data.futures());
+    addInstruments(data.indexes());
+    addInstruments(data.etfs());
+    // A suspended stock keeps the quote of its last close: its money can be valued and moved.
+    for (const TC::CPriceData &quote : data.suspendedQuotes())
+        TC::CQuoteClient::instance()->setStockPrice(quote);
+
+    installBaskets(data);
+    installLists(data);
 }

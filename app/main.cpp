@@ -199,161 +199,167 @@ void placeOrder(TC::CBasketOperationPanel *panel)
         basketWidget->handleEvent(1046, 0, 0, QString(), nullptr);
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+// What the command line asked for, read and checked.
+struct DemoOptions
 {
-    // A screenshot needs no display: render off screen unless a platform was chosen.
-    if (wantsScreenshot(argc, argv) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    int role = kManagerRole;
+    bool screenshot = false;
+    QString screenshotFile;
+    QSize windowSize;
+    bool tabSet = false;
+    quint64 tab = TC::TOT_BUY;
+    QString basket;
+    bool commandSet = false;
+    std::string command;
+    bool place = false;
+    bool batchSet = false;
+    bool batchBuy = false;
+    bool fresh = false;
+    QString route;
+    QString routeSettings;
+    // Runs for scripts (a picture, an order to print) start from the defaults and leave the
+    // user's saved state alone, so that they give the same result on every machine.
+    bool scripted = false;
+};
 
-    QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("basket-demo"));
-
+struct DemoCommandLine
+{
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("The basket operation panel on a sample client and a simulated market."));
-    parser.addHelpOption();
-    const QCommandLineOption roleOption(QStringLiteral("role"), QStringLiteral("The user's role number (90 manager, 200 trader, 400 no basket rights)."),
-                                        QStringLiteral("N"), QString::number(kManagerRole));
-    const QCommandLineOption screenshotOption(QStringLiteral("screenshot"), QStringLiteral("Render the window off screen into this PNG file and exit."),
-                                              QStringLiteral("FILE"));
-    const QCommandLineOption basketOption(
+    QCommandLineOption role{QStringLiteral("role"), QStringLiteral("The user's role number (90 manager, 200 trader, 400 no basket rights)."),
+                            QStringLiteral("N"), QString::number(kManagerRole)};
+    QCommandLineOption screenshot{QStringLiteral("screenshot"), QStringLiteral("Render the window off screen into this PNG file and exit."),
+                                  QStringLiteral("FILE")};
+    QCommandLineOption size{QStringLiteral("size"), QStringLiteral("The window's size, WIDTHxHEIGHT (default 1480x860), e.g. 700x450."),
+                            QStringLiteral("WxH")};
+    QCommandLineOption basket{
         QStringLiteral("basket"),
         QStringLiteral("Start with this stored basket chosen for the first account, as a user would (a screenshot "
                        "starts with \"大盘蓝筹\"; \"\" chooses none)."),
-        QStringLiteral("NAME"));
-    const QCommandLineOption tabOption(
+        QStringLiteral("NAME")};
+    QCommandLineOption tab{
         QStringLiteral("tab"),
         QStringLiteral("Start on this tab: buy, sell, onekey, credit, futures, onekeyfutures or hgt (the futures tabs "
                        "want --basket 股指期货组合)."),
-        QStringLiteral("NAME"));
-    const QCommandLineOption placeOption(QStringLiteral("place"),
-                                         QStringLiteral("Press the order button once the list is sized; the order is printed."));
-    const QCommandLineOption freshOption(
-        QStringLiteral("fresh"),
-        QStringLiteral("Start from the panel's defaults instead of the state it was left in (the state is still saved "
-                       "on exit)."));
-    const QCommandLineOption logFileOption(
-        QStringLiteral("log-file"),
-        QStringLiteral("Write the panel's log lines to this rolling log file (default: $BASKET_DEMO_LOG_FILE, else "
-                       "basket-demo.log in the working directory)."),
-        QStringLiteral("FILE"));
-    const QCommandLineOption logConfigOption(
-        QStringLiteral("log-config"),
-        QStringLiteral("Read this log4cxx configuration instead of basket-demo.log4cxx.properties."),
-        QStringLiteral("FILE"));
-    parser.addOption(roleOption);
-    parser.addOption(screenshotOption);
-    const QCommandLineOption sizeOption(QStringLiteral("size"),
-                                        QStringLiteral("The window's size, WIDTHxHEIGHT (default 1480x860), e.g. 700x450."),
-                                        QStringLiteral("WxH"));
-    parser.addOption(sizeOption);
-    parser.addOption(basketOption);
-    parser.addOption(tabOption);
-    const QCommandLineOption batchOption(
-        QStringLiteral("batch"),
-        QStringLiteral("Hand the panel positions of two accounts as the client's position panel would: buy (to buy "
-                       "more of) or sell."),
-        QStringLiteral("KIND"));
-    const QCommandLineOption commandOption(
+        QStringLiteral("NAME")};
+    QCommandLineOption command{
         QStringLiteral("command"),
         QStringLiteral("As the trader (--role 200), load the waiting instruction with this key first (cmd-buy-001, "
                        "cmd-onekey-001, cmd-credit-001, cmd-split-001, cmd-hedge-001)."),
-        QStringLiteral("KEY"));
-    parser.addOption(commandOption);
-    parser.addOption(placeOption);
-    parser.addOption(batchOption);
-    parser.addOption(freshOption);
-    parser.addOption(logFileOption);
-    parser.addOption(logConfigOption);
-    const QCommandLineOption routeOption(
+        QStringLiteral("KEY")};
+    QCommandLineOption place{QStringLiteral("place"),
+                             QStringLiteral("Press the order button once the list is sized; the order is printed.")};
+    QCommandLineOption batch{
+        QStringLiteral("batch"),
+        QStringLiteral("Hand the panel positions of two accounts as the client's position panel would: buy (to buy "
+                       "more of) or sell."),
+        QStringLiteral("KIND")};
+    QCommandLineOption fresh{
+        QStringLiteral("fresh"),
+        QStringLiteral("Start from the panel's defaults instead of the state it was left in (the state is still saved "
+                       "on exit).")};
+    QCommandLineOption logFile{
+        QStringLiteral("log-file"),
+        QStringLiteral("Write the panel's log lines to this rolling log file (default: $BASKET_DEMO_LOG_FILE, else "
+                       "basket-demo.log in the working directory)."),
+        QStringLiteral("FILE")};
+    QCommandLineOption logConfig{QStringLiteral("log-config"),
+                                 QStringLiteral("Read this log4cxx configuration instead of basket-demo.log4cxx.properties."),
+                                 QStringLiteral("FILE")};
+    QCommandLineOption route{
         QStringLiteral("route"),
         QStringLiteral("Where orders go: fix (over FIX 4.4 to a simulated exchange in this process, which fills "
                        "them; the default) or record (only printed; the default of --place and --screenshot)."),
-        QStringLiteral("ROUTE"));
-    const QCommandLineOption routeSettingsOption(
+        QStringLiteral("ROUTE")};
+    QCommandLineOption routeSettings{
         QStringLiteral("route-settings"),
         QStringLiteral("With --route fix: a QuickFIX settings file of your own counterparty instead of the simulated "
                        "exchange."),
-        QStringLiteral("FILE"));
-    parser.addOption(routeOption);
-    parser.addOption(routeSettingsOption);
-    parser.process(app);
-    // Before anything logs, as the client configures log4cxx at its start.
-    CDemoLogging::configure(parser.value(logConfigOption), parser.value(logFileOption));
+        QStringLiteral("FILE")};
 
-    bool roleOk = false;
-    const int role = parser.value(roleOption).toInt(&roleOk);
-    if (!roleOk) {
-        std::fprintf(stderr, "basket-demo: --role wants a number, got \"%s\"\n", qPrintable(parser.value(roleOption)));
-        return 2;
+    explicit DemoCommandLine(const QApplication &app)
+    {
+        parser.setApplicationDescription(QStringLiteral("The basket operation panel on a sample client and a simulated market."));
+        parser.addHelpOption();
+        parser.addOptions({role, screenshot, size, basket, tab, command, place, batch, fresh, logFile, logConfig, route,
+                           routeSettings});
+        parser.process(app);
     }
-    const bool screenshot = parser.isSet(screenshotOption);
-    QSize windowSize;
-    if (parser.isSet(sizeOption)) {
-        const QStringList parts = parser.value(sizeOption).split(QLatin1Char('x'));
+};
+
+// Fills the options from the command line; prints what is wrong and returns false.
+bool checkOptions(const DemoCommandLine &line, DemoOptions *options)
+{
+    const QCommandLineParser &parser = line.parser;
+    bool roleOk = false;
+    options->role = parser.value(line.role).toInt(&roleOk);
+    if (!roleOk) {
+        std::fprintf(stderr, "basket-demo: --role wants a number, got \"%s\"\n", qPrintable(parser.value(line.role)));
+        return false;
+    }
+    options->screenshot = parser.isSet(line.screenshot);
+    options->screenshotFile = parser.value(line.screenshot);
+    if (parser.isSet(line.size)) {
+        const QStringList parts = parser.value(line.size).split(QLatin1Char('x'));
         bool wideOk = false;
         bool highOk = false;
         if (parts.size() == 2)
-            windowSize = QSize(parts.at(0).toInt(&wideOk), parts.at(1).toInt(&highOk));
-        if (!wideOk || !highOk || windowSize.width() < 200 || windowSize.height() < 150 || windowSize.width() > 8000
-            || windowSize.height() > 8000) {
+            options->windowSize = QSize(parts.at(0).toInt(&wideOk), parts.at(1).toInt(&highOk));
+        const QSize size = options->windowSize;
+        if (!wideOk || !highOk || size.width() < 200 || size.height() < 150 || size.width() > 8000 || size.height() > 8000) {
             std::fprintf(stderr, "basket-demo: --size wants WIDTHxHEIGHT between 200x150 and 8000x8000, got \"%s\"\n",
-                         qPrintable(parser.value(sizeOption)));
-            return 2;
+                         qPrintable(parser.value(line.size)));
+            return false;
         }
     }
-    const quint64 tab = parser.isSet(tabOption) ? tabWordOf(parser.value(tabOption)) : TC::TOT_BUY;
-    if (tab == 0) {
-        std::fprintf(stderr, "basket-demo: no tab named \"%s\"\n", qPrintable(parser.value(tabOption)));
-        return 2;
+    options->tabSet = parser.isSet(line.tab);
+    options->tab = options->tabSet ? tabWordOf(parser.value(line.tab)) : TC::TOT_BUY;
+    if (options->tab == 0) {
+        std::fprintf(stderr, "basket-demo: no tab named \"%s\"\n", qPrintable(parser.value(line.tab)));
+        return false;
     }
-
-    const CSampleData data;
-    CSampleClient::install(data, role);
-    const QVector<CSampleInstructions::Entry> instructions = CSampleInstructions::install(data);
-    if (parser.isSet(commandOption)) {
-        const std::string key = parser.value(commandOption).toStdString();
-        const bool known = std::any_of(instructions.begin(), instructions.end(),
-                                       [&key](const CSampleInstructions::Entry &entry) { return entry.key == key; });
-        if (role != kTraderRole || !known) {
-            std::fprintf(stderr, "basket-demo: --command wants --role 200 and one of the waiting instructions, got \"%s\"\n",
-                         key.c_str());
-            return 2;
+    options->basket = parser.isSet(line.basket) ? parser.value(line.basket)
+                                                : (options->screenshot ? QStringLiteral("大盘蓝筹") : QString());
+    options->commandSet = parser.isSet(line.command);
+    options->command = parser.value(line.command).toStdString();
+    options->place = parser.isSet(line.place);
+    options->fresh = parser.isSet(line.fresh);
+    options->scripted = options->screenshot || options->place;
+    options->route = parser.isSet(line.route) ? parser.value(line.route)
+                                              : (options->scripted ? QStringLiteral("record") : QStringLiteral("fix"));
+    if (options->route != QLatin1String("fix") && options->route != QLatin1String("record")) {
+        std::fprintf(stderr, "basket-demo: --route wants fix or record, got \"%s\"\n", qPrintable(options->route));
+        return false;
+    }
+    options->routeSettings = parser.value(line.routeSettings);
+    options->batchSet = parser.isSet(line.batch);
+    if (options->batchSet) {
+        const QString kind = parser.value(line.batch);
+        if (kind != QLatin1String("buy") && kind != QLatin1String("sell")) {
+            std::fprintf(stderr, "basket-demo: --batch wants buy or sell, got \"%s\"\n", qPrintable(kind));
+            return false;
         }
+        options->batchBuy = kind == QLatin1String("buy");
     }
-    // In the demo a person answers the panel's questions; a screenshot run must never wait.
-    WK::setToolkitInteractive(!screenshot);
+    return true;
+}
 
-    const QVector<TC::CPriceData> opening = data.openingQuotes();
-    CSimulatedMarket market(std::vector<TC::CPriceData>(opening.begin(), opening.end()));
-    market.publishAll();
+// An instruction is loaded by the trader, and only one that is waiting.
+bool checkCommand(const DemoOptions &options, const QVector<CSampleInstructions::Entry> &instructions)
+{
+    if (!options.commandSet)
+        return true;
+    const bool known = std::any_of(instructions.begin(), instructions.end(),
+                                   [&options](const CSampleInstructions::Entry &entry) { return entry.key == options.command; });
+    if (options.role == kTraderRole && known)
+        return true;
+    std::fprintf(stderr, "basket-demo: --command wants --role 200 and one of the waiting instructions, got \"%s\"\n",
+                 options.command.c_str());
+    return false;
+}
 
-    // Runs for scripts (a picture, an order to print) start from the defaults and leave the
-    // user's saved state alone, so that they give the same result on every machine.
-    const bool scripted = screenshot || parser.isSet(placeOption);
-    const QString routeName = parser.isSet(routeOption) ? parser.value(routeOption)
-                                                        : (scripted ? QStringLiteral("record") : QStringLiteral("fix"));
-    if (routeName != QLatin1String("fix") && routeName != QLatin1String("record")) {
-        std::fprintf(stderr, "basket-demo: --route wants fix or record, got \"%s\"\n", qPrintable(routeName));
-        return 2;
-    }
-    const CDemoSavedState savedState(role);
-    const QString saved = scripted || parser.isSet(freshOption) ? QString() : savedState.load();
-    const CDemoSavedState patchStore = CDemoSavedState::patchSettings(role);
-    if (!scripted)
-        keepPatchSettings(patchStore);
-    if (!savedState.keptAsidePath().isEmpty())
-        std::fprintf(stderr, "basket-demo: the saved state could not be read; kept as %s, starting from the defaults\n",
-                     qPrintable(savedState.keptAsidePath()));
-
-    CDemoMainWindow window;
-    const CDemoSavedState basketStore = CDemoSavedState::userBaskets(role);
-    const QStringList sampleBaskets = scripted ? QStringList() : keepUserBaskets(basketStore, window.panel());
-    CDemoLogging::attachPane([&window](const QString &line) { window.appendDetail(QStringLiteral("日志 ") + line); });
-    // As the client restores the panel: the text it was left with, or at first a wider
-    // parameter form.
-    window.panel()->setParam(saved.isEmpty() ? QStringLiteral("//500") : saved);
+// Every call the panel makes to the client is printed and shown in the window's log.
+void observeClientCalls(CDemoMainWindow &window)
+{
     TC::CTradeClient::instance()->setPlaceCommandsObserver([&window](const TC::CPlaceCommandsCall &call) {
         const std::string line = call.jsonString();
         printLine(line);
@@ -380,119 +386,183 @@ int main(int argc, char **argv)
     TC::getMsgService()->setObserver([&window](const TC::CMsgService::CShowMsgCall &call) {
         window.appendLog(QStringLiteral("提示  ") + call.m_text);
     });
-    // Orders over FIX: what comes back shows in the orders pane and, for fills and rejects, in the log.
-    std::unique_ptr<CDemoFixRoute> fixRoute;
-    if (routeName == QLatin1String("fix")) {
-        fixRoute = std::make_unique<CDemoFixRoute>(
-            QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/fix"), opening,
-            parser.value(routeSettingsOption));
-        QString error;
-        if (!fixRoute->start(&error)) {
-            std::fprintf(stderr, "basket-demo: %s; orders are only recorded\n", qPrintable(error));
-            fixRoute.reset();
-        } else {
-            auto *pane = new CDemoOrdersPane(&window);
-            window.addOrdersPane(pane);
-            QObject::connect(fixRoute->route(), &TC::CFixRoute::linesChanged, pane, &CDemoOrdersPane::showLines);
-            QObject::connect(fixRoute->route(), &TC::CFixRoute::linesChanged, &window,
-                             [&window](const std::vector<TC::COrderLineState> &lines) {
-                                 for (const TC::COrderLineState &line : lines) {
-                                     if (line.m_status != TC::EOrderLineStatus::Filled
-                                         && line.m_status != TC::EOrderLineStatus::Rejected)
-                                         continue;
-                                     printLine("{ \"report\" : \"" + line.m_clOrdId + "\", \"code\" : \"" + line.m_code
-                                               + "\", \"status\" : \"" + TC::orderLineStatusText(line.m_status)
-                                               + "\", \"cumQty\" : " + std::to_string(line.m_cumQty) + " }");
-                                     window.appendLog(QStringLiteral("回报  %1 %2 %3 %4 %5 @ %6 %7")
-                                                          .arg(QString::fromStdString(line.m_clOrdId),
-                                                               QString::fromStdString(line.m_market + "." + line.m_code),
-                                                               CDemoOrdersPane::statusText(line.m_status),
-                                                               QString::number(line.m_cumQty, 'f', 0),
-                                                               QString::number(line.m_orderQty, 'f', 0),
-                                                               QString::number(line.m_avgPx, 'f', 3),
-                                                               QString::fromStdString(line.m_text)));
-                                 }
-                             });
-            QObject::connect(fixRoute->route(), &TC::CFixRoute::connectionChanged, &window, [&window](bool on) {
-                window.appendLog(on ? QStringLiteral("FIX 连接已登录") : QStringLiteral("FIX 连接断开: 未回报的委托状态未知"));
-            });
-        }
-    }
-    showPatchLink(window.panel());
-    if (windowSize.isValid())
-        window.resize(windowSize);
-    window.show();
-    // An explicit tab wins over the restored one.
-    if (parser.isSet(tabOption) && tab != currentTab(window.panel()))
-        chooseTab(window.panel(), tab);
-    const QString basket = parser.isSet(basketOption) ? parser.value(basketOption)
-                                                      : (screenshot ? QStringLiteral("大盘蓝筹") : QString());
-    if (!basket.isEmpty())
-        chooseBasket(window.panel(), basket);
-    if (role == kTraderRole)
-        window.showInstructions(instructions);
-    if (parser.isSet(commandOption))
-        window.chooseInstruction(parser.value(commandOption).toStdString());
-    if (parser.isSet(batchOption)) {
-        const QString kind = parser.value(batchOption);
-        if (kind != QLatin1String("buy") && kind != QLatin1String("sell")) {
-            std::fprintf(stderr, "basket-demo: --batch wants buy or sell, got \"%s\"\n", qPrintable(kind));
-            return 2;
-        }
-        handOverPositions(window.panel(), kind == QLatin1String("buy") ? TC::BATCH_BUY : TC::BATCH_SELL);
-    }
+}
 
-    if (parser.isSet(placeOption)) {
-        // The quotes of a new list come from the event loop: place once they have sized it, and
-        // over FIX once the session is up.
-        if (fixRoute && !fixRoute->route()->isLoggedOn()) {
-            auto placed = std::make_shared<bool>(false);
-            QObject::connect(fixRoute->route(), &TC::CFixRoute::connectionChanged, &window, [&window, placed](bool on) {
-                if (on && !*placed) {
-                    *placed = true; // once: a later reconnect places nothing again
-                    QTimer::singleShot(200, &window, [&window] { placeOrder(window.panel()); });
-                }
-            });
-        } else {
-            QTimer::singleShot(200, &window, [&window] { placeOrder(window.panel()); });
-        }
-    }
-    if (screenshot) {
-        const QString file = parser.value(screenshotOption);
-        auto shoot = [&window, file] {
-            const bool saved = window.grab().save(file, "PNG");
-            if (!saved)
-                std::fprintf(stderr, "basket-demo: could not write %s\n", qPrintable(file));
-            QApplication::exit(saved ? 0 : 1);
-        };
-        if (fixRoute && parser.isSet(placeOption)) {
-            // The picture shows the answers: taken once every line sent has its final state, or
-            // after ten seconds at most.
-            TC::CFixRoute *route = fixRoute->route();
-            QObject::connect(route, &TC::CFixRoute::linesChanged, &window, [route, shoot] {
-                const std::vector<TC::COrderLineState> lines = route->lines();
-                if (!lines.empty() && std::all_of(lines.begin(), lines.end(),
-                                                  [](const TC::COrderLineState &line) { return line.isFinal(); }))
-                    QTimer::singleShot(100, shoot);
-            });
-            QTimer::singleShot(10000, &window, shoot);
-        } else {
-            QTimer::singleShot(300, &window, shoot);
-        }
-    } else {
-        market.start();
-    }
-    const int result = app.exec();
-    fixRoute.reset();
-    market.stop();
-    if (!scripted)
-        saveUserBaskets(basketStore, sampleBaskets);
-    if (!scripted && !savedState.save(window.panel()->param()))
-        std::fprintf(stderr, "basket-demo: could not save the panel's state to %s\n", qPrintable(savedState.filePath()));
+void stopObservingClientCalls()
+{
     TC::CTradeClient::instance()->setPlaceCommandsObserver({});
     TC::CTradeClient::instance()->setPlaceTasksObserver({});
     TC::getMsgService()->setObserver({});
     TC::CBasketHedgeManager::instance()->setBasketCommandObserver({});
+}
+
+// A fill or a reject over FIX is printed and shown in the log.
+void showFinalAnswers(CDemoMainWindow &window, const std::vector<TC::COrderLineState> &lines)
+{
+    for (const TC::COrderLineState &line : lines) {
+        if (line.m_status != TC::EOrderLineStatus::Filled && line.m_status != TC::EOrderLineStatus::Rejected)
+            continue;
+        printLine("{ \"report\" : \"" + line.m_clOrdId + "\", \"code\" : \"" + line.m_code + "\", \"status\" : \""
+                  + TC::orderLineStatusText(line.m_status) + "\", \"cumQty\" : " + std::to_string(line.m_cumQty) + " }");
+        window.appendLog(QStringLiteral("回报  %1 %2 %3 %4 %5 @ %6 %7")
+                             .arg(QString::fromStdString(line.m_clOrdId),
+                                  QString::fromStdString(line.m_market + "." + line.m_code),
+                                  CDemoOrdersPane::statusText(line.m_status), QString::number(line.m_cumQty, 'f', 0),
+                                  QString::number(line.m_orderQty, 'f', 0), QString::number(line.m_avgPx, 'f', 3),
+                                  QString::fromStdString(line.m_text)));
+    }
+}
+
+// Orders over FIX: what comes back shows in the orders pane and, for fills and rejects, in the
+// log. Without a session the orders are only recorded.
+std::unique_ptr<CDemoFixRoute> startFixRoute(CDemoMainWindow &window, const QVector<TC::CPriceData> &opening,
+                                             const QString &settings)
+{
+    auto fixRoute = std::make_unique<CDemoFixRoute>(
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/fix"), opening, settings);
+    QString error;
+    if (!fixRoute->start(&error)) {
+        std::fprintf(stderr, "basket-demo: %s; orders are only recorded\n", qPrintable(error));
+        return nullptr;
+    }
+    auto *pane = new CDemoOrdersPane(&window);
+    window.addOrdersPane(pane);
+    QObject::connect(fixRoute->route(), &TC::CFixRoute::linesChanged, pane, &CDemoOrdersPane::showLines);
+    QObject::connect(fixRoute->route(), &TC::CFixRoute::linesChanged, &window,
+                     [&window](const std::vector<TC::COrderLineState> &lines) { showFinalAnswers(window, lines); });
+    QObject::connect(fixRoute->route(), &TC::CFixRoute::connectionChanged, &window, [&window](bool on) {
+        window.appendLog(on ? QStringLiteral("FIX 连接已登录") : QStringLiteral("FIX 连接断开: 未回报的委托状态未知"));
+    });
+    return fixRoute;
+}
+
+// What the user asked to start with, done as the user would do it.
+void startAsAsked(CDemoMainWindow &window, const DemoOptions &options,
+                  const QVector<CSampleInstructions::Entry> &instructions)
+{
+    // An explicit tab wins over the restored one.
+    if (options.tabSet && options.tab != currentTab(window.panel()))
+        chooseTab(window.panel(), options.tab);
+    if (!options.basket.isEmpty())
+        chooseBasket(window.panel(), options.basket);
+    if (options.role == kTraderRole)
+        window.showInstructions(instructions);
+    if (options.commandSet)
+        window.chooseInstruction(options.command);
+    if (options.batchSet)
+        handOverPositions(window.panel(), options.batchBuy ? TC::BATCH_BUY : TC::BATCH_SELL);
+}
+
+// The quotes of a new list come from the event loop: place once they have sized it, and over
+// FIX once the session is up.
+void placeWhenSized(CDemoMainWindow &window, CDemoFixRoute *fixRoute)
+{
+    if (fixRoute && !fixRoute->route()->isLoggedOn()) {
+        auto placed = std::make_shared<bool>(false);
+        QObject::connect(fixRoute->route(), &TC::CFixRoute::connectionChanged, &window, [&window, placed](bool on) {
+            if (on && !*placed) {
+                *placed = true; // once: a later reconnect places nothing again
+                QTimer::singleShot(200, &window, [&window] { placeOrder(window.panel()); });
+            }
+        });
+    } else {
+        QTimer::singleShot(200, &window, [&window] { placeOrder(window.panel()); });
+    }
+}
+
+void screenshotWhenShown(CDemoMainWindow &window, const QString &file, CDemoFixRoute *fixRoute, bool placing)
+{
+    auto shoot = [&window, file] {
+        const bool saved = window.grab().save(file, "PNG");
+        if (!saved)
+            std::fprintf(stderr, "basket-demo: could not write %s\n", qPrintable(file));
+        QApplication::exit(saved ? 0 : 1);
+    };
+    if (fixRoute && placing) {
+        // The picture shows the answers: taken once every line sent has its final state, or
+        // after ten seconds at most.
+        TC::CFixRoute *route = fixRoute->route();
+        QObject::connect(route, &TC::CFixRoute::linesChanged, &window, [route, shoot] {
+            const std::vector<TC::COrderLineState> lines = route->lines();
+            if (!lines.empty() && std::all_of(lines.begin(), lines.end(),
+                                              [](const TC::COrderLineState &line) { return line.isFinal(); }))
+                QTimer::singleShot(100, shoot);
+        });
+        QTimer::singleShot(10000, &window, shoot);
+    } else {
+        QTimer::singleShot(300, &window, shoot);
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    // A screenshot needs no display: render off screen unless a platform was chosen.
+    if (wantsScreenshot(argc, argv) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("basket-demo"));
+    const DemoCommandLine commandLine(app);
+    // Before anything logs, as the client configures log4cxx at its start.
+    CDemoLogging::configure(commandLine.parser.value(commandLine.logConfig), commandLine.parser.value(commandLine.logFile));
+    DemoOptions options;
+    if (!checkOptions(commandLine, &options))
+        return 2;
+
+    const CSampleData data;
+    CSampleClient::install(data, options.role);
+    const QVector<CSampleInstructions::Entry> instructions = CSampleInstructions::install(data);
+    if (!checkCommand(options, instructions))
+        return 2;
+    // In the demo a person answers the panel's questions; a screenshot run must never wait.
+    WK::setToolkitInteractive(!options.screenshot);
+
+    const QVector<TC::CPriceData> opening = data.openingQuotes();
+    CSimulatedMarket market(std::vector<TC::CPriceData>(opening.begin(), opening.end()));
+    market.publishAll();
+
+    const CDemoSavedState savedState(options.role);
+    const QString saved = options.scripted || options.fresh ? QString() : savedState.load();
+    const CDemoSavedState patchStore = CDemoSavedState::patchSettings(options.role);
+    if (!options.scripted)
+        keepPatchSettings(patchStore);
+    if (!savedState.keptAsidePath().isEmpty())
+        std::fprintf(stderr, "basket-demo: the saved state could not be read; kept as %s, starting from the defaults\n",
+                     qPrintable(savedState.keptAsidePath()));
+
+    CDemoMainWindow window;
+    const CDemoSavedState basketStore = CDemoSavedState::userBaskets(options.role);
+    const QStringList sampleBaskets = options.scripted ? QStringList() : keepUserBaskets(basketStore, window.panel());
+    CDemoLogging::attachPane([&window](const QString &line) { window.appendDetail(QStringLiteral("日志 ") + line); });
+    // As the client restores the panel: the text it was left with, or at first a wider
+    // parameter form.
+    window.panel()->setParam(saved.isEmpty() ? QStringLiteral("//500") : saved);
+    observeClientCalls(window);
+    std::unique_ptr<CDemoFixRoute> fixRoute;
+    if (options.route == QLatin1String("fix"))
+        fixRoute = startFixRoute(window, opening, options.routeSettings);
+    showPatchLink(window.panel());
+    if (options.windowSize.isValid())
+        window.resize(options.windowSize);
+    window.show();
+    startAsAsked(window, options, instructions);
+
+    if (options.place)
+        placeWhenSized(window, fixRoute.get());
+    if (options.screenshot)
+        screenshotWhenShown(window, options.screenshotFile, fixRoute.get(), options.place);
+    else
+        market.start();
+    const int result = app.exec();
+    fixRoute.reset();
+    market.stop();
+    if (!options.scripted)
+        saveUserBaskets(basketStore, sampleBaskets);
+    if (!options.scripted && !savedState.save(window.panel()->param()))
+        std::fprintf(stderr, "basket-demo: could not save the panel's state to %s\n", qPrintable(savedState.filePath()));
+    stopObservingClientCalls();
     TC::getUserConfig()->setPatchSettingsStore({});
     CDemoLogging::detachPane();
     return result;

@@ -165,6 +165,14 @@ void COrderParamBaseTable::createUi()
     m_validCell->setRange(0, kDaySeconds);
     m_validCell->setSuffix(QStringLiteral("秒"));
 
+    layOutRows(strategyLayout, stepBox, validBox, optionBox);
+    connectUserChanges();
+    clear();
+}
+
+// One row per item, in the order a trader reads an order: price, type, strategy, time, step.
+void COrderParamBaseTable::layOutRows(QHBoxLayout *strategyLayout, QWidget *stepBox, QWidget *validBox, QWidget *optionBox)
+{
     m_layout = new QFormLayout(this);
     m_layout->setContentsMargins(4, 2, 4, 2);
     m_layout->setSpacing(2);
@@ -203,7 +211,10 @@ void COrderParamBaseTable::createUi()
     optionLayout->addWidget(m_guardOption);
     optionLayout->addStretch(1);
     m_layout->addRow(optionBox);
+}
 
+void COrderParamBaseTable::connectUserChanges()
+{
     // Only the user's own actions count as a change: activated, editingFinished and clicked
     // are not sent for the calls that load a setting.
     connect(m_priceCombo, QOverload<int>::of(&QComboBox::activated), this, [this] {
@@ -226,8 +237,6 @@ void COrderParamBaseTable::createUi()
         connect(box, &QCheckBox::clicked, this, &COrderParamBaseTable::userChanged);
     for (CTrdAlgoBaseTable *table : qAsConst(m_algoTables))
         connect(table, &CTrdAlgoBaseTable::sigChanged, this, &COrderParamBaseTable::userChanged);
-
-    clear();
 }
 
 void COrderParamBaseTable::addRow(int item, const QString &label, QWidget *field)

@@ -18,6 +18,7 @@ class QCheckBox;
 class QComboBox;
 class QDoubleSpinBox;
 class QFormLayout;
+class QHBoxLayout;
 class QSpinBox;
 class QTimeEdit;
 class QWheelEvent;
@@ -176,6 +177,8 @@ protected:
 
 private:
     void createUi();
+    void layOutRows(QHBoxLayout *strategyLayout, QWidget *stepBox, QWidget *validBox, QWidget *optionBox);
+    void connectUserChanges();
     void addRow(int item, const QString &label, QWidget *field);
     void setRowVisible(int item, bool visible);
     void updateVisibility();

@@ -99,6 +99,18 @@ void COpBasketParamsButtonsBar::createUi()
     setFontKey(QLatin1String(kTextFontKey));
     m_commandChange->setFontKey(QLatin1String(kTextFontKey));
 
+    styleWidgets(pbManager);
+    layOut(commandRow, parityRow);
+    updateFutureTexts();
+    for (QWidget *widget : std::initializer_list<QWidget *>{
+             m_sellButton, m_orderButton, m_commandChange, m_buyParityText, m_sellParityText, m_patchText,
+             m_settingButton, m_closeTypeText, m_hedgeFlagText, m_settingWidget})
+        widget->hide();
+}
+
+
+void COpBasketParamsButtonsBar::styleWidgets(bool pbManager)
+{
     const std::pair<COpButton *, QString> buttons[] = {
         {m_buyButton, pbManager ? QStringLiteral("建议买入") : QStringLiteral("买 入")},
         {m_sellButton, pbManager ? QStringLiteral("建议卖出") : QStringLiteral("卖 出")},
@@ -125,7 +137,12 @@ void COpBasketParamsButtonsBar::createUi()
     m_closeTypeText->setFixedSize(WK::CUiResource::instance()->getSize(QLatin1String(kCloseSettingSizeKey)),
                                   kFutureTextHeight);
     m_hedgeFlagText->setFixedSize(40, kFutureTextHeight);
+}
 
+// The order buttons in a column, the instruction switch and parities beside them, the patch
+// link, then the one-key futures settings.
+void COpBasketParamsButtonsBar::layOut(WK::CWidgetList *commandRow, WK::CWidgetList *parityRow)
+{
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(2);
@@ -169,12 +186,6 @@ void COpBasketParamsButtonsBar::createUi()
     row->addLayout(settingColumn);
     row->addStretch(1);
     row->addSpacing(10);
-
-    updateFutureTexts();
-    for (QWidget *widget : std::initializer_list<QWidget *>{
-             m_sellButton, m_orderButton, m_commandChange, m_buyParityText, m_sellParityText, m_patchText,
-             m_settingButton, m_closeTypeText, m_hedgeFlagText, m_settingWidget})
-        widget->hide();
 }
 
 void COpBasketParamsButtonsBar::setOperationType(EOperationType op, quint64 tab)

@@ -100,6 +100,8 @@ public:
 
 private:
     void createUi();
+    void styleWidgets(bool pbManager);
+    void layOut(WK::CWidgetList *commandRow, WK::CWidgetList *parityRow);
     void setFutureSettingVisible(bool setting, bool closeText, bool hedgeText);
     void updateFutureTexts();
     void updateSettingWidget();

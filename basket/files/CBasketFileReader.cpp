@@ -498,151 +498,149 @@ CBasketFileReader::Result CBasketFileReader::readBytes(const QByteArray &bytes, 
     return readCells(cells, futuresTab);
 }
 
-CBasketFileReader::Result CBasketFileReader::readCells(const QVector<QStringList> &cells, bool futuresTab)
+namespace {
+
+using Row = CBasketFileReader::Row;
+
+// Where each column stands: the header is the first of the top lines that names a code column
+// (a title line above it, "组合：红利精选", is common in exported sheets).
+struct Header
 {
-    Result result;
-    // The header is the first of the top lines that names a code column: a title line above
-    // it ("组合：红利精选") is common in exported sheets.
-    int header = -1;
+    int line = -1;
     int columns[ColumnCount];
-    bool percentHeader = false;
-    for (int line = 0; line < cells.size() && line < 10 && header < 0; ++line) {
-        std::fill(std::begin(columns), std::end(columns), -1);
+    bool percent = false; // the weight column's title says percent
+
+    QString cell(const QStringList &cells, int column) const
+    {
+        return columns[column] >= 0 && columns[column] < cells.size() ? cells[columns[column]].trimmed() : QString();
+    }
+};
+
+Header findHeader(const QVector<QStringList> &cells)
+{
+    Header header;
+    for (int line = 0; line < cells.size() && line < 10 && header.line < 0; ++line) {
+        std::fill(std::begin(header.columns), std::end(header.columns), -1);
         for (int i = 0; i < cells[line].size(); ++i) {
             const int column = columnOf(cells[line][i]);
-            if (column >= 0 && columns[column] < 0) {
-                columns[column] = i;
+            if (column >= 0 && header.columns[column] < 0) {
+                header.columns[column] = i;
                 if (column == ColWeight)
-                    percentHeader = cells[line][i].contains(QLatin1Char('%')) || cells[line][i].contains(QStringLiteral("％"));
+                    header.percent = cells[line][i].contains(QLatin1Char('%')) || cells[line][i].contains(QStringLiteral("％"));
             }
         }
-        if (columns[ColCode] >= 0)
-            header = line;
+        if (header.columns[ColCode] >= 0)
+            header.line = line;
     }
-    if (header < 0) {
-        result.m_error = QStringLiteral("找不到代码列：第一行应有“代码”或“code”等列名");
-        return result;
-    }
-    if (cells.size() - header - 1 > MAX_ROWS) {
-        result.m_error = QStringLiteral("文件超过 %1 行，未导入").arg(MAX_ROWS);
-        return result;
-    }
-    result.m_hasWeights = columns[ColWeight] >= 0;
+    return header;
+}
 
+void refuse(Row &row, CBasketFileReader::Outcome outcome, const QString &reason)
+{
+    row.m_outcome = outcome;
+    row.m_reason = reason;
+}
+
+// Finds the line's instrument, on the side the tab trades; refuses the row when there is none.
+bool identify(Row &row, const QStringList &cells, const Header &header, bool futuresTab)
+{
     const CExchangeClient *instruments = CExchangeClient::instance();
-    QSet<QString> seen;
-    QVector<bool> weightInPercent;
-    double plainSum = 0.0;
-    auto cellOf = [&](const QStringList &line, int column) {
-        return columns[column] >= 0 && columns[column] < line.size() ? line[columns[column]].trimmed() : QString();
-    };
-    auto refuse = [](Row &row, Outcome outcome, const QString &reason) {
-        row.m_outcome = outcome;
-        row.m_reason = reason;
-    };
-
-    for (int line = header + 1; line < cells.size(); ++line) {
-        const QStringList &cellsOfLine = cells[line];
-        Row row;
-        row.m_line = line + 1;
-        row.m_codeText = cellOf(cellsOfLine, ColCode);
-        row.m_data.m_stockName = cellOf(cellsOfLine, ColName);
-        bool percent = false;
-        const bool known = [&] {
-            if (row.m_codeText.isEmpty()) {
-                refuse(row, NoCode, outcomeText(NoCode));
-                return false;
-            }
-            QString market;
-            QString code;
-            splitCode(row.m_codeText, &market, &code);
-            if (market.isEmpty())
-                market = normalMarket(cellOf(cellsOfLine, ColMarket));
-            auto lookUp = [&](const QString &candidate) {
-                if (!market.isEmpty())
-                    return instruments->getCodeInfo(candidate + QLatin1Char('.') + market);
-                if (futuresTab)
-                    return instruments->getCodeInfo(candidate);
-                const std::string stockMarket = instruments->getMarketByStockCode(candidate.toStdString(), std::string());
-                return stockMarket.empty()
-                    ? instruments->getCodeInfo(candidate)
-                    : instruments->getCodeInfo(candidate + QLatin1Char('.') + QString::fromStdString(stockMarket));
-            };
-            // The code as written first: connect codes have five digits of their own.
-            boost::shared_ptr<ttservice::CInstrumentDetail> detail = lookUp(code);
-            if (!detail && !paddedCode(code).isEmpty())
-                detail = lookUp(paddedCode(code));
-            if (!detail) {
-                refuse(row, UnknownCode, QStringLiteral("未知代码 %1").arg(row.m_codeText));
-                return false;
-            }
-            row.m_data.m_market = QString::fromStdString(detail->m_market);
-            row.m_data.m_stockCode = QString::fromStdString(detail->m_stockCode);
-            if (row.m_data.m_stockName.isEmpty())
-                row.m_data.m_stockName = QString::fromStdString(detail->m_stockName);
-            const bool future = instruments->hasFuture(row.m_data.key());
-            if (future != futuresTab) {
-                refuse(row, WrongTab, future ? QStringLiteral("期货合约不能放进股票篮子") : QStringLiteral("期货篮子只放期货合约"));
-                return false;
-            }
-            return true;
-        }();
-        if (!known) {
-            result.m_rows.push_back(row);
-            weightInPercent.push_back(false);
-            continue;
-        }
-
-        const int direction = readDirection(cellOf(cellsOfLine, ColDirection));
-        const QString weightText = cellOf(cellsOfLine, ColWeight);
-        const QString volumeText = cellOf(cellsOfLine, ColVolume);
-        double weight = 0.0;
-        double volume = 0.0;
-        bool volumePercent = false;
-        if (direction == 0) {
-            refuse(row, BadNumber, QStringLiteral("方向有误：%1").arg(cellOf(cellsOfLine, ColDirection)));
-        } else if (!weightText.isEmpty() && !readNumber(weightText, &weight, &percent)) {
-            refuse(row, BadNumber, QStringLiteral("权重有误：%1").arg(weightText));
-        } else if (weight < 0.0) {
-            refuse(row, NegativeWeight, outcomeText(NegativeWeight));
-        } else if (!volumeText.isEmpty()
-                   && (!readNumber(volumeText, &volume, &volumePercent) || volumePercent || volume < 0.0
-                       || volume > 1e12 || volume != std::floor(volume))) {
-            refuse(row, BadNumber, QStringLiteral("数量有误：%1").arg(volumeText));
-        } else if (weightText.isEmpty() && volumeText.isEmpty()) {
-            refuse(row, BadNumber, QStringLiteral("缺少权重或数量"));
-        } else {
-            row.m_data.m_operationType = direction == 2 ? ttservice::OT_SELL : ttservice::OT_BUY;
-            row.m_data.m_entrustBs = direction == 2 ? 49 : 48;
-            const QString key = row.m_data.key() + QLatin1Char('/') + QString::number(direction);
-            if (seen.contains(key)) {
-                refuse(row, Duplicate, QStringLiteral("重复：%1 已在前面出现").arg(row.m_data.key()));
-            } else {
-                seen.insert(key);
-                row.m_data.m_weight = weight;
-                row.m_data.m_volume = static_cast<int64_t>(volume);
-                if (!percent && !percentHeader)
-                    plainSum += weight;
-            }
-        }
-        result.m_rows.push_back(row);
-        weightInPercent.push_back(percent || percentHeader);
+    if (row.m_codeText.isEmpty()) {
+        refuse(row, CBasketFileReader::NoCode, CBasketFileReader::outcomeText(CBasketFileReader::NoCode));
+        return false;
     }
+    QString market;
+    QString code;
+    CBasketFileReader::splitCode(row.m_codeText, &market, &code);
+    if (market.isEmpty())
+        market = normalMarket(header.cell(cells, ColMarket));
+    auto lookUp = [&](const QString &candidate) {
+        if (!market.isEmpty())
+            return instruments->getCodeInfo(candidate + QLatin1Char('.') + market);
+        if (futuresTab)
+            return instruments->getCodeInfo(candidate);
+        const std::string stockMarket = instruments->getMarketByStockCode(candidate.toStdString(), std::string());
+        return stockMarket.empty() ? instruments->getCodeInfo(candidate)
+                                   : instruments->getCodeInfo(candidate + QLatin1Char('.') + QString::fromStdString(stockMarket));
+    };
+    // The code as written first: connect codes have five digits of their own.
+    boost::shared_ptr<ttservice::CInstrumentDetail> detail = lookUp(code);
+    if (!detail && !CBasketFileReader::paddedCode(code).isEmpty())
+        detail = lookUp(CBasketFileReader::paddedCode(code));
+    if (!detail) {
+        refuse(row, CBasketFileReader::UnknownCode, QStringLiteral("未知代码 %1").arg(row.m_codeText));
+        return false;
+    }
+    row.m_data.m_market = QString::fromStdString(detail->m_market);
+    row.m_data.m_stockCode = QString::fromStdString(detail->m_stockCode);
+    if (row.m_data.m_stockName.isEmpty())
+        row.m_data.m_stockName = QString::fromStdString(detail->m_stockName);
+    const bool future = instruments->hasFuture(row.m_data.key());
+    if (future != futuresTab) {
+        refuse(row, CBasketFileReader::WrongTab,
+               future ? QStringLiteral("期货合约不能放进股票篮子") : QStringLiteral("期货篮子只放期货合约"));
+        return false;
+    }
+    return true;
+}
 
+// Direction, weight and volume of a known line; a line seen before with the same direction is
+// refused. Returns whether the weight was written as a percent.
+bool readAmounts(Row &row, const QStringList &cells, const Header &header, QSet<QString> &seen, double &plainSum)
+{
+    const int direction = readDirection(header.cell(cells, ColDirection));
+    const QString weightText = header.cell(cells, ColWeight);
+    const QString volumeText = header.cell(cells, ColVolume);
+    double weight = 0.0;
+    double volume = 0.0;
+    bool percent = false;
+    bool volumePercent = false;
+    if (direction == 0) {
+        refuse(row, CBasketFileReader::BadNumber, QStringLiteral("方向有误：%1").arg(header.cell(cells, ColDirection)));
+    } else if (!weightText.isEmpty() && !readNumber(weightText, &weight, &percent)) {
+        refuse(row, CBasketFileReader::BadNumber, QStringLiteral("权重有误：%1").arg(weightText));
+    } else if (weight < 0.0) {
+        refuse(row, CBasketFileReader::NegativeWeight, CBasketFileReader::outcomeText(CBasketFileReader::NegativeWeight));
+    } else if (!volumeText.isEmpty()
+               && (!readNumber(volumeText, &volume, &volumePercent) || volumePercent || volume < 0.0 || volume > 1e12
+                   || volume != std::floor(volume))) {
+        refuse(row, CBasketFileReader::BadNumber, QStringLiteral("数量有误：%1").arg(volumeText));
+    } else if (weightText.isEmpty() && volumeText.isEmpty()) {
+        refuse(row, CBasketFileReader::BadNumber, QStringLiteral("缺少权重或数量"));
+    } else {
+        row.m_data.m_operationType = direction == 2 ? ttservice::OT_SELL : ttservice::OT_BUY;
+        row.m_data.m_entrustBs = direction == 2 ? 49 : 48;
+        const QString key = row.m_data.key() + QLatin1Char('/') + QString::number(direction);
+        if (seen.contains(key)) {
+            refuse(row, CBasketFileReader::Duplicate, QStringLiteral("重复：%1 已在前面出现").arg(row.m_data.key()));
+        } else {
+            seen.insert(key);
+            row.m_data.m_weight = weight;
+            row.m_data.m_volume = static_cast<int64_t>(volume);
+            if (!percent && !header.percent)
+                plainSum += weight;
+        }
+    }
+    return percent;
+}
+
+// Weights in percent of the whole list, however the file wrote them.
+void settleWeights(CBasketFileReader::Result &result, const QVector<bool> &weightInPercent, double plainSum)
+{
     // A weight column left empty on every line (a list of volumes) is no weight column.
     double anyWeight = 0.0;
     for (const Row &row : result.m_rows)
-        anyWeight += row.m_outcome == Taken ? row.m_data.m_weight : 0.0;
+        anyWeight += row.m_outcome == CBasketFileReader::Taken ? row.m_data.m_weight : 0.0;
     result.m_hasWeights = result.m_hasWeights && anyWeight > 0.0;
     // Plain numbers are fractions when all of them together come to about one, else percents.
-    const bool plainIsFraction = plainSum <= 1.0 + WEIGHT_TOLERANCE / 100.0 && plainSum > 0.0;
+    const bool plainIsFraction = plainSum <= 1.0 + CBasketFileReader::WEIGHT_TOLERANCE / 100.0 && plainSum > 0.0;
     result.m_percentWeights = !plainIsFraction;
     int taken = 0;
     for (const Row &row : result.m_rows)
-        taken += row.m_outcome == Taken;
+        taken += row.m_outcome == CBasketFileReader::Taken;
     for (int i = 0; i < result.m_rows.size(); ++i) {
         Row &row = result.m_rows[i];
-        if (row.m_outcome != Taken)
+        if (row.m_outcome != CBasketFileReader::Taken)
             continue;
         if (!result.m_hasWeights)
             row.m_data.m_weight = 100.0 / taken; // volumes only: every line weighs the same
@@ -651,6 +649,39 @@ CBasketFileReader::Result CBasketFileReader::readCells(const QVector<QStringList
         result.m_weightSum += row.m_data.m_weight;
         ++result.m_taken;
     }
+}
+
+} // namespace
+
+CBasketFileReader::Result CBasketFileReader::readCells(const QVector<QStringList> &cells, bool futuresTab)
+{
+    Result result;
+    const Header header = findHeader(cells);
+    if (header.line < 0) {
+        result.m_error = QStringLiteral("找不到代码列：第一行应有“代码”或“code”等列名");
+        return result;
+    }
+    if (cells.size() - header.line - 1 > MAX_ROWS) {
+        result.m_error = QStringLiteral("文件超过 %1 行，未导入").arg(MAX_ROWS);
+        return result;
+    }
+    result.m_hasWeights = header.columns[ColWeight] >= 0;
+
+    QSet<QString> seen;
+    QVector<bool> weightInPercent;
+    double plainSum = 0.0;
+    for (int line = header.line + 1; line < cells.size(); ++line) {
+        const QStringList &cellsOfLine = cells[line];
+        Row row;
+        row.m_line = line + 1;
+        row.m_codeText = header.cell(cellsOfLine, ColCode);
+        row.m_data.m_stockName = header.cell(cellsOfLine, ColName);
+        const bool known = identify(row, cellsOfLine, header, futuresTab);
+        const bool percent = known && readAmounts(row, cellsOfLine, header, seen, plainSum);
+        result.m_rows.push_back(row);
+        weightInPercent.push_back(known && (percent || header.percent));
+    }
+    settleWeights(result, weightInPercent, plainSum);
     return result;
 }
 

@@ -228,26 +228,40 @@ WK::CBaseWidget *COpBasketParamsWidget::createOtherParams()
     auto *list = new WK::CWidgetList(Qt::Vertical, box);
     list->setMargin(6, 6, 6, 6);
     list->setSpacing(4);
+    if (moduleOn("mdl_order", "mdl_order_credit_has_special_opt"))
+        createContractRow(list);
+    createBasketRow(list);
+    createSizingRow(list);
+    createCmdRow(list);
+    resetVolumnCombobox();
+    box->setInnerStretchWidget(list, 0, 0, 0, 0);
+    return box;
+}
 
-    if (moduleOn("mdl_order", "mdl_order_credit_has_special_opt")) {
-        m_contractRow = new WK::CWidgetList(Qt::Horizontal, list);
-        m_contractLabel = new WK::CSimpleTextWidget(82, QStringLiteral("合约类型"), m_contractRow);
-        m_contractLabel->setFixedHeight(kCellHeight);
-        m_contractCombo = new WK::CComboBox(81, m_contractRow);
-        m_contractCombo->setFixedSize(kPickerWidth, kCellHeight);
-        m_contractCombo->addItem(QStringLiteral("普通融券"), 48);
-        m_contractCombo->addItem(QStringLiteral("专项融券"), 49);
-        m_contractCombo->setCurrentIndex(m_contractCombo->findData(48));
-        m_contractRow->setMargin(2, 0, 2, 0);
-        m_contractRow->setSpacing(2);
-        m_contractRow->addFixedWidget(m_contractLabel, 0, 0);
-        m_contractRow->addFixedWidget(m_contractCombo, 0, 0);
-        m_contractRow->addFixedSpace(10);
-        m_contractRow->addStretchSpace(1);
-        m_contractRow->setMinimumHeight(26);
-        list->addFixedWidget(m_contractRow, 3, 0);
-    }
+// The credit sell's contract type.
+void COpBasketParamsWidget::createContractRow(WK::CWidgetList *list)
+{
+    m_contractRow = new WK::CWidgetList(Qt::Horizontal, list);
+    m_contractLabel = new WK::CSimpleTextWidget(82, QStringLiteral("合约类型"), m_contractRow);
+    m_contractLabel->setFixedHeight(kCellHeight);
+    m_contractCombo = new WK::CComboBox(81, m_contractRow);
+    m_contractCombo->setFixedSize(kPickerWidth, kCellHeight);
+    m_contractCombo->addItem(QStringLiteral("普通融券"), 48);
+    m_contractCombo->addItem(QStringLiteral("专项融券"), 49);
+    m_contractCombo->setCurrentIndex(m_contractCombo->findData(48));
+    m_contractRow->setMargin(2, 0, 2, 0);
+    m_contractRow->setSpacing(2);
+    m_contractRow->addFixedWidget(m_contractLabel, 0, 0);
+    m_contractRow->addFixedWidget(m_contractCombo, 0, 0);
+    m_contractRow->addFixedSpace(10);
+    m_contractRow->addStretchSpace(1);
+    m_contractRow->setMinimumHeight(26);
+    list->addFixedWidget(m_contractRow, 3, 0);
+}
 
+// The basket picker, the import button, the touch-order mode and the rebalance button.
+void COpBasketParamsWidget::createBasketRow(WK::CWidgetList *list)
+{
     auto *basketRow = new WK::CWidgetList(Qt::Horizontal, list);
     auto *basketLabel = new WK::CSimpleTextWidget(0, QStringLiteral("选择篮子"), basketRow);
     m_basketsCombo = new COpBasketsComboBox(36, basketRow);
@@ -283,7 +297,11 @@ WK::CBaseWidget *COpBasketParamsWidget::createOtherParams()
     basketRow->addStretchSpace(1);
     basketRow->setMinimumHeight(26);
     list->addFixedWidget(basketRow, 3, 0);
+}
 
+// The sizing mode and its cells, one shown at a time.
+void COpBasketParamsWidget::createSizingRow(WK::CWidgetList *list)
+{
     auto *sizingRow = new WK::CWidgetList(Qt::Horizontal, list);
     m_volumnRow = new CComboxNameWidget(17, QStringLiteral("交易总量"), sizingRow);
     m_volumnRow->setFixedWidth(195);
@@ -332,7 +350,11 @@ WK::CBaseWidget *COpBasketParamsWidget::createOtherParams()
     m_copiesCell->show();
     sizingRow->setMinimumHeight(26);
     list->addFixedWidget(sizingRow, 3, 0);
+}
 
+// The instruction's order ratio, shown while an instruction is loaded.
+void COpBasketParamsWidget::createCmdRow(WK::CWidgetList *list)
+{
     auto *cmdRow = new WK::CWidgetList(Qt::Horizontal, list);
     m_cmdRatioCell = makeCell(91, QStringLiteral("下单比例"), QStringLiteral("%"), cmdRow);
     m_cmdRatioCell->setDoubleValidator(QStringLiteral("%"), 0, 100, 0.01);
@@ -344,10 +366,6 @@ WK::CBaseWidget *COpBasketParamsWidget::createOtherParams()
     cmdRow->hide();
     m_cmdRatioRow = cmdRow;
     list->addFixedWidget(cmdRow, 3, 0);
-
-    resetVolumnCombobox();
-    box->setInnerStretchWidget(list, 0, 0, 0, 0);
-    return box;
 }
 
 void COpBasketParamsWidget::disableForTrader()

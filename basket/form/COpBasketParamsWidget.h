@@ -45,6 +45,10 @@ class CSimpleTextWidget;
 class CWidgetList;
 } // namespace WK
 
+namespace mongo {
+class BSONObj;
+}
+
 namespace TC {
 
 class CComboxNameWidget;
@@ -134,6 +138,11 @@ public:
     // row's volume over the accounts; without it every account gets the whole volume.
     bool fillParamByStocks(const QList<CBasketStockData> &stocks, QVector<ttservice::CCodeOrderParam> &params,
                            QString &error, bool useSplit);
+    // What every row of one sizing shares; defined beside the sizing.
+    struct CSizingContext;
+    // Sizes one row over the context's accounts and appends its lines.
+    void sizeRow(const CBasketStockData &row, CSizingContext &context, QVector<ttservice::CCodeOrderParam> &params,
+                 QStringList &rowsLog);
     double getTotalMoney(double available, double totalAsset, double netValue) const;
     int getTotalVolume(const CBasketStockData &stock, double sumWeight, double totalMoney, int minUnit,
                        double indexValue, int indexCount) const;
@@ -314,7 +323,33 @@ protected:
     void updateAccountSlo(const ttservice::CAccountInfo &account);
 
 private:
+    // --- switching tabs ---
+    void enterTab(quint64 word);
+    int showTabOperation(quint64 tab);
+    void showAccountsFor(quint64 tab);
+    void spreadOperation(quint64 tab, int op);
+
+    // --- the form's events, one handler per group ---
+    std::string userIdText() const;
+    void onButtonPressed(int id);
+    void switchTab(quint64 idWord);
+    void toggleLock();
+    bool onComboChosen(int id);
+    bool onCellEdited(int id, const QString &text);
+    void onCellTyped(int id);
+    void onBarSwitch(int id, int value);
+    void onBasketChosen(int value);
+    void showPatchSetting();
+    void showHedgeSetting();
+    void copyCheckParamToOtherSide(void *table);
+    void onAccountsChanged();
+
     // --- reading the form's text ---
+    void readSavedTab(const mongo::BSONObj &obj);
+    void readSavedBlocks(const mongo::BSONObj &obj);
+    void readSavedSizing(const mongo::BSONObj &obj);
+    void readSavedTabBlocks(const mongo::BSONObj &obj);
+    void readSavedTabEntries(const mongo::BSONObj &obj);
     void restoreBasket(const QString &name);
     // Chooses the sizing mode by its value, not by its row.
     void setCurrentVolumnIndex(int mode);
@@ -323,6 +358,10 @@ private:
 
     void createUi();
     WK::CBaseWidget *createOtherParams();
+    void createContractRow(WK::CWidgetList *list);
+    void createBasketRow(WK::CWidgetList *list);
+    void createSizingRow(WK::CWidgetList *list);
+    void createCmdRow(WK::CWidgetList *list);
     WK::CParameterCell *makeCell(int id, const QString &label, const QString &unit, QWidget *parent);
     void createTabs();
     void disableForTrader();
@@ -380,6 +419,9 @@ private:
     // The common body of the two instruction loaders, over the lines they picked.
     bool loadCommandLines(const ttservice::COrderCommand &command, const std::vector<ttservice::CCodeOrderParam> &lines,
                           bool fillUi);
+    double commandLineTraded(const ttservice::CCodeOrderParam &line) const;
+    void sizeCommandLine(ttservice::CCodeOrderParam &line, double traded, double ratio, const QString &ownKey,
+                         QStringList &cut);
     void fillCommandTable(const ttservice::CCodeOrderParam &line, int tableType, const QString &tableText);
     void logUserAction(const boost::format &text);
     void reportCheckFailure(const QString &message, QString &error, QWidget *tipAnchor);

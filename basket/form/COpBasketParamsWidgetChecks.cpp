@@ -221,80 +221,97 @@ quint64 COpBasketParamsWidget::getCommandOperationType(const QList<CBasketStockD
     return TOT_BUY;
 }
 
-bool COpBasketParamsWidget::checkPatch(const QString &text, quint64 &word, bool fromCommand)
+namespace {
+
+// What the lines of one paste tell about the whole of it.
+struct PasteScan
 {
     bool onlyFutures = true;
     bool hasWeight = false;
     QSet<QString> seenCodes;
     std::set<int> sides;
     std::set<int> operations;
-    QList<CBasketStockData> rows;
+};
+
+// One pasted line into a row; false for a line of no known instrument or a stock seen before.
+bool readPastedLine(const QString &line, PasteScan &scan, CBasketStockData &row)
+{
     const CExchangeClient *exchange = CExchangeClient::instance();
+    // A spreadsheet's rows end in "\r"; a stray space around a cell means nothing.
+    QStringList columns = line.split(QLatin1Char('\t'));
+    for (QString &column : columns)
+        column = column.trimmed();
+    if (!columns.isEmpty()) {
+        const QString code = sixDigitCode(columns.at(0));
+        const std::string market = exchange->getMarketByStockCode(code.toStdString(), std::string());
+        QString lookup = columns.at(0);
+        if (!market.empty()) {
+            scan.onlyFutures = false;
+            lookup = QString::fromStdString(market) + code;
+        }
+        if (!exchange->hasCode(lookup))
+            return false;
+        // Futures may repeat (one row per side); a stock appears once.
+        if (scan.seenCodes.contains(lookup) && !scan.onlyFutures)
+            return false;
+        scan.seenCodes.insert(lookup);
+        const auto info = exchange->getCodeInfo(lookup);
+        if (!info)
+            return false;
+        row.m_market = QString::fromStdString(info->m_market);
+        row.m_stockCode = QString::fromStdString(info->m_stockCode);
+        row.m_stockName = QString::fromStdString(info->m_stockName);
+    }
+
+    bool ok = false;
+    // The short form a trader types by hand: a code and a quantity.
+    const int volumeColumn = columns.size() == 2 ? 1 : 2;
+    if (columns.size() > volumeColumn) {
+        const int volume = WK::unformatNumberString(columns.at(volumeColumn)).toInt(&ok, 10);
+        if (ok && volume >= 0)
+            row.m_volume = volume;
+    }
+    if (columns.size() < 4) {
+        const auto quote = CQuoteClient::instance()->getStockPrice(row.key());
+        row.m_weight = quote && ttservice::hasValue(quote->m_lastPrice) ? quote->m_lastPrice : 0.0;
+        scan.hasWeight = false;
+    } else {
+        const double weight = columns.at(3).toDouble(&ok);
+        if (ok)
+            row.m_weight = weight;
+        scan.hasWeight = true;
+    }
+    if (columns.size() > 4) {
+        const QString direction = columns.at(4);
+        row.m_operationType = direction == QLatin1String("0") || direction == QStringLiteral("买入")
+            ? ttservice::OT_BUY
+            : ttservice::OT_SELL;
+        row.m_entrustBs = isBuy(row.m_operationType) ? 48 : 49;
+        scan.sides.insert(row.m_entrustBs);
+    }
+    if (columns.size() == 7) {
+        const int operation = columns.at(5).toInt(&ok, 10);
+        if (ok)
+            row.m_operationType = static_cast<ttservice::EOperationType>(operation);
+        const int hedge = columns.at(6).toInt(&ok, 10);
+        if (ok)
+            row.m_hedgeFlag = static_cast<ttservice::EHedge_Flag_Type>(hedge);
+        scan.operations.insert(row.m_operationType);
+    }
+    return true;
+}
+
+} // namespace
+
+bool COpBasketParamsWidget::checkPatch(const QString &text, quint64 &word, bool fromCommand)
+{
+    PasteScan scan;
+    QList<CBasketStockData> rows;
 
     for (const QString &line : text.split(QLatin1Char('\n'))) {
-        // A spreadsheet's rows end in "\r"; a stray space around a cell means nothing.
-        QStringList columns = line.split(QLatin1Char('\t'));
-        for (QString &column : columns)
-            column = column.trimmed();
         CBasketStockData row;
-        if (!columns.isEmpty()) {
-            const QString code = sixDigitCode(columns.at(0));
-            const std::string market = exchange->getMarketByStockCode(code.toStdString(), std::string());
-            QString lookup = columns.at(0);
-            if (!market.empty()) {
-                onlyFutures = false;
-                lookup = QString::fromStdString(market) + code;
-            }
-            if (!exchange->hasCode(lookup))
-                continue;
-            // Futures may repeat (one row per side); a stock appears once.
-            if (seenCodes.contains(lookup) && !onlyFutures)
-                continue;
-            seenCodes.insert(lookup);
-            const auto info = exchange->getCodeInfo(lookup);
-            if (!info)
-                continue;
-            row.m_market = QString::fromStdString(info->m_market);
-            row.m_stockCode = QString::fromStdString(info->m_stockCode);
-            row.m_stockName = QString::fromStdString(info->m_stockName);
-        }
-
-        bool ok = false;
-        // The short form a trader types by hand: a code and a quantity.
-        const int volumeColumn = columns.size() == 2 ? 1 : 2;
-        if (columns.size() > volumeColumn) {
-            const int volume = WK::unformatNumberString(columns.at(volumeColumn)).toInt(&ok, 10);
-            if (ok && volume >= 0)
-                row.m_volume = volume;
-        }
-        if (columns.size() < 4) {
-            const auto quote = CQuoteClient::instance()->getStockPrice(row.key());
-            row.m_weight = quote && ttservice::hasValue(quote->m_lastPrice) ? quote->m_lastPrice : 0.0;
-            hasWeight = false;
-        } else {
-            const double weight = columns.at(3).toDouble(&ok);
-            if (ok)
-                row.m_weight = weight;
-            hasWeight = true;
-        }
-        if (columns.size() > 4) {
-            const QString direction = columns.at(4);
-            row.m_operationType = direction == QLatin1String("0") || direction == QStringLiteral("买入")
-                ? ttservice::OT_BUY
-                : ttservice::OT_SELL;
-            row.m_entrustBs = isBuy(row.m_operationType) ? 48 : 49;
-            sides.insert(row.m_entrustBs);
-        }
-        if (columns.size() == 7) {
-            const int operation = columns.at(5).toInt(&ok, 10);
-            if (ok)
-                row.m_operationType = static_cast<ttservice::EOperationType>(operation);
-            const int hedge = columns.at(6).toInt(&ok, 10);
-            if (ok)
-                row.m_hedgeFlag = static_cast<ttservice::EHedge_Flag_Type>(hedge);
-            operations.insert(row.m_operationType);
-        }
-        rows << row;
+        if (readPastedLine(line, scan, row))
+            rows << row;
     }
 
     if (rows.isEmpty()) {
@@ -310,7 +327,7 @@ bool COpBasketParamsWidget::checkPatch(const QString &text, quint64 &word, bool 
         tab = getCommandOperationType(rows);
     } else {
         const bool futuresTab = (m_tradeOpType & 0x5000) != 0;
-        if (onlyFutures != futuresTab) {
+        if (scan.onlyFutures != futuresTab) {
             WK::CMessageBox::warning(0, this, QStringLiteral("粘贴提示"),
                                      QStringLiteral("复制的未成量交易类型与当前下单面板交易类型不一致, 无法粘贴数据!"),
                                      QMessageBox::Ok);
@@ -318,7 +335,7 @@ bool COpBasketParamsWidget::checkPatch(const QString &text, quint64 &word, bool 
         }
         // The futures and credit direction tests compare with the mode blocks' current operation;
         // the form has no such blocks yet, so only the stock sides are compared.
-        const bool differs = ((m_tradeOpType & TOT_BUY) && sides.count(49)) || ((m_tradeOpType & TOT_SELL) && sides.count(48));
+        const bool differs = ((m_tradeOpType & TOT_BUY) && scan.sides.count(49)) || ((m_tradeOpType & TOT_SELL) && scan.sides.count(48));
         if (differs)
             WK::CMessageBox::warning(0, this, QStringLiteral("粘贴提示"),
                                      QStringLiteral("复制的未成量交易方向与当前下单面板交易方向不一致, 请仔细核对!"),
@@ -326,7 +343,7 @@ bool COpBasketParamsWidget::checkPatch(const QString &text, quint64 &word, bool 
     }
     word = tab;
     m_clipboardStocks[tab] = rows;
-    m_clipboardHasWeight = hasWeight;
+    m_clipboardHasWeight = scan.hasWeight;
     return true;
 }
 

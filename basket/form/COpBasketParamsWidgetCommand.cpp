@@ -234,6 +234,43 @@ bool COpBasketParamsWidget::updateParamsBySubCmd(bool fillUi, const sSplitCmdInf
     return loadCommandLines(*command, record->m_orders, fillUi);
 }
 
+// What is done of an instruction's line: an unknown traded volume counts as nothing traded yet;
+// what this panel already sent counts as done until the service reports more traded than that.
+double COpBasketParamsWidget::commandLineTraded(const CCodeOrderParam &line) const
+{
+    double traded = ttservice::isNoValue(line.m_tradedVolume) ? 0.0 : line.m_tradedVolume;
+    const auto sent = m_sentForCommand.constFind(sentKey(m_commandKey, line));
+    if (sent != m_sentForCommand.constEnd())
+        traded = std::max(traded, sent->m_tradedAtFirstSend + double(sent->m_sent));
+    return traded;
+}
+
+// The line's volume now: the ratio of what is left in whole lots, or the trader's own volume.
+void COpBasketParamsWidget::sizeCommandLine(CCodeOrderParam &line, double traded, double ratio, const QString &ownKey,
+                                            QStringList &cut)
+{
+    const qint64 remaining = static_cast<qint64>(std::floor(double(line.m_volume) - traded));
+    const qint64 minUnit = std::max(1, getUserConfig()->getMinUnit(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode,
+                                                                   isBuy(line.m_operationType)));
+    if (remaining >= kUnknownRemainder || remaining < minUnit) {
+        line.m_volume = 0;
+    } else {
+        const qint64 share = static_cast<qint64>(std::floor(double(remaining) * ratio));
+        line.m_volume = std::max(minUnit, share / minUnit * minUnit);
+    }
+    // The trader's own volume for the line, never more than is left of it: a larger one
+    // is brought down once, and said.
+    const auto edited = m_commandEdits.find(ownKey);
+    if (edited != m_commandEdits.end()) {
+        const qint64 left = remaining < kUnknownRemainder ? std::max<qint64>(0, remaining) : 0;
+        if (*edited > left) {
+            *edited = left;
+            cut << QString::fromStdString(line.m_stockInfo.m_stockCode);
+        }
+        line.m_volume = *edited;
+    }
+}
+
 bool COpBasketParamsWidget::loadCommandLines(const ttservice::COrderCommand &command,
                                              const std::vector<CCodeOrderParam> &lines, bool fillUi)
 {
@@ -264,12 +301,7 @@ bool COpBasketParamsWidget::loadCommandLines(const ttservice::COrderCommand &com
             if (fillUi)
                 fillCommandTable(line, command.m_tableType,
                                  int(i) < tableTexts.size() ? tableTexts.at(int(i)) : QString());
-            // An unknown traded volume counts as nothing traded yet; what this panel already sent
-            // counts as done until the service reports more traded than that.
-            double traded = ttservice::isNoValue(line.m_tradedVolume) ? 0.0 : line.m_tradedVolume;
-            const auto sent = m_sentForCommand.constFind(sentKey(m_commandKey, line));
-            if (sent != m_sentForCommand.constEnd())
-                traded = std::max(traded, sent->m_tradedAtFirstSend + double(sent->m_sent));
+            const double traded = commandLineTraded(line);
             if (!(double(line.m_volume) > traded))
                 continue;
             const QString key = line.m_account ? QString::fromStdString(line.m_account->getKey()) : QString();
@@ -287,26 +319,7 @@ bool COpBasketParamsWidget::loadCommandLines(const ttservice::COrderCommand &com
             row.m_stockCode = QString::fromStdString(line.m_stockInfo.m_stockCode);
             quoteRows.append(row);
 
-            const qint64 remaining = static_cast<qint64>(std::floor(double(line.m_volume) - traded));
-            const qint64 minUnit = std::max(1, getUserConfig()->getMinUnit(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode,
-                                                                           isBuy(line.m_operationType)));
-            if (remaining >= kUnknownRemainder || remaining < minUnit) {
-                line.m_volume = 0;
-            } else {
-                const qint64 share = static_cast<qint64>(std::floor(double(remaining) * ratio));
-                line.m_volume = std::max(minUnit, share / minUnit * minUnit);
-            }
-            // The trader's own volume for the line, never more than is left of it: a larger one
-            // is brought down once, and said.
-            const auto edited = m_commandEdits.find(ownKey);
-            if (edited != m_commandEdits.end()) {
-                const qint64 left = remaining < kUnknownRemainder ? std::max<qint64>(0, remaining) : 0;
-                if (*edited > left) {
-                    *edited = left;
-                    cut << QString::fromStdString(line.m_stockInfo.m_stockCode);
-                }
-                line.m_volume = *edited;
-            }
+            sizeCommandLine(line, traded, ratio, ownKey, cut);
             line.m_tradedVolume = 0;
             line.m_orderStatus = 0;
             params.push_back(std::move(line));

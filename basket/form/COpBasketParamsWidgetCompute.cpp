@@ -78,6 +78,135 @@ double valueOrZero(double value)
     return ttservice::hasValue(value) ? value : 0.0;
 }
 
+// The accounts ticked in the picker, in the order it shows them (so that the remainder of a
+// split always goes to the same account), with their weights and the sums the money modes
+// size by.
+struct TickedAccounts
+{
+    std::vector<boost::shared_ptr<ttservice::CAccountInfo>> accounts;
+    std::vector<double> weights;
+    QStringList keys;
+    double available = 0.0;
+    double totalAsset = 0.0;
+    double netValue = 0.0;
+};
+
+TickedAccounts tickedAccounts(const COpAccountsWidget *picker)
+{
+    TickedAccounts ticked;
+    if (!picker)
+        return ticked;
+    const QSet<QString> selected = picker->getSelectedAccounts();
+    for (const QString &key : picker->getDisplayedAccounts()) {
+        if (!selected.contains(key))
+            continue;
+        const auto account = getUserConfig()->getAccountData(key);
+        if (!account)
+            continue;
+        ticked.accounts.push_back(account);
+        ticked.weights.push_back(picker->getAccountWeight(key));
+        ticked.keys << key;
+        const auto data = ttservice::TraderCenter::instance()->getDataCenter()->getAccountData(account->getKey());
+        const auto detail = data ? data->getAccountDetail() : boost::shared_ptr<ttservice::CAccountDetail>();
+        if (!detail)
+            continue;
+        ticked.available += valueOrZero(detail->m_available);
+        ticked.totalAsset += valueOrZero(detail->m_totalAsset);
+        const auto product = getUserConfig()->getAccountProduct(*account);
+        if (!product)
+            continue;
+        const auto record = boost::dynamic_pointer_cast<ttservice::CProductNetValue>(
+            data->getData(ttservice::DATA_TYPE_PRODUCT_NET_VALUE, ttservice::CProductNetValue::genKey(product->m_productId)));
+        if (record)
+            ticked.netValue += valueOrZero(record->m_netValue);
+    }
+    return ticked;
+}
+
+// The money each account's lines aim at, shared as the volumes are split: by the positive
+// weights, evenly when there are none.
+QMap<QString, double> aimedMoneyOf(const TickedAccounts &ticked, double totalMoney)
+{
+    QMap<QString, double> aimed;
+    if (!ttservice::hasValue(totalMoney) || totalMoney <= 0.0 || ticked.accounts.empty())
+        return aimed;
+    double sum = 0.0;
+    for (const double weight : ticked.weights)
+        sum += ttservice::hasValue(weight) && weight > 0.0 ? weight : 0.0;
+    for (size_t k = 0; k < ticked.accounts.size(); ++k) {
+        const double weight = ttservice::hasValue(ticked.weights[k]) && ticked.weights[k] > 0.0 ? ticked.weights[k] : 0.0;
+        const double share = sum > 0.0 ? weight / sum : 1.0 / static_cast<double>(ticked.accounts.size());
+        aimed.insert(accountDisplayIDQs(*ticked.accounts[k]), totalMoney * share);
+    }
+    return aimed;
+}
+
+ttservice::CStockInfo stockInfoOf(const QString &key)
+{
+    ttservice::CStockInfo stockInfo;
+    if (const auto info = CExchangeClient::instance()->getCodeInfo(key)) {
+        stockInfo.m_market = info->m_market;
+        stockInfo.m_exchangeId = info->m_stockCode;
+        stockInfo.m_stockCode = info->m_stockCode;
+        stockInfo.m_stockName = info->m_stockName;
+    }
+    return stockInfo;
+}
+
+// What every account's line of a row starts from.
+CCodeOrderParam lineTemplate(const CBasketStockData &row, const ttservice::CStockInfo &stockInfo, const std::string &userId,
+                             ttservice::EHedge_Flag_Type hedgeFlag, bool touchModule)
+{
+    CCodeOrderParam line;
+    line.m_userId = userId;
+    line.m_hedgeFlag = hedgeFlag;
+    line.m_stockInfo = stockInfo;
+    line.m_touchPrice = row.m_touchPrice;
+    if (touchModule)
+        line.m_touchType = row.m_touchType;
+    return line;
+}
+
+// What one account may buy of a row with the money the one-key rule leaves it, in whole lots.
+int oneKeyBuyVolume(const ttservice::CAccountInfo &account, double money, const std::string &market,
+                    const std::string &code, double price, int volume)
+{
+    if (volume <= 0 || money <= ttservice::DOUBLE_EPSILON)
+        return 0;
+    std::string calcError;
+    const auto data = ttservice::TraderCenter::instance()->getDataCenter()->getAccountData(account.getKey());
+    long long canBuy = ttservice::TraderCenter::instance()->getCalculator()->calcBuyVolume(data, money, market, code, price,
+                                                                                            calcError, volume);
+    if (canBuy == ttservice::ICalculator::NO_VOLUME)
+        canBuy = 0;
+    if (canBuy > 0) {
+        const int unit = std::max(1, ttservice::getTradeMinUnit(market, code));
+        canBuy = canBuy / unit * unit;
+    }
+    return static_cast<int>(canBuy);
+}
+
+// The operation a line leaves with: the form's, or where the form sizes each row by its own
+// side (operation -1), the row's side as the tab words it.
+ttservice::EOperationType lineOperationOf(int formOperation, quint64 tab, int rowOperation,
+                                          ttservice::EOperationType futuresOperation)
+{
+    if (formOperation != -1)
+        return static_cast<ttservice::EOperationType>(formOperation);
+    switch (tab) {
+    case TOT_ALL:
+    case TOT_HGT:
+    case TOT_SGT:
+        return static_cast<ttservice::EOperationType>(rowOperation);
+    case TOT_CREDIT:
+        return rowOperation == ttservice::OT_BUY ? ttservice::EOperationType(20) : ttservice::EOperationType(21);
+    case TOT_ONEKEY_FUTURE:
+        return futuresOperation;
+    default:
+        return static_cast<ttservice::EOperationType>(formOperation);
+    }
+}
+
 } // namespace
 
 // --- the outer loop ---
@@ -543,225 +672,74 @@ void COpBasketParamsWidget::getIndexDataByBasket(double &indexValue, int &indexC
         indexValue = quote->m_lastPrice;
 }
 
+// What every row of one sizing shares.
+struct COpBasketParamsWidget::CSizingContext
+{
+    std::vector<boost::shared_ptr<ttservice::CAccountInfo>> accounts;
+    std::vector<double> weights;
+    double sumWeight = 0.0;
+    double totalMoney = 0.0;
+    double indexValue = 0.0;
+    int indexCount = 1;
+    bool useSplit = true;
+    bool fixedPrice = false;
+    // One account on the one-key tab buys with what its sells free as well.
+    bool oneAccountAll = false;
+    double oneKeyMoney = 0.0;
+    bool touchModule = false;
+    std::string userId;
+    ttservice::EHedge_Flag_Type hedgeFlag = ttservice::HEDGE_FLAG_SPECULATION;
+    // What the rows found on the way: the money of suspended rows, and a row too large to size.
+    double stoppedMoney = 0.0;
+    bool tooLarge = false;
+};
+
 bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &stocks, QVector<CCodeOrderParam> &params,
                                               QString &error, bool useSplit)
 {
     params.clear();
     QList<CBasketStockData> rows = stocks;
 
-    // Accounts in the order the picker shows them, so that the remainder of a split always
-    // goes to the same account.
-    std::vector<boost::shared_ptr<ttservice::CAccountInfo>> accounts;
-    std::vector<double> weights;
-    QStringList accountKeys;
-    double available = 0.0;
-    double totalAsset = 0.0;
-    double netValue = 0.0;
-    if (m_accountsWidget) {
-        const QSet<QString> selected = m_accountsWidget->getSelectedAccounts();
-        for (const QString &key : m_accountsWidget->getDisplayedAccounts()) {
-            if (!selected.contains(key))
-                continue;
-            const auto account = getUserConfig()->getAccountData(key);
-            if (account) {
-                accounts.push_back(account);
-                weights.push_back(m_accountsWidget->getAccountWeight(key));
-                accountKeys << key;
-            }
-            const auto data = account ? ttservice::TraderCenter::instance()->getDataCenter()->getAccountData(account->getKey())
-                                      : boost::shared_ptr<ttservice::CAccountData>();
-            const auto detail = data ? data->getAccountDetail() : boost::shared_ptr<ttservice::CAccountDetail>();
-            if (!detail)
-                continue;
-            available += valueOrZero(detail->m_available);
-            totalAsset += valueOrZero(detail->m_totalAsset);
-            const auto product = getUserConfig()->getAccountProduct(*account);
-            if (!product)
-                continue;
-            const auto record = boost::dynamic_pointer_cast<ttservice::CProductNetValue>(
-                data->getData(ttservice::DATA_TYPE_PRODUCT_NET_VALUE, ttservice::CProductNetValue::genKey(product->m_productId)));
-            if (record)
-                netValue += valueOrZero(record->m_netValue);
-        }
-    }
-
-    double sumWeight = 0.0;
+    const TickedAccounts ticked = tickedAccounts(m_accountsWidget);
+    CSizingContext context;
+    context.accounts = ticked.accounts;
+    context.weights = ticked.weights;
+    context.useSplit = useSplit;
     for (const CBasketStockData &row : qAsConst(rows)) {
         if (!row.m_filtered)
-            sumWeight += row.m_weight;
+            context.sumWeight += row.m_weight;
     }
-    const bool fixedPrice = !rows.isEmpty() && rows.first().m_useFixedPrice;
-    const double totalMoney = getTotalMoney(available, totalAsset, netValue);
+    context.fixedPrice = !rows.isEmpty() && rows.first().m_useFixedPrice;
+    context.totalMoney = getTotalMoney(ticked.available, ticked.totalAsset, ticked.netValue);
     // One account on the one-key tab buys with what its sells free as well: its lines aim at
     // no single sum the strip could set them against.
-    const bool oneAccountAll = m_tradeOpType == TOT_ALL && accounts.size() == 1;
-    m_aimedMoney.clear();
-    if (ttservice::hasValue(totalMoney) && totalMoney > 0.0 && !accounts.empty() && !oneAccountAll) {
-        // Shared as the volumes are split: by the positive weights, evenly when there are none.
-        double sum = 0.0;
-        for (const double weight : weights)
-            sum += ttservice::hasValue(weight) && weight > 0.0 ? weight : 0.0;
-        for (size_t k = 0; k < accounts.size(); ++k) {
-            const double weight = ttservice::hasValue(weights[k]) && weights[k] > 0.0 ? weights[k] : 0.0;
-            const double share = sum > 0.0 ? weight / sum : 1.0 / static_cast<double>(accounts.size());
-            m_aimedMoney.insert(accountDisplayIDQs(*accounts[k]), totalMoney * share);
-        }
-    }
+    context.oneAccountAll = m_tradeOpType == TOT_ALL && ticked.accounts.size() == 1;
+    m_aimedMoney = context.oneAccountAll ? QMap<QString, double>() : aimedMoneyOf(ticked, context.totalMoney);
 
-    double oneKeyMoney = 0.0;
-    if (oneAccountAll) {
-        oneKeyMoney = calcOneKeyAvailableMoney(rows, accountKeys.first(), sumWeight, totalMoney);
-        if (oneKeyMoney <= 0) {
+    if (context.oneAccountAll) {
+        context.oneKeyMoney = calcOneKeyAvailableMoney(rows, ticked.keys.first(), context.sumWeight, context.totalMoney);
+        if (context.oneKeyMoney <= 0) {
             for (CBasketStockData &row : rows)
                 row.m_volume = 0;
         }
     }
-
-    double indexValue = 0.0;
-    int indexCount = 1;
     if (getCurrentVolumnType() == VT_INDEX_UNIT)
-        getIndexDataByBasket(indexValue, indexCount);
+        getIndexDataByBasket(context.indexValue, context.indexCount);
+    context.touchModule = luawrapper::LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_market_if_touched"});
+    context.userId = getUserConfig()->getUserId();
+    context.hedgeFlag = m_buttonsBar ? m_buttonsBar->getHedgeFlag() : ttservice::HEDGE_FLAG_SPECULATION;
 
-    const bool touchModule = luawrapper::LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_market_if_touched"});
-    const std::string userId = getUserConfig()->getUserId();
-    const auto hedgeFlag = m_buttonsBar ? m_buttonsBar->getHedgeFlag() : ttservice::HEDGE_FLAG_SPECULATION;
-    auto priceType = ttservice::PRICE_TYPE_NONE;
-    auto orderType = ttservice::ORDER_TYPE_NORMAL;
     QStringList rowsLog;
-    double stoppedMoney = 0.0;
-    bool tooLarge = false;
     // One line per row and account: grown once, not copied at every doubling.
-    params.reserve(params.size() + rows.size() * static_cast<int>(accounts.size()));
-    rowsLog.reserve(rows.size() * static_cast<int>(accounts.size()));
+    params.reserve(params.size() + rows.size() * static_cast<int>(context.accounts.size()));
+    rowsLog.reserve(rows.size() * static_cast<int>(context.accounts.size()));
+    for (const CBasketStockData &row : qAsConst(rows))
+        sizeRow(row, context, params, rowsLog);
 
-    for (const CBasketStockData &source : qAsConst(rows)) {
-        CBasketStockData row = source;
-        const QString key = row.key();
-        const std::string market = row.m_market.toStdString();
-        const std::string code = row.m_stockCode.toStdString();
-        const auto quote = CQuoteClient::instance()->getStockPrice(key);
-        const double refPrice = quote && ttservice::hasValue(quote->m_lastPrice) ? quote->m_lastClose : ttservice::NO_VALUE;
-
-        int volume = getTotalVolume(row, sumWeight, totalMoney, ttservice::getTradeMinUnit(market, code),
-                                    indexValue, indexCount);
-        if (volume < 0) {
-            // Dropping the row would leave the others to take all the money: the whole list is
-            // left unsized below instead.
-            tooLarge = true;
-            volume = 0;
-        }
-
-        ttservice::CStockInfo stockInfo;
-        if (const auto info = CExchangeClient::instance()->getCodeInfo(key)) {
-            stockInfo.m_market = info->m_market;
-            stockInfo.m_exchangeId = info->m_stockCode;
-            stockInfo.m_stockCode = info->m_stockCode;
-            stockInfo.m_stockName = info->m_stockName;
-        }
-        if (!row.m_filtered && CQuoteClient::instance()->isStoppedStock(
-                QString::fromStdString(utils::vqStockKey(stockInfo.m_market, stockInfo.m_stockCode))))
-            stoppedMoney += volume * refPrice;
-
-        orderTypesForRow(row.m_operationType, priceType, orderType);
-        const double calcPrice = quote ? quote->getPriceForCalc(priceType, static_cast<ttservice::EOperationType>(m_operationType),
-                                                                orderType, 0, nullptr)
-                                       : ttservice::NO_VALUE;
-        const double price = ttservice::isZero(calcPrice) ? ttservice::NO_VALUE : calcPrice;
-
-        auto operation = static_cast<ttservice::EOperationType>(m_operationType);
-        if (m_operationType == -1)
-            operation = m_tradeOpType == TOT_ONEKEY_FUTURE && m_buttonsBar ? m_buttonsBar->getFutureOptType(row.m_operationType)
-                                                                         : row.m_operationType;
-
-        std::vector<int> split;
-        if (oneAccountAll && isBuy(operation)) {
-            if (volume > 0 && oneKeyMoney > ttservice::DOUBLE_EPSILON) {
-                std::string calcError;
-                const auto data = ttservice::TraderCenter::instance()->getDataCenter()->getAccountData(accounts.front()->getKey());
-                long long canBuy = ttservice::TraderCenter::instance()->getCalculator()->calcBuyVolume(
-                    data, oneKeyMoney, market, code, price, calcError, volume);
-                if (canBuy == ttservice::ICalculator::NO_VOLUME)
-                    canBuy = 0;
-                if (canBuy > 0) {
-                    const int unit = std::max(1, ttservice::getTradeMinUnit(market, code));
-                    canBuy = canBuy / unit * unit;
-                }
-                split.push_back(static_cast<int>(canBuy));
-            } else {
-                split.push_back(0);
-            }
-        } else {
-            utils::TTError splitError;
-            split = CTradeClient::instance()->splitEntrusts(volume, price, priceType, accounts, weights,
-                                                            m_accountsWidget ? m_accountsWidget->splitType() : 0,
-                                                            market, code, operation, ttservice::HEDGE_FLAG_SPECULATION,
-                                                            splitError, orderType);
-        }
-        if (split.empty())
-            split.assign(accounts.size(), 0);
-        if (split.size() != accounts.size())
-            continue;
-
-        CCodeOrderParam templateLine;
-        templateLine.m_userId = userId;
-        templateLine.m_hedgeFlag = hedgeFlag;
-        templateLine.m_stockInfo = stockInfo;
-        templateLine.m_touchPrice = row.m_touchPrice;
-        if (touchModule)
-            templateLine.m_touchType = row.m_touchType;
-        // The connect, credit and one-key futures blocks price their lines themselves; a
-        // one-key row of neither direction falls to the plain stock block, which takes it.
-        const bool directed = row.m_operationType == ttservice::OT_BUY || row.m_operationType == ttservice::OT_SELL;
-        const bool rowPriceApplied = m_tradeOpType != TOT_HGT && m_tradeOpType != TOT_SGT && m_tradeOpType != TOT_CREDIT
-            && !(m_tradeOpType == TOT_ONEKEY_FUTURE && directed);
-
-        // The row's text is the same for every account (the account is not part of it).
-        const QString rowText = row.toString();
-        for (size_t k = 0; k < accounts.size(); ++k) {
-            const boost::shared_ptr<ttservice::CAccountInfo> &account = accounts[k];
-            if (!row.m_accountKey.empty() && row.m_accountKey != account->getKey())
-                continue;
-            const int64_t lineVolume = useSplit ? split[k] : volume;
-            CCodeOrderParam line = templateLine;
-            if (const COpBasketStockParamsWidget *block = blockForRow(row.m_operationType))
-                block->fillParams(key, static_cast<int>(lineVolume), line, ttservice::NO_VALUE);
-            if (rowPriceApplied && fixedPrice) {
-                line.m_priceType = ttservice::PRICE_TYPE_FIXED;
-                line.m_price = row.m_price;
-            }
-            line.m_operationType = static_cast<ttservice::EOperationType>(m_operationType);
-            if (m_operationType == -1) {
-                switch (m_tradeOpType) {
-                case TOT_ALL:
-                case TOT_HGT:
-                case TOT_SGT:
-                    line.m_operationType = row.m_operationType;
-                    break;
-                case TOT_CREDIT:
-                    line.m_operationType = row.m_operationType == ttservice::OT_BUY ? ttservice::EOperationType(20)
-                                                                                    : ttservice::EOperationType(21);
-                    break;
-                case TOT_ONEKEY_FUTURE:
-                    line.m_operationType = operation;
-                    break;
-                default:
-                    break;
-                }
-            }
-            line.m_account = account;
-            line.m_volume = lineVolume;
-            if (lineVolume < 0)
-                continue;
-            params.push_back(std::move(line));
-            row.m_accountDisplayId = accountDisplayIDQs(*account);
-            rowsLog << rowText;
-        }
-    }
-
-    calcReplaceEtf(stoppedMoney, accounts, params, weights);
+    calcReplaceEtf(context.stoppedMoney, context.accounts, params, context.weights);
     calcReplaceBlacklist(params);
     keepBlackStocksUnbought(params);
-    if (tooLarge) {
+    if (context.tooLarge) {
         // The basket keeps its shape: every line stays, none sized, and the trader is told why.
         for (CCodeOrderParam &line : params)
             line.m_volume = 0;
@@ -772,6 +750,89 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
     m_orderRowsLog = rowsLog.join(QLatin1Char('|')).toStdString();
     Q_UNUSED(error);
     return true;
+}
+
+void COpBasketParamsWidget::sizeRow(const CBasketStockData &row, CSizingContext &context, QVector<CCodeOrderParam> &params,
+                                    QStringList &rowsLog)
+{
+    const QString key = row.key();
+    const std::string market = row.m_market.toStdString();
+    const std::string code = row.m_stockCode.toStdString();
+    const auto quote = CQuoteClient::instance()->getStockPrice(key);
+    const double refPrice = quote && ttservice::hasValue(quote->m_lastPrice) ? quote->m_lastClose : ttservice::NO_VALUE;
+
+    int volume = getTotalVolume(row, context.sumWeight, context.totalMoney, ttservice::getTradeMinUnit(market, code),
+                                context.indexValue, context.indexCount);
+    if (volume < 0) {
+        // Dropping the row would leave the others to take all the money: the whole list is
+        // left unsized instead.
+        context.tooLarge = true;
+        volume = 0;
+    }
+
+    const ttservice::CStockInfo stockInfo = stockInfoOf(key);
+    if (!row.m_filtered && CQuoteClient::instance()->isStoppedStock(
+            QString::fromStdString(utils::vqStockKey(stockInfo.m_market, stockInfo.m_stockCode))))
+        context.stoppedMoney += volume * refPrice;
+
+    auto priceType = ttservice::PRICE_TYPE_NONE;
+    auto orderType = ttservice::ORDER_TYPE_NORMAL;
+    orderTypesForRow(row.m_operationType, priceType, orderType);
+    const double calcPrice = quote ? quote->getPriceForCalc(priceType, static_cast<ttservice::EOperationType>(m_operationType),
+                                                            orderType, 0, nullptr)
+                                   : ttservice::NO_VALUE;
+    const double price = ttservice::isZero(calcPrice) ? ttservice::NO_VALUE : calcPrice;
+
+    auto operation = static_cast<ttservice::EOperationType>(m_operationType);
+    if (m_operationType == -1)
+        operation = m_tradeOpType == TOT_ONEKEY_FUTURE && m_buttonsBar ? m_buttonsBar->getFutureOptType(row.m_operationType)
+                                                                     : row.m_operationType;
+
+    std::vector<int> split;
+    if (context.oneAccountAll && isBuy(operation)) {
+        split.push_back(oneKeyBuyVolume(*context.accounts.front(), context.oneKeyMoney, market, code, price, volume));
+    } else {
+        utils::TTError splitError;
+        split = CTradeClient::instance()->splitEntrusts(volume, price, priceType, context.accounts, context.weights,
+                                                        m_accountsWidget ? m_accountsWidget->splitType() : 0, market,
+                                                        code, operation, ttservice::HEDGE_FLAG_SPECULATION, splitError,
+                                                        orderType);
+    }
+    if (split.empty())
+        split.assign(context.accounts.size(), 0);
+    if (split.size() != context.accounts.size())
+        return;
+
+    const CCodeOrderParam templateLine = lineTemplate(row, stockInfo, context.userId, context.hedgeFlag, context.touchModule);
+    // The connect, credit and one-key futures blocks price their lines themselves; a one-key
+    // row of neither direction falls to the plain stock block, which takes it.
+    const bool directed = row.m_operationType == ttservice::OT_BUY || row.m_operationType == ttservice::OT_SELL;
+    const bool rowPriceApplied = m_tradeOpType != TOT_HGT && m_tradeOpType != TOT_SGT && m_tradeOpType != TOT_CREDIT
+        && !(m_tradeOpType == TOT_ONEKEY_FUTURE && directed);
+    const COpBasketStockParamsWidget *block = blockForRow(row.m_operationType);
+
+    // The row's text is the same for every account (the account is not part of it).
+    const QString rowText = row.toString();
+    for (size_t k = 0; k < context.accounts.size(); ++k) {
+        const boost::shared_ptr<ttservice::CAccountInfo> &account = context.accounts[k];
+        if (!row.m_accountKey.empty() && row.m_accountKey != account->getKey())
+            continue;
+        const int64_t lineVolume = context.useSplit ? split[k] : volume;
+        if (lineVolume < 0)
+            continue;
+        CCodeOrderParam line = templateLine;
+        if (block)
+            block->fillParams(key, static_cast<int>(lineVolume), line, ttservice::NO_VALUE);
+        if (rowPriceApplied && context.fixedPrice) {
+            line.m_priceType = ttservice::PRICE_TYPE_FIXED;
+            line.m_price = row.m_price;
+        }
+        line.m_operationType = lineOperationOf(m_operationType, m_tradeOpType, row.m_operationType, operation);
+        line.m_account = account;
+        line.m_volume = lineVolume;
+        params.push_back(std::move(line));
+        rowsLog << rowText;
+    }
 }
 
 void COpBasketParamsWidget::fillCompParams(CCodeOrderParam *param, ttservice::EOperationType operation)

@@ -211,90 +211,11 @@ void COpBasketParamsWidget::setParam(const QString &text)
     // older client. The parser tells by throwing; the form listens for it here and nowhere else.
     try {
         const bson::BSONObj obj = bson::fromjson(text.toStdString());
-
-        // Both connect kinds share one tab button, so the tab's word does not tell them apart; the
-        // kind on view is "OGT". It decides the tab before anything that follows the tab (the
-        // basket's picker, the accounts) is read, or the panel reopens on the other kind.
-        if (obj.hasField("OGT")) {
-            const quint64 word = savedWord(fieldText(obj, "OGT"));
-            if (word & kConnectBits)
-                m_ggtOpType = getGgtTradeOpType(word);
-        }
-        m_tradeOpType = savedTab(fieldText(obj, "BS"));
-        if (m_tradeOpType & kConnectBits)
-            m_tradeOpType = getGgtTradeOpType(m_tradeOpType == TOT_HGT ? m_ggtOpType : m_tradeOpType);
-
-        if (m_basketsCombo) {
-            if (isShowSystemBasket(m_tradeOpType))
-                m_basketsCombo->setBatchOp(kSystemBasketFlag, true);
-            else
-                m_basketsCombo->reSetFlag(m_basketsCombo->getAllFlag() & ~ETempBatchOrderFlags(QFlag(kSystemBasketFlag)));
-        }
-
-        const QString fallback = fieldText(obj, "SP");
-        if (m_stockParams && obj.hasField("SP"))
-            m_stockParams->setParam(fallback);
-        if (m_hedgeWidget && obj.hasField("HP"))
-            m_hedgeWidget->setParam(fieldText(obj, "HP"));
-        if (m_accountsWidget && obj.hasField("AW"))
-            m_accountsWidget->setParam(fieldText(obj, "AW"));
-        updateAccountsToolBar();
-
-        if (obj.hasField("BBox"))
-            restoreBasket(fieldText(obj, "BBox"));
-
-        // Old panels had one table for both sides: the stock block's text stands in for each.
-        if (m_buySellWidget && m_buySellWidget->getBuyParam())
-            m_buySellWidget->getBuyParam()->setParam(obj.hasField("BBP") ? fieldText(obj, "BBP") : fallback);
-
-        if (m_buySellWidget && m_buySellWidget->getSellParam())
-            m_buySellWidget->getSellParam()->setParam(obj.hasField("BSP") ? fieldText(obj, "BSP") : fallback);
-
-        if (obj.hasField("BHP") && m_hedgeWidget)
-            m_hedgeWidget->setAutoHedge(fieldText(obj, "BHP") == QLatin1String("1"));
-        // The modes on offer depend on the tab just read; the saved mode is looked up among them.
-        resetVolumnCombobox();
-
-        if (obj.hasField("VTB")) {
-            const QString mode = fieldText(obj, "VTB");
-            setCurrentVolumnIndex(savedInt(mode));
-            if (mode == QLatin1String("0"))
-                showCopiesOrMoney(VT_COPIES);
-            else if (mode == QLatin1String("1"))
-                showCopiesOrMoney(VT_MONEY);
-            reSetCopisesCell();
-        }
-
-        if (obj.hasField("CC"))
-            resetCopiesValidator(savedDouble(fieldText(obj, "CC"), 1.0));
-        if (obj.hasField("MC") && m_moneyCell)
-            m_moneyCell->setValue(savedDouble(fieldText(obj, "MC")));
-
-        if (m_crdWidget && obj.hasField("BCPW"))
-            m_crdWidget->setParam(fieldText(obj, "BCPW"));
-        if (m_ftrWidget && obj.hasField("BFPW"))
-            m_ftrWidget->setParam(fieldText(obj, "BFPW"));
-        if (m_buttonsBar && obj.hasField("BB"))
-            m_buttonsBar->setParam(fieldText(obj, "BB"));
-        if (m_ftrOneKeyWidget && obj.hasField("BFOKOPW"))
-            m_ftrOneKeyWidget->setParam(fieldText(obj, "BFOKOPW"));
-        if (m_ggtWidget && m_ggtWidget->getBuyParam() && obj.hasField("BGBP"))
-            m_ggtWidget->getBuyParam()->setParam(fieldText(obj, "BGBP"));
-        if (m_ggtWidget && m_ggtWidget->getSellParam() && obj.hasField("BGSP"))
-            m_ggtWidget->getSellParam()->setParam(fieldText(obj, "BGSP"));
-
-        // The entries were all saved under the name of the tab current at the time, so only that
-        // tab finds one, and it is the first of the object: the entry of the lowest tab word.
-        // Clients have read their texts back this way for long; it is kept.
-        const bson::BSONObj inner = bson::fromjson(fieldText(obj, "bsonParam").toStdString());
-        const QStringList names = QStringLiteral("COM_BUY%COM_ALL%COM_CRD_ALL%COM_SGT_ALL%COM_HGT_ALL%COM_SELL")
-                                      .split(QLatin1Char('%'));
-        for (const QString &name : names) {
-            const std::string key = name.toStdString();
-            if (inner.hasField(key.c_str()))
-                m_hedgeParams[getOpTypeFromQString(name)] = fieldText(inner, key.c_str());
-        }
-
+        readSavedTab(obj);
+        readSavedBlocks(obj);
+        readSavedSizing(obj);
+        readSavedTabBlocks(obj);
+        readSavedTabEntries(obj);
         if (obj.hasField("CTCN") && m_contractCell)
             m_contractCell->setValue(savedInt(fieldText(obj, "CTCN")));
         if (obj.hasField("RC") && m_ratioCell)
@@ -317,6 +238,108 @@ void COpBasketParamsWidget::setParam(const QString &text)
         recalculate(0);
     } catch (const bson::DBException &) {
         setOldParam(text);
+    }
+}
+
+void COpBasketParamsWidget::readSavedTab(const bson::BSONObj &obj)
+{
+    // Both connect kinds share one tab button, so the tab's word does not tell them apart; the
+    // kind on view is "OGT". It decides the tab before anything that follows the tab (the
+    // basket's picker, the accounts) is read, or the panel reopens on the other kind.
+    if (obj.hasField("OGT")) {
+        const quint64 word = savedWord(fieldText(obj, "OGT"));
+        if (word & kConnectBits)
+            m_ggtOpType = getGgtTradeOpType(word);
+    }
+    m_tradeOpType = savedTab(fieldText(obj, "BS"));
+    if (m_tradeOpType & kConnectBits)
+        m_tradeOpType = getGgtTradeOpType(m_tradeOpType == TOT_HGT ? m_ggtOpType : m_tradeOpType);
+
+    if (m_basketsCombo) {
+        if (isShowSystemBasket(m_tradeOpType))
+            m_basketsCombo->setBatchOp(kSystemBasketFlag, true);
+        else
+            m_basketsCombo->reSetFlag(m_basketsCombo->getAllFlag() & ~ETempBatchOrderFlags(QFlag(kSystemBasketFlag)));
+    }
+}
+
+// The blocks' own texts; old panels had one table for both sides.
+void COpBasketParamsWidget::readSavedBlocks(const bson::BSONObj &obj)
+{
+    const QString fallback = fieldText(obj, "SP");
+    if (m_stockParams && obj.hasField("SP"))
+        m_stockParams->setParam(fallback);
+    if (m_hedgeWidget && obj.hasField("HP"))
+        m_hedgeWidget->setParam(fieldText(obj, "HP"));
+    if (m_accountsWidget && obj.hasField("AW"))
+        m_accountsWidget->setParam(fieldText(obj, "AW"));
+    updateAccountsToolBar();
+
+    if (obj.hasField("BBox"))
+        restoreBasket(fieldText(obj, "BBox"));
+
+    // Old panels had one table for both sides: the stock block's text stands in for each.
+    if (m_buySellWidget && m_buySellWidget->getBuyParam())
+        m_buySellWidget->getBuyParam()->setParam(obj.hasField("BBP") ? fieldText(obj, "BBP") : fallback);
+
+    if (m_buySellWidget && m_buySellWidget->getSellParam())
+        m_buySellWidget->getSellParam()->setParam(obj.hasField("BSP") ? fieldText(obj, "BSP") : fallback);
+
+    if (obj.hasField("BHP") && m_hedgeWidget)
+        m_hedgeWidget->setAutoHedge(fieldText(obj, "BHP") == QLatin1String("1"));
+}
+
+// The blocks of the tabs that keep their own (credit, futures, one-key futures, connect).
+void COpBasketParamsWidget::readSavedTabBlocks(const bson::BSONObj &obj)
+{
+    if (m_crdWidget && obj.hasField("BCPW"))
+        m_crdWidget->setParam(fieldText(obj, "BCPW"));
+    if (m_ftrWidget && obj.hasField("BFPW"))
+        m_ftrWidget->setParam(fieldText(obj, "BFPW"));
+    if (m_buttonsBar && obj.hasField("BB"))
+        m_buttonsBar->setParam(fieldText(obj, "BB"));
+    if (m_ftrOneKeyWidget && obj.hasField("BFOKOPW"))
+        m_ftrOneKeyWidget->setParam(fieldText(obj, "BFOKOPW"));
+    if (m_ggtWidget && m_ggtWidget->getBuyParam() && obj.hasField("BGBP"))
+        m_ggtWidget->getBuyParam()->setParam(fieldText(obj, "BGBP"));
+    if (m_ggtWidget && m_ggtWidget->getSellParam() && obj.hasField("BGSP"))
+        m_ggtWidget->getSellParam()->setParam(fieldText(obj, "BGSP"));
+}
+
+void COpBasketParamsWidget::readSavedSizing(const bson::BSONObj &obj)
+{
+    // The modes on offer depend on the tab just read; the saved mode is looked up among them.
+    resetVolumnCombobox();
+
+    if (obj.hasField("VTB")) {
+        const QString mode = fieldText(obj, "VTB");
+        setCurrentVolumnIndex(savedInt(mode));
+        if (mode == QLatin1String("0"))
+            showCopiesOrMoney(VT_COPIES);
+        else if (mode == QLatin1String("1"))
+            showCopiesOrMoney(VT_MONEY);
+        reSetCopisesCell();
+    }
+
+    if (obj.hasField("CC"))
+        resetCopiesValidator(savedDouble(fieldText(obj, "CC"), 1.0));
+    if (obj.hasField("MC") && m_moneyCell)
+        m_moneyCell->setValue(savedDouble(fieldText(obj, "MC")));
+}
+
+// The per-tab entries; a damaged one throws like a damaged text.
+void COpBasketParamsWidget::readSavedTabEntries(const bson::BSONObj &obj)
+{
+    // The entries were all saved under the name of the tab current at the time, so only that
+    // tab finds one, and it is the first of the object: the entry of the lowest tab word.
+    // Clients have read their texts back this way for long; it is kept.
+    const bson::BSONObj inner = bson::fromjson(fieldText(obj, "bsonParam").toStdString());
+    const QStringList names = QStringLiteral("COM_BUY%COM_ALL%COM_CRD_ALL%COM_SGT_ALL%COM_HGT_ALL%COM_SELL")
+                                  .split(QLatin1Char('%'));
+    for (const QString &name : names) {
+        const std::string key = name.toStdString();
+        if (inner.hasField(key.c_str()))
+            m_hedgeParams[getOpTypeFromQString(name)] = fieldText(inner, key.c_str());
     }
 }
 

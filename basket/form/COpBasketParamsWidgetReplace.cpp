@@ -55,6 +55,33 @@ std::string lineKey(const CCodeOrderParam &line)
     return utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode);
 }
 
+// Suspended stocks' lines are left unsized; returns one line per stock key, the last in list
+// order (indices stay valid while lines are added).
+std::unordered_map<std::string, int> unsizeStoppedAndIndex(QVector<CCodeOrderParam> &params)
+{
+    std::unordered_map<std::string, int> lineOfKey;
+    for (int i = 0; i < params.size(); ++i) {
+        CCodeOrderParam &line = params[i];
+        const std::string key = lineKey(line);
+        if (CQuoteClient::instance()->isStoppedStock(QString::fromStdString(key)))
+            line.m_volume = 0;
+        lineOfKey[key] = i;
+    }
+    return lineOfKey;
+}
+
+CCodeOrderParam replacementTemplate(const CBasketStockData &row, const std::string &userId)
+{
+    CCodeOrderParam line;
+    line.m_userId = userId;
+    line.m_hedgeFlag = ttservice::HEDGE_FLAG_SPECULATION;
+    line.m_stockInfo.m_market = row.m_market.toStdString();
+    line.m_stockInfo.m_stockCode = row.m_stockCode.toStdString();
+    line.m_stockInfo.m_exchangeId = line.m_stockInfo.m_stockCode;
+    line.m_stockInfo.m_stockName = row.m_stockName.toStdString();
+    return line;
+}
+
 } // namespace
 
 void COpBasketParamsWidget::calcReplaceEtf(double stoppedMoney,
@@ -83,15 +110,7 @@ void COpBasketParamsWidget::calcReplaceEtf(double stoppedMoney,
         sumWeight += row.m_weight;
     const int rowCount = rows.size();
 
-    // One line per stock key, the last in list order; indices stay valid while lines are added.
-    std::unordered_map<std::string, int> lineOfKey;
-    for (int i = 0; i < params.size(); ++i) {
-        CCodeOrderParam &line = params[i];
-        const std::string key = lineKey(line);
-        if (CQuoteClient::instance()->isStoppedStock(QString::fromStdString(key)))
-            line.m_volume = 0;
-        lineOfKey[key] = i;
-    }
+    const std::unordered_map<std::string, int> lineOfKey = unsizeStoppedAndIndex(params);
 
     const std::string userId = getUserConfig()->getUserId();
     const ttservice::EPriceType priceType = m_stockParams ? m_stockParams->getPriceType() : ttservice::PRICE_TYPE_NONE;
@@ -120,13 +139,7 @@ void COpBasketParamsWidget::calcReplaceEtf(double stoppedMoney,
         if (split.size() != accounts.size())
             continue;
 
-        CCodeOrderParam templateLine;
-        templateLine.m_userId = userId;
-        templateLine.m_hedgeFlag = ttservice::HEDGE_FLAG_SPECULATION;
-        templateLine.m_stockInfo.m_market = row.m_market.toStdString();
-        templateLine.m_stockInfo.m_stockCode = row.m_stockCode.toStdString();
-        templateLine.m_stockInfo.m_exchangeId = templateLine.m_stockInfo.m_stockCode;
-        templateLine.m_stockInfo.m_stockName = row.m_stockName.toStdString();
+        const CCodeOrderParam templateLine = replacementTemplate(row, userId);
         const auto known = lineOfKey.find(key.toStdString());
         for (size_t k = 0; k < accounts.size(); ++k) {
             CCodeOrderParam line = templateLine;

@@ -83,21 +83,8 @@ void COpBasketParamsWidget::setCurrentOperationType(quint64 word)
 {
     // Words between the buy and the sell bit refresh the form for the tab it is on: the caller
     // meant "the current tab" and must not lose the account table of it.
-    if (word < 513 || word > 1023) {
-        saveCurrentAccountTableParam();
-        m_inOpTypeChange = true;
-        m_tradeOpType = word;
-        if (m_accountsWidget)
-            m_accountsWidget->setTradeOpType(word);
-        loadCurrentAccountTableParam();
-        m_inOpTypeChange = false;
-        if (m_basketsCombo) {
-            // Each tab offers its own temporary lists: a paste on one tab is not another's.
-            m_basketsCombo->reSetFlag(ETempBatchOrderFlags(QFlag(m_tabBaskets.value(word).m_batchFlags)));
-            if (isShowSystemBasket(m_tradeOpType))
-                m_basketsCombo->setBatchOp(QFlags<ETempBatchOrderFlag>(64), true);
-        }
-    }
+    if (word < 513 || word > 1023)
+        enterTab(word);
 
     const quint64 tab = m_tradeOpType;
     if ((tab & TOT_ALL_TABS_MASK) == 0 || !m_tabGroup)
@@ -105,7 +92,37 @@ void COpBasketParamsWidget::setCurrentOperationType(quint64 word)
 
     showTabBlocks(tab);
     m_tabGroup->setCheckedByID(static_cast<int>(tab == TOT_SGT ? TOT_HGT : tab));
+    const int op = showTabOperation(tab);
+    showAccountsFor(tab);
+    spreadOperation(tab, op);
+    // No event 1072 here: the tab button's press tells the panel itself, and a switch asked
+    // for by the client must not reset the panel's filter boxes.
+    resetLayout();
+}
 
+// The tab's own accounts table and temporary lists.
+void COpBasketParamsWidget::enterTab(quint64 word)
+{
+    saveCurrentAccountTableParam();
+    m_inOpTypeChange = true;
+    m_tradeOpType = word;
+    if (m_accountsWidget)
+        m_accountsWidget->setTradeOpType(word);
+    loadCurrentAccountTableParam();
+    m_inOpTypeChange = false;
+    if (m_basketsCombo) {
+        // Each tab offers its own temporary lists: a paste on one tab is not another's.
+        m_basketsCombo->reSetFlag(ETempBatchOrderFlags(QFlag(m_tabBaskets.value(word).m_batchFlags)));
+        if (isShowSystemBasket(m_tradeOpType))
+            m_basketsCombo->setBatchOp(QFlags<ETempBatchOrderFlag>(64), true);
+    }
+}
+
+// The tab's operation, from its block where the block is open; returns the operation the bar,
+// the picker and the patch settings show (the buy side where the tab has none of its own).
+// Longer than most: one short case per tab, kept together so that the tabs read side by side.
+int COpBasketParamsWidget::showTabOperation(quint64 tab)
+{
     const bool expanded = m_settingBar && m_settingBar->isExpanded();
     int op = 18;
     switch (tab) {
@@ -186,7 +203,11 @@ void COpBasketParamsWidget::setCurrentOperationType(quint64 word)
     }
     if (m_stockParams && (tab & (TOT_ALL | TOT_CREDIT | TOT_FUTURE | TOT_ONEKEY_FUTURE | TOT_HGT | TOT_SGT)) != 0)
         m_stockParams->hide();
+    return op;
+}
 
+void COpBasketParamsWidget::showAccountsFor(quint64 tab)
+{
     if (m_accountsWidget) {
         if (isConnectTab(tab)) {
             m_ggtOpType = getGgtTradeOpType(tab);
@@ -196,7 +217,11 @@ void COpBasketParamsWidget::setCurrentOperationType(quint64 word)
             m_accountsWidget->setCustomComboxVisble(false, true);
         }
     }
+}
 
+// Every part of the form that depends on the operation is told it.
+void COpBasketParamsWidget::spreadOperation(quint64 tab, int op)
+{
     if (m_buttonsBar) {
         m_buttonsBar->setOperationType(static_cast<ttservice::EOperationType>(op), tab);
         if (tab == TOT_FUTURE)
@@ -236,9 +261,6 @@ void COpBasketParamsWidget::setCurrentOperationType(quint64 word)
         const int o = m_operationType;
         m_contractRow->setVisible(tab == TOT_CREDIT && (o == 21 || o == 22 || o == 1010 || o == 1011));
     }
-    // No event 1072 here: the tab button's press tells the panel itself, and a switch asked
-    // for by the client must not reset the panel's filter boxes.
-    resetLayout();
 }
 
 QWidget *COpBasketParamsWidget::modeWidgetOf(quint64 word) const

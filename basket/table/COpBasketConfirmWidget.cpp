@@ -593,6 +593,18 @@ void COpBasketConfirmWidget::setSlotVolume(int slot, const CCodeOrderParam &line
 
 // ---- loading -------------------------------------------------------------------------------
 
+// What the lines of one load look up once and share.
+struct COpBasketConfirmWidget::CLoadCaches
+{
+    QHash<const ttservice::CAccountInfo *, QString> accountIds;
+    QHash<int, QString> operationTexts;
+    std::unordered_map<int, boost::shared_ptr<CPriceData>> instrumentPrice;
+    std::unordered_map<int, EOpConfirmFilterStatus> instrumentStatus;
+    FilterSwitches switches;
+    bool replacing = false;
+    QSet<QString> replacedCodes;
+};
+
 void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
 {
     // The old subscriptions go first and outside the lock: releasing one waits for its running
@@ -615,28 +627,12 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
     std::vector<CCodeOrderParam> &lines = *m_params;
     const size_t count = lines.size();
     m_table->beginUpdate();
-    m_table->clear();
-    m_table->clearFilter();
-    // A new list starts unfiltered: no header carries the filter mark, no line is hidden.
-    m_hiddenByFilter = 0;
-    for (int column = 0; column < COLUMN_COUNT; ++column)
-        m_table->setColumnTitle(column, columnTitle(column, m_tradeType));
-    m_table->setRowCount(static_cast<int>(count));
+    prepareTableFor(lines);
 
-    // The first line alone decides what column 5 holds for the whole list.
-    m_table->setColumnValidator(COL_VOLUME, nullptr);
-    if (!lines.empty()) {
-        if (isMoneyLine(lines.front())) {
-            m_table->setColumnFormat(COL_VOLUME, WK::CF_DOUBLE, 2);
-            m_table->setColumnValidator(COL_VOLUME, new WK::CDoubleValidator(0.0, ttservice::NO_VALUE, 3));
-        } else {
-            m_table->setColumnFormat(COL_VOLUME, WK::CF_INT, 2);
-            m_table->setColumnValidator(COL_VOLUME, new WK::CIntValidator(0, 0x7fffffff));
-        }
-    }
-
-    const bool replacing = m_replaceToolBar && m_replaceToolBar->isReplaceETF();
-    const QSet<QString> replacedCodes = replacing ? replacementCodes(m_replaceToolBar->basket()) : QSet<QString>();
+    CLoadCaches caches;
+    caches.replacing = m_replaceToolBar && m_replaceToolBar->isReplaceETF();
+    if (caches.replacing)
+        caches.replacedCodes = replacementCodes(m_replaceToolBar->basket());
 
     sortParam();
 
@@ -648,120 +644,158 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
     m_slotInstrument.assign(count, -1);
     m_slotVolumes.assign(count, 0);
     m_slotMoney.assign(count, 0);
-    QHash<const ttservice::CAccountInfo *, QString> accountIds;
-    QHash<int, QString> operationTexts;
-    std::unordered_map<int, boost::shared_ptr<CPriceData>> instrumentPrice;
-    std::unordered_map<int, EOpConfirmFilterStatus> instrumentStatus;
-    const FilterSwitches switches = filterSwitches();
+    caches.switches = filterSwitches();
     m_quoteRequests.reserve(static_cast<int>(count));
-    for (size_t i = 0; i < count; ++i) {
-        CCodeOrderParam &line = lines[i];
-        const int slot = static_cast<int>(i);
-        const int row = slot;
-        m_slotIndex[i] = slot;
-        const bool money = isMoneyLine(line);
-        m_slotMoney[i] = money ? 1 : 0;
-        // Lines without an account keep a record, so that nothing is lost, but get no row.
-        if (!line.m_account) {
-            m_otherRecords[i] = OtherOrderParam(0, 0.0, ttservice::NO_VALUE, 0.0, 0.0, std::string());
-            m_otherParams[i] = &m_otherRecords[i];
-            m_slotVolumes[i] = line.m_volume;
-            continue;
-        }
-
-        // The same instrument stands on every account of the list: one record, one lookup and
-        // one subscription each.
-        const std::string instrumentKey = line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode;
-        auto found = m_instrumentIndex.find(instrumentKey);
-        if (found == m_instrumentIndex.end()) {
-            InstrumentLines entry;
-            entry.m_market = line.m_stockInfo.m_market;
-            entry.m_code = line.m_stockInfo.m_stockCode;
-            entry.m_instrument = instrumentOf(entry.m_market, entry.m_code);
-            entry.m_repurchase = isRepurchaseCode(entry.m_code);
-            entry.m_priceDecimals = lastPriceDecimals(WK::sToQs(entry.m_market), WK::sToQs(entry.m_code));
-            entry.m_marketText = WK::sToQs(entry.m_market);
-            entry.m_codeText = WK::sToQs(entry.m_code);
-            entry.m_name = line.m_stockInfo.m_stockName;
-            entry.m_nameText = WK::sToQs(entry.m_name);
-            found = m_instrumentIndex.emplace(instrumentKey, static_cast<int>(m_instruments.size())).first;
-            m_instruments.push_back(std::move(entry));
-            // Money lines subscribe too, under their real market and code.
-            m_quoteRequests.append(CQuoteRequest::makeRequest(
-                stockKeyOf(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode),
-                [this](boost::shared_ptr<CPriceData> quote) { onLatestPrice(std::move(quote)); }));
-        }
-        InstrumentLines &instrument = m_instruments[static_cast<size_t>(found->second)];
-        instrument.m_slots.push_back(slot);
-        m_slotInstrument[i] = found->second;
-
-        const int64_t available = availableVolumeOf(line, line.m_operationType);
-        const std::string market = shownMarket(line);
-        const std::string code = shownCode(line);
-        // One quote of the instrument for all its lines; a money line asks under its shown key.
-        if (!money && !instrumentPrice.count(found->second))
-            instrumentPrice[found->second] = CQuoteClient::instance()->getStockPrice(stockKeyOf(market, code));
-        const boost::shared_ptr<CPriceData> price = money ? CQuoteClient::instance()->getStockPrice(stockKeyOf(market, code))
-                                                          : instrumentPrice[found->second];
-        const double lastPrice = price ? price->m_lastPrice : 0.0;
-
-        auto shownAccount = accountIds.constFind(line.m_account.get());
-        if (shownAccount == accountIds.constEnd())
-            shownAccount = accountIds.insert(line.m_account.get(), accountDisplayIDQs(line.m_account));
-        m_table->setItemText(row, COL_ACCOUNT, *shownAccount);
-        if (money) {
-            m_table->setItemText(row, COL_MARKET, QStringLiteral("-"));
-            m_table->setItemText(row, COL_CODE, QStringLiteral("-"));
-            m_table->setItemText(row, COL_NAME, QStringLiteral("-"));
-        } else {
-            m_table->setItemText(row, COL_MARKET, instrument.m_marketText);
-            m_table->setItemText(row, COL_CODE, instrument.m_codeText);
-            m_table->setItemText(row, COL_NAME, line.m_stockInfo.m_stockName == instrument.m_name
-                                                    ? instrument.m_nameText
-                                                    : WK::sToQs(line.m_stockInfo.m_stockName));
-        }
-        auto operationText = operationTexts.constFind(line.m_operationType);
-        if (operationText == operationTexts.constEnd())
-            operationText = operationTexts.insert(line.m_operationType, operationToString(line.m_operationType));
-        m_table->setItemText(row, COL_OPERATION, *operationText);
-        m_table->setItemInt(row, COL_AVAILABLE, available);
-
-        // The status depends on the instrument alone: one test for the lines of all accounts.
-        EOpConfirmFilterStatus status = OCFS_NORMAL;
-        if (money) {
-            status = filterStatusOf(market, code, switches);
-        } else {
-            auto known = instrumentStatus.find(found->second);
-            if (known == instrumentStatus.end())
-                known = instrumentStatus.emplace(found->second, filterStatusOf(market, code, switches)).first;
-            status = known->second;
-        }
-        m_table->setItemChecked(row, COL_CHECK, status == OCFS_NORMAL);
-        if (money) {
-            m_table->setItemDouble(row, COL_VOLUME, line.m_money, 2);
-        } else {
-            if (line.m_volume > available)
-                line.m_volume = available;
-            m_table->setItemInt(row, COL_VOLUME, line.m_volume);
-        }
-        showStatus(row, line, status, available);
-        m_slotVolumes[i] = line.m_volume;
-
-        // On a money line the shown key has no quote; the value is the line's money anyway,
-        // and its value cells show "-".
-        const double cost = costOf(line, price, instrument.m_instrument);
-        const double changeRatio = hasCost(cost) && !money && price ? changeRatioOf(lastPrice, price->m_lastClose) : 0.0;
-        m_otherRecords[i] = OtherOrderParam(available, 0.0, cost, lastPrice, changeRatio, std::string());
-        m_otherParams[i] = &m_otherRecords[i];
-        showValueCells(row, money ? OtherOrderParam() : m_otherRecords[i], instrument.m_priceDecimals);
-
-        colourRow(row, line, replacing, replacedCodes);
-        bindRow(row, slot);
-    }
+    for (size_t i = 0; i < count; ++i)
+        loadLine(static_cast<int>(i), lines[i], caches);
     m_table->endUpdate();
 
     updateStatData();
     fitColumnWidths();
+}
+
+// An empty table with the list's titles; the first line alone decides what column 5 holds for
+// the whole list.
+void COpBasketConfirmWidget::prepareTableFor(const std::vector<CCodeOrderParam> &lines)
+{
+    m_table->clear();
+    m_table->clearFilter();
+    // A new list starts unfiltered: no header carries the filter mark, no line is hidden.
+    m_hiddenByFilter = 0;
+    for (int column = 0; column < COLUMN_COUNT; ++column)
+        m_table->setColumnTitle(column, columnTitle(column, m_tradeType));
+    m_table->setRowCount(static_cast<int>(lines.size()));
+
+    m_table->setColumnValidator(COL_VOLUME, nullptr);
+    if (lines.empty())
+        return;
+    if (isMoneyLine(lines.front())) {
+        m_table->setColumnFormat(COL_VOLUME, WK::CF_DOUBLE, 2);
+        m_table->setColumnValidator(COL_VOLUME, new WK::CDoubleValidator(0.0, ttservice::NO_VALUE, 3));
+    } else {
+        m_table->setColumnFormat(COL_VOLUME, WK::CF_INT, 2);
+        m_table->setColumnValidator(COL_VOLUME, new WK::CIntValidator(0, 0x7fffffff));
+    }
+}
+
+// The same instrument stands on every account of the list: one record, one lookup and one
+// subscription each. Returns the instrument's index.
+int COpBasketConfirmWidget::instrumentIndexOf(const CCodeOrderParam &line)
+{
+    const std::string instrumentKey = line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode;
+    auto found = m_instrumentIndex.find(instrumentKey);
+    if (found != m_instrumentIndex.end())
+        return found->second;
+    InstrumentLines entry;
+    entry.m_market = line.m_stockInfo.m_market;
+    entry.m_code = line.m_stockInfo.m_stockCode;
+    entry.m_instrument = instrumentOf(entry.m_market, entry.m_code);
+    entry.m_repurchase = isRepurchaseCode(entry.m_code);
+    entry.m_priceDecimals = lastPriceDecimals(WK::sToQs(entry.m_market), WK::sToQs(entry.m_code));
+    entry.m_marketText = WK::sToQs(entry.m_market);
+    entry.m_codeText = WK::sToQs(entry.m_code);
+    entry.m_name = line.m_stockInfo.m_stockName;
+    entry.m_nameText = WK::sToQs(entry.m_name);
+    const int index = static_cast<int>(m_instruments.size());
+    m_instrumentIndex.emplace(instrumentKey, index);
+    m_instruments.push_back(std::move(entry));
+    // Money lines subscribe too, under their real market and code.
+    m_quoteRequests.append(CQuoteRequest::makeRequest(
+        stockKeyOf(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode),
+        [this](boost::shared_ptr<CPriceData> quote) { onLatestPrice(std::move(quote)); }));
+    return index;
+}
+
+// Account, instrument and side: the cells that say whose line it is.
+void COpBasketConfirmWidget::showIdentityCells(int row, const CCodeOrderParam &line, const InstrumentLines &instrument,
+                                               bool money, CLoadCaches &caches)
+{
+    auto shownAccount = caches.accountIds.constFind(line.m_account.get());
+    if (shownAccount == caches.accountIds.constEnd())
+        shownAccount = caches.accountIds.insert(line.m_account.get(), accountDisplayIDQs(line.m_account));
+    m_table->setItemText(row, COL_ACCOUNT, *shownAccount);
+    if (money) {
+        m_table->setItemText(row, COL_MARKET, QStringLiteral("-"));
+        m_table->setItemText(row, COL_CODE, QStringLiteral("-"));
+        m_table->setItemText(row, COL_NAME, QStringLiteral("-"));
+    } else {
+        m_table->setItemText(row, COL_MARKET, instrument.m_marketText);
+        m_table->setItemText(row, COL_CODE, instrument.m_codeText);
+        m_table->setItemText(row, COL_NAME, line.m_stockInfo.m_stockName == instrument.m_name
+                                                ? instrument.m_nameText
+                                                : WK::sToQs(line.m_stockInfo.m_stockName));
+    }
+    auto operationText = caches.operationTexts.constFind(line.m_operationType);
+    if (operationText == caches.operationTexts.constEnd())
+        operationText = caches.operationTexts.insert(line.m_operationType, operationToString(line.m_operationType));
+    m_table->setItemText(row, COL_OPERATION, *operationText);
+}
+
+// One line into its row (at load the row is the line's slot).
+void COpBasketConfirmWidget::loadLine(int slot, CCodeOrderParam &line, CLoadCaches &caches)
+{
+    const size_t i = static_cast<size_t>(slot);
+    const int row = slot;
+    m_slotIndex[i] = slot;
+    const bool money = isMoneyLine(line);
+    m_slotMoney[i] = money ? 1 : 0;
+    // Lines without an account keep a record, so that nothing is lost, but get no row.
+    if (!line.m_account) {
+        m_otherRecords[i] = OtherOrderParam(0, 0.0, ttservice::NO_VALUE, 0.0, 0.0, std::string());
+        m_otherParams[i] = &m_otherRecords[i];
+        m_slotVolumes[i] = line.m_volume;
+        return;
+    }
+
+    const int instrumentIndex = instrumentIndexOf(line);
+    InstrumentLines &instrument = m_instruments[static_cast<size_t>(instrumentIndex)];
+    instrument.m_slots.push_back(slot);
+    m_slotInstrument[i] = instrumentIndex;
+
+    const int64_t available = availableVolumeOf(line, line.m_operationType);
+    const std::string market = shownMarket(line);
+    const std::string code = shownCode(line);
+    // One quote of the instrument for all its lines; a money line asks under its shown key.
+    if (!money && !caches.instrumentPrice.count(instrumentIndex))
+        caches.instrumentPrice[instrumentIndex] = CQuoteClient::instance()->getStockPrice(stockKeyOf(market, code));
+    const boost::shared_ptr<CPriceData> price = money ? CQuoteClient::instance()->getStockPrice(stockKeyOf(market, code))
+                                                      : caches.instrumentPrice[instrumentIndex];
+    const double lastPrice = price ? price->m_lastPrice : 0.0;
+
+    showIdentityCells(row, line, instrument, money, caches);
+    m_table->setItemInt(row, COL_AVAILABLE, available);
+
+    // The status depends on the instrument alone: one test for the lines of all accounts.
+    EOpConfirmFilterStatus status = OCFS_NORMAL;
+    if (money) {
+        status = filterStatusOf(market, code, caches.switches);
+    } else {
+        auto known = caches.instrumentStatus.find(instrumentIndex);
+        if (known == caches.instrumentStatus.end())
+            known = caches.instrumentStatus.emplace(instrumentIndex, filterStatusOf(market, code, caches.switches)).first;
+        status = known->second;
+    }
+    m_table->setItemChecked(row, COL_CHECK, status == OCFS_NORMAL);
+    if (money) {
+        m_table->setItemDouble(row, COL_VOLUME, line.m_money, 2);
+    } else {
+        if (line.m_volume > available)
+            line.m_volume = available;
+        m_table->setItemInt(row, COL_VOLUME, line.m_volume);
+    }
+    showStatus(row, line, status, available);
+    m_slotVolumes[i] = line.m_volume;
+
+    // On a money line the shown key has no quote; the value is the line's money anyway, and its
+    // value cells show "-".
+    const double cost = costOf(line, price, instrument.m_instrument);
+    const double changeRatio = hasCost(cost) && !money && price ? changeRatioOf(lastPrice, price->m_lastClose) : 0.0;
+    m_otherRecords[i] = OtherOrderParam(available, 0.0, cost, lastPrice, changeRatio, std::string());
+    m_otherParams[i] = &m_otherRecords[i];
+    showValueCells(row, money ? OtherOrderParam() : m_otherRecords[i], instrument.m_priceDecimals);
+
+    colourRow(row, line, caches.replacing, caches.replacedCodes);
+    bindRow(row, slot);
 }
 
 QVector<int> COpBasketConfirmWidget::columnWidths() const

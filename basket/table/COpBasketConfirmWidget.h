@@ -219,6 +219,13 @@ private:
     EOpConfirmFilterStatus filterStatusOf(const std::string &market, const std::string &code,
                                           const FilterSwitches &switches) const;
     void clearSlots();
+    // --- loading, by its phases ---
+    struct CLoadCaches;
+    void prepareTableFor(const std::vector<ttservice::CCodeOrderParam> &lines);
+    int instrumentIndexOf(const ttservice::CCodeOrderParam &line);
+    void loadLine(int slot, ttservice::CCodeOrderParam &line, CLoadCaches &caches);
+    void showIdentityCells(int row, const ttservice::CCodeOrderParam &line, const InstrumentLines &instrument, bool money,
+                           CLoadCaches &caches);
     QVector<int> columnWidths() const;
     // Fits the columns to the rows in view unless the widths are the user's.
     void fitColumnWidths();
