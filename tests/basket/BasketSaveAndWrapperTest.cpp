@@ -5,6 +5,7 @@
 #include "CMessageBox.h"
 #include "COrderParamTable.h"
 #include "CUserConfig.h"
+#include "ConfirmTestSupport.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
@@ -39,12 +40,7 @@ protected:
     void SetUp() override
     {
         SubstituteTest::SetUp();
-        ttservice::CAccountInfo info;
-        info.m_accountKey = "a1";
-        info.m_brokerType = ttservice::BROKER_TYPE_STOCK;
-        ttservice::CAccountDetail detail;
-        detail.m_available = 1e7;
-        getUserConfig()->addAccount(info, detail);
+        confirmtest::addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e7);
         account = getUserConfig()->getAccountData(QStringLiteral("a1"));
         for (const char *code : {"600000", "600001"}) {
             sample::addInstrument("SH", code, 0x7fffffff, std::string("股票") + code);
@@ -98,12 +94,7 @@ TEST_F(BasketSave, SelectedRowsBecomeABasketWeightedByMoney)
     EXPECT_EQ(form.events.back(), std::make_pair(1195, QStringLiteral("我的篮子")));
 
     // All rows over two accounts: one row per stock, its lines added up, not the stock twice.
-    ttservice::CAccountInfo second;
-    second.m_accountKey = "a2";
-    second.m_brokerType = ttservice::BROKER_TYPE_STOCK;
-    ttservice::CAccountDetail money;
-    money.m_available = 1e7;
-    getUserConfig()->addAccount(second, money);
+    confirmtest::addAccount("a2", ttservice::BROKER_TYPE_STOCK, 1e7);
     CCodeOrderParam other = line("600001", 200);
     other.m_account = getUserConfig()->getAccountData(QStringLiteral("a2"));
     lines.push_back(other);

@@ -38,27 +38,12 @@ constexpr int kStocks = 8;
 constexpr int kAccounts = 3;
 constexpr int kHeld = 500; // every account holds this much of every stock
 
-std::string codeOf(int stock)
-{
-    return std::to_string(600100 + stock);
-}
-
-std::string accountOf(int account)
-{
-    return "acc" + std::to_string(account);
-}
-
+std::string codeOf(int stock) { return std::to_string(600100 + stock); }
+std::string accountOf(int account) { return "acc" + std::to_string(account); }
 // Prices of different stocks never meet (stock i trades in [10 i + 10, 10 i + 11)), so a row
 // that shows another stock's price cannot pass for its own.
-double priceOf(int stock, int step)
-{
-    return 10.0 * stock + 10.0 + 0.01 * (step % 100);
-}
-
-double closeOf(int stock)
-{
-    return 10.0 * stock + 10.0;
-}
+double priceOf(int stock, int step) { return 10.0 * stock + 10.0 + 0.01 * (step % 100); }
+double closeOf(int stock) { return 10.0 * stock + 10.0; }
 
 struct Ref
 {
@@ -108,43 +93,12 @@ public:
     // was done, for the failure message.
     std::string step(int number)
     {
-        std::string what;
-        switch (pick(12)) {
-        case 0:
-            what = load();
-            break;
-        case 1:
-            what = sort();
-            break;
-        case 2:
-            what = filter();
-            break;
-        case 3:
-            what = clearFilters();
-            break;
-        case 4:
-            what = toggleTick();
-            break;
-        case 5:
-        case 6:
-            what = edit();
-            break;
-        case 7:
-            what = remove();
-            break;
-        case 8:
-            what = place();
-            break;
-        case 9:
-            what = switchDirection();
-            break;
-        case 10:
-            what = reset();
-            break;
-        default:
-            what = quotes(number);
-            break;
-        }
+        using Action = std::string (Session::*)();
+        static const Action actions[] = {&Session::load,   &Session::sort,   &Session::filter, &Session::clearFilters,
+                                         &Session::toggleTick, &Session::edit, &Session::edit,  &Session::remove,
+                                         &Session::place,  &Session::switchDirection, &Session::reset};
+        const int choice = pick(12);
+        const std::string what = choice < 11 ? (this->*actions[choice])() : quotes(number);
         m_widget->slotTimeout();
         return what;
     }
@@ -429,27 +383,13 @@ TEST_F(SubstituteTest, AFreeRunningMarketDuringLoadFilterSortEditAndTick)
                 CQuoteClient::instance()->publishQuote(quote("SH", codeOf(s), priceOf(s, round), closeOf(s)));
         }
     });
+    using Action = std::string (Session::*)();
+    const Action actions[] = {&Session::load, &Session::sort, &Session::filter, &Session::edit, &Session::clearFilters};
     for (int number = 1; number <= 400; ++number) {
-        switch (number % 6) {
-        case 0:
-            session.load();
-            break;
-        case 1:
-            session.sort();
-            break;
-        case 2:
-            session.filter();
-            break;
-        case 3:
-            session.edit();
-            break;
-        case 4:
-            session.clearFilters();
-            break;
-        default:
+        if (number % 6 == 5)
             session.widget()->updateParam();
-            break;
-        }
+        else
+            (session.*actions[number % 6])();
         session.widget()->slotTimeout();
     }
     stop.store(true);

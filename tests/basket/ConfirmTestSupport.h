@@ -121,4 +121,23 @@ inline void addStock(const std::string &code, double last, double lastClose = 10
     CQuoteClient::instance()->setStockPrice(quote("SH", code, last, lastClose));
 }
 
+// The owner of a widget under test: takes every event that reaches it, kept as
+// "event,id,value,text" (",data" appended when data comes along).
+class Recorder : public WK::CBaseWidget
+{
+public:
+    Recorder()
+        : WK::CBaseWidget(QStringLiteral("recorder"), false, nullptr)
+    {
+    }
+    bool handleEvent(int event, int id, int value, QString text, void *data) override
+    {
+        received << QStringLiteral("%1,%2,%3,%4").arg(event).arg(id).arg(value).arg(text)
+                + (data ? QStringLiteral(",data") : QString());
+        return true;
+    }
+
+    QStringList received;
+};
+
 } // namespace confirmtest

@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -47,50 +46,35 @@ std::vector<std::string> describeAll(const QVector<CPositionParam> &lines, bool 
     return out;
 }
 
-struct StockCase
+TEST_F(SubstituteTest, StockExchangeTradesTheDifferenceInWholeUnits)
 {
-    const char *name;
-    int64_t held;   // kNone: not held
-    int64_t target; // kNone: no target row
-    std::vector<std::string> expected;
-};
-
-std::ostream &operator<<(std::ostream &os, const StockCase &c)
-{
-    return os << c.name;
-}
-
-class StockExchange : public SubstituteTest, public ::testing::WithParamInterface<StockCase>
-{
-};
-
-TEST_P(StockExchange, TradesTheDifferenceInWholeUnits)
-{
-    const StockCase &c = GetParam();
+    const struct {
+        const char *name;
+        int64_t held;   // kNone: not held
+        int64_t target; // kNone: no target row
+        std::vector<std::string> expected;
+    } rows[] = {{"heldEqualsTarget", 1000, 1000, {}},
+                {"sellsDownToTargetInUnits", 1000, 350, {"600000 19 600 卖"}},
+                {"oddLotHoldingSoldWhole", 50, 0, {"600000 19 50 卖"}},
+                {"zeroTargetKeepsOddRemainder", 1050, 0, {"600000 19 1000 卖"}},
+                // The 50 missing is below a unit: a buy of nothing is no line.
+                {"buyBelowOneUnitLeftOut", 1000, 1050, {}},
+                {"buysMissingUnits", 1000, 1250, {"600000 18 200 买"}},
+                {"notHeldBoughtInUnits", kNone, 150, {"600000 18 100 买"}},
+                {"notHeldBelowOneUnitNotBought", kNone, 80, {}},
+                {"notInTargetSoldWhole", 1050, kNone, {"600000 19 1050"}},
+                {"emptyHoldingNotInTarget", 0, kNone, {}}};
     sample::addInstrument("SH", "600000"); // unit 100
-    QVector<CBasketStockData> held;
-    QVector<CBasketStockData> target;
-    if (c.held != kNone)
-        held.push_back(stockRow("600000", c.held));
-    if (c.target != kNone)
-        target.push_back(stockRow("600000", c.target));
-    EXPECT_EQ(describeAll(COptBasketExchangePositionDialog::calcStockExchange(held, target, {}), false), c.expected);
+    for (const auto &c : rows) {
+        QVector<CBasketStockData> held;
+        QVector<CBasketStockData> target;
+        if (c.held != kNone)
+            held.push_back(stockRow("600000", c.held));
+        if (c.target != kNone)
+            target.push_back(stockRow("600000", c.target));
+        EXPECT_EQ(describeAll(COptBasketExchangePositionDialog::calcStockExchange(held, target, {}), false), c.expected) << c.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Lines, StockExchange,
-    ::testing::Values(StockCase{"heldEqualsTarget", 1000, 1000, {}},
-                      StockCase{"sellsDownToTargetInUnits", 1000, 350, {"600000 19 600 卖"}},
-                      StockCase{"oddLotHoldingSoldWhole", 50, 0, {"600000 19 50 卖"}},
-                      StockCase{"zeroTargetKeepsOddRemainder", 1050, 0, {"600000 19 1000 卖"}},
-                      // The 50 missing is below a unit: a buy of nothing is no line.
-                      StockCase{"buyBelowOneUnitLeftOut", 1000, 1050, {}},
-                      StockCase{"buysMissingUnits", 1000, 1250, {"600000 18 200 买"}},
-                      StockCase{"notHeldBoughtInUnits", kNone, 150, {"600000 18 100 买"}},
-                      StockCase{"notHeldBelowOneUnitNotBought", kNone, 80, {}},
-                      StockCase{"notInTargetSoldWhole", 1050, kNone, {"600000 19 1050"}},
-                      StockCase{"emptyHoldingNotInTarget", 0, kNone, {}}),
-    [](const ::testing::TestParamInfo<StockCase> &info) { return std::string(info.param.name); });
 
 TEST_F(SubstituteTest, StockExchangeSellsInHeldOrderThenBuysInSortedOrder)
 {
@@ -118,52 +102,37 @@ TEST_F(SubstituteTest, StockExchangeSellsInHeldOrderThenBuysInSortedOrder)
     }
 }
 
-struct FutureCase
+TEST_F(SubstituteTest, FutureExchangeOpensAndClosesBySide)
 {
-    const char *name;
-    std::vector<CBasketStockData> held;   // m_positionDirection 48 long, 49 short
-    std::vector<CBasketStockData> target; // m_operationType 18 long, 19 short
-    std::vector<std::string> expected;
-};
-
-std::ostream &operator<<(std::ostream &os, const FutureCase &c)
-{
-    return os << c.name;
-}
-
-class FutureExchange : public SubstituteTest, public ::testing::WithParamInterface<FutureCase>
-{
-};
-
-TEST_P(FutureExchange, OpensAndClosesBySide)
-{
-    const FutureCase &c = GetParam();
-    QMap<QString, QMap<int, CBasketStockData>> heldMap;
-    QMap<QString, QMap<int, CBasketStockData>> targetMap;
-    for (const CBasketStockData &h : c.held)
-        heldMap[h.m_stockCode][h.m_positionDirection] = h;
-    for (const CBasketStockData &t : c.target)
-        targetMap[t.m_stockCode][t.m_operationType] = t;
-    EXPECT_EQ(describeAll(COptBasketExchangePositionDialog::calcFutureExchange(heldMap, targetMap, {}), true), c.expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Lines, FutureExchange,
-    ::testing::Values(
-        FutureCase{"longAboveTargetClosesLong", {stockRow("IF01", 5)}, {stockRow("IF01", 3)}, {"IF01 14 2"}},
-        FutureCase{"longBelowTargetOpensLong", {stockRow("IF01", 5)}, {stockRow("IF01", 8)}, {"IF01 0 3"}},
-        FutureCase{"longAtTarget", {stockRow("IF01", 5)}, {stockRow("IF01", 5)}, {}},
+    const struct {
+        const char *name;
+        std::vector<CBasketStockData> held;   // m_positionDirection 48 long, 49 short
+        std::vector<CBasketStockData> target; // m_operationType 18 long, 19 short
+        std::vector<std::string> expected;
+    } rows[] = {
+        {"longAboveTargetClosesLong", {stockRow("IF01", 5)}, {stockRow("IF01", 3)}, {"IF01 14 2"}},
+        {"longBelowTargetOpensLong", {stockRow("IF01", 5)}, {stockRow("IF01", 8)}, {"IF01 0 3"}},
+        {"longAtTarget", {stockRow("IF01", 5)}, {stockRow("IF01", 5)}, {}},
         // One closing line: closing the holding twice would ask to close what is not held.
-        FutureCase{"untargetedContractClosedOnce", {stockRow("IF01", 5)}, {}, {"IF01 14 5"}},
-        FutureCase{"shortAboveTargetClosesShort", {stockRow("IC01", 4, 18, 49)}, {stockRow("IC01", 1, 19)}, {"IC01 15 3"}},
-        FutureCase{"shortBelowTargetOpensShort", {stockRow("IC01", 1, 18, 49)}, {stockRow("IC01", 3, 19)}, {"IC01 3 2"}},
-        FutureCase{"otherSideOpensAndHeldSideCloses", {stockRow("IF01", 5)}, {stockRow("IF01", 2, 19)},
-                   {"IF01 3 2", "IF01 14 5"}},
-        FutureCase{"newContractOpensAfterHeldOnes",
-                   {stockRow("IH01", 2)},
-                   {stockRow("IH01", 2), stockRow("IC01", 1, 19), stockRow("IF01", 2)},
-                   {"IC01 3 1", "IF01 0 2"}},
-        FutureCase{"zeroTargetWithoutHoldingNoLine", {}, {stockRow("IF01", 0)}, {}}),
-    [](const ::testing::TestParamInfo<FutureCase> &info) { return std::string(info.param.name); });
+        {"untargetedContractClosedOnce", {stockRow("IF01", 5)}, {}, {"IF01 14 5"}},
+        {"shortAboveTargetClosesShort", {stockRow("IC01", 4, 18, 49)}, {stockRow("IC01", 1, 19)}, {"IC01 15 3"}},
+        {"shortBelowTargetOpensShort", {stockRow("IC01", 1, 18, 49)}, {stockRow("IC01", 3, 19)}, {"IC01 3 2"}},
+        {"otherSideOpensAndHeldSideCloses", {stockRow("IF01", 5)}, {stockRow("IF01", 2, 19)}, {"IF01 3 2", "IF01 14 5"}},
+        {"newContractOpensAfterHeldOnes",
+         {stockRow("IH01", 2)},
+         {stockRow("IH01", 2), stockRow("IC01", 1, 19), stockRow("IF01", 2)},
+         {"IC01 3 1", "IF01 0 2"}},
+        {"zeroTargetWithoutHoldingNoLine", {}, {stockRow("IF01", 0)}, {}}};
+    for (const auto &c : rows) {
+        QMap<QString, QMap<int, CBasketStockData>> heldMap;
+        QMap<QString, QMap<int, CBasketStockData>> targetMap;
+        for (const CBasketStockData &h : c.held)
+            heldMap[h.m_stockCode][h.m_positionDirection] = h;
+        for (const CBasketStockData &t : c.target)
+            targetMap[t.m_stockCode][t.m_operationType] = t;
+        EXPECT_EQ(describeAll(COptBasketExchangePositionDialog::calcFutureExchange(heldMap, targetMap, {}), true), c.expected)
+            << c.name;
+    }
+}
 
 } // namespace

@@ -19,6 +19,7 @@
 #include "Bson.h"
 
 #include "ConfirmTestSupport.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
 #include <QDialog>
@@ -33,17 +34,6 @@ using namespace confirmtest;
 namespace {
 
 const QString kStored = QStringLiteral("红利");
-
-CBasketStockData row(const char *code, int64_t volume, double weight)
-{
-    CBasketStockData r;
-    r.m_market = QStringLiteral("SH");
-    r.m_stockCode = QString::fromLatin1(code);
-    r.m_stockName = QStringLiteral("名") + r.m_stockCode;
-    r.m_volume = volume;
-    r.m_weight = weight;
-    return r;
-}
 
 // Everything of a stored basket a trader would miss.
 std::string describe(const CBasketSetting &basket)
@@ -69,7 +59,7 @@ public:
         addAccount("a2", ttservice::BROKER_TYPE_STOCK, 1e8, {{"600001", 2000}});
         CBasketSetting basket;
         basket.m_name = kStored;
-        basket.m_stocks = {row("600000", 300, 2.0), row("600001", 500, 1.0), row("600003", 100, 0.5)};
+        basket.m_stocks = {sample::row("SH", "600000", 2.0, 300), sample::row("SH", "600001", 1.0, 500), sample::row("SH", "600003", 0.5, 100)};
         getUserConfig()->baskets().insert(kStored, basket);
         stored = describe(basket);
 

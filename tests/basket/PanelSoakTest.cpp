@@ -17,6 +17,7 @@
 #include "ToolkitRecords.h"
 
 #include "ConfirmTestSupport.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
 #include <QApplication>
@@ -79,14 +80,8 @@ CBasketSetting basketOf(const QString &name, int first, int count)
 {
     CBasketSetting basket;
     basket.m_name = name;
-    for (int s = first; s < first + count; ++s) {
-        CBasketStockData row;
-        row.m_market = QStringLiteral("SH");
-        row.m_stockCode = QString::fromStdString(codeOf(s));
-        row.m_volume = 100 * (1 + s % 5);
-        row.m_weight = 1.0 + s % 7;
-        basket.m_stocks << row;
-    }
+    for (int s = first; s < first + count; ++s)
+        basket.m_stocks << sample::row("SH", codeOf(s).c_str(), 1.0 + s % 7, 100 * (1 + s % 5));
     return basket;
 }
 

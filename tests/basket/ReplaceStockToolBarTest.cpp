@@ -15,13 +15,9 @@
 
 #include "../platform/EventRecorder.h"
 
-#include <QCheckBox>
-#include <QLineEdit>
 #include <QSignalSpy>
 
 #include <memory>
-#include <ostream>
-#include <string>
 #include <vector>
 
 using namespace TC;
@@ -39,29 +35,23 @@ int count(const EventRecorder &recorder, int event, int id)
     return n;
 }
 
-void switchPortfolioModule()
-{
-    luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_order", "mdl_order_portfolio"}, true);
-}
+void switchPortfolioModule() { luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_order", "mdl_order_portfolio"}, true); }
 
-void storeBasket(const QString &name, const QStringList &codes)
+void storeBasket(const QString &name, const QStringList &codes, const std::vector<double> &weights = {})
 {
     CBasketSetting setting;
     setting.m_name = name;
-    for (const QString &code : codes) {
+    for (int i = 0; i < codes.size(); ++i) {
         CBasketStockData row;
         row.m_market = QStringLiteral("SH");
-        row.m_stockCode = code;
-        row.m_weight = 1.0;
+        row.m_stockCode = codes[i];
+        row.m_weight = weights.empty() ? 1.0 : weights[size_t(i)];
         setting.m_stocks.append(row);
     }
     getUserConfig()->baskets().insert(name, setting);
 }
 
-void suspend(const QString &code)
-{
-    CQuoteClient::instance()->setStoppedStock(code + QStringLiteral(".SH"), true);
-}
+void suspend(const QString &code) { CQuoteClient::instance()->setStoppedStock(code + QStringLiteral(".SH"), true); }
 
 // A stock with its limits at 11 and 9, last traded at last. The tick of 0.25 is one that a
 // double holds exactly, so that "one tick away" is a sharp boundary.
@@ -88,203 +78,114 @@ protected:
     Bar &bar()
     {
         if (!m_bar)
-            m_bar = new Bar(&parent);
+            m_bar = new Bar(parent.get());
         return *m_bar;
     }
+    // A new bar under a new parent, on empty substitutes.
+    void fresh()
+    {
+        SetUp();
+        m_bar = nullptr;
+        parent = std::make_unique<EventRecorder>();
+    }
     void tick(int id, bool on = true) { bar().checkBox(id)->setChecked(on); }
-    int lastFilter(const QSignalSpy &spy) const { return spy.isEmpty() ? -1 : spy.last().at(0).toInt(); }
+    static int lastFilter(const QSignalSpy &spy) { return spy.isEmpty() ? -1 : spy.last().at(0).toInt(); }
 
-    EventRecorder parent;
+    std::unique_ptr<EventRecorder> parent = std::make_unique<EventRecorder>();
 
 private:
     Bar *m_bar = nullptr;
 };
 
-// --- the query rule: a box counts only if it exists, is visible and is ticked ---
-
-struct QueryCase {
-    const char *name;
-    int id;
-    bool (Bar::*query)() const;
-    void (*hide)(Bar &);
-};
-
-void PrintTo(const QueryCase &c, std::ostream *os)
+// A box counts only while it is shown and ticked; each tick sends the filter word and tells the form.
+TEST_F(ReplaceToolBarTest, aBoxCountsOnlyWhenShownAndTickedAndEachTickSendsItsBit)
 {
-    *os << c.name;
+    const auto futuresTab = [](Bar &b) { b.setTradeOperationType(4096); };
+    const auto creditTab = [](Bar &b) { b.setTradeOperationType(2048); };
+    const auto noReplace = [](Bar &b) { b.setShowReplace(false); };
+    const struct {
+        int id, bit;
+        bool (Bar::*query)() const;
+        void (*hide)(Bar &);
+    } rows[] = {{1, 1, &Bar::isFilter, futuresTab},           {16, 16, &Bar::isFilterZhangTing, futuresTab},
+                {32, 32, &Bar::isFilterDieTing, futuresTab},  {128, 128, &Bar::isFilterDirection, creditTab},
+                {2, 2, &Bar::isFilterBlacklist, noReplace},   {4, 4, &Bar::isReplaceBlacklist, noReplace},
+                {8, 0, &Bar::isReplaceETF, noReplace}, // replacing has no bit: the table does not filter by it
+                {256, 256, nullptr, nullptr}};
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.id);
+        fresh();
+        QSignalSpy spy(&bar(), &Bar::sigSetFilter);
+        ASSERT_NE(bar().checkBox(row.id), nullptr);
+        if (row.query) {
+            EXPECT_FALSE((bar().*row.query)()) << "boxes start unticked";
+        }
+        tick(row.id);
+        EXPECT_EQ(lastFilter(spy), row.bit);
+        EXPECT_EQ(count(*parent, 1074, row.id), 1);
+        if (row.query) {
+            EXPECT_TRUE((bar().*row.query)());
+            row.hide(bar());
+            EXPECT_TRUE(bar().checkBox(row.id)->isChecked());
+            EXPECT_FALSE((bar().*row.query)()) << "a hidden box reads as off however it was left";
+        }
+        tick(row.id, false);
+        EXPECT_EQ(lastFilter(spy), 0);
+        EXPECT_EQ(count(*parent, 1074, row.id), 2);
+        if (row.query) {
+            EXPECT_FALSE((bar().*row.query)());
+        }
+    }
 }
 
-void hideByFuturesTab(Bar &bar) { bar.setTradeOperationType(4096); }
-void hideByCreditTab(Bar &bar) { bar.setTradeOperationType(2048); }
-void hideReplace(Bar &bar) { bar.setShowReplace(false); }
-
-class QueryRule : public ReplaceToolBarTest, public ::testing::WithParamInterface<QueryCase>
+TEST_F(ReplaceToolBarTest, theFilterBoxesFollowTheTabWord)
 {
-};
-
-TEST_P(QueryRule, TrueOnlyWhenVisibleAndTicked)
-{
-    const QueryCase &c = GetParam();
-    ASSERT_NE(bar().checkBox(c.id), nullptr);
-    EXPECT_FALSE((bar().*c.query)()) << "boxes start unticked";
-
-    tick(c.id);
-    EXPECT_TRUE((bar().*c.query)());
-
-    c.hide(bar());
-    EXPECT_TRUE(bar().checkBox(c.id)->isChecked());
-    EXPECT_FALSE((bar().*c.query)()) << "a hidden box reads as off however it was left";
-
-    tick(c.id, false);
-    EXPECT_FALSE((bar().*c.query)());
+    const struct {
+        quint64 word;
+        bool stop, rise, fall, direction;
+    } rows[] = {{512, true, true, true, true},    {1024, true, true, true, true},     {2048, true, true, true, false},
+                {8192, true, true, true, false},  {4096, false, false, false, false}, {16384, false, false, false, false},
+                {0x80000, true, false, false, false}};
+    for (int id : {1, 16, 32, 128})
+        tick(id);
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.word);
+        bar().setTradeOperationType(row.word);
+        EXPECT_EQ(bar().tradeOperationType(), row.word);
+        EXPECT_EQ(bar().isFilter(), row.stop);
+        EXPECT_EQ(bar().isFilterZhangTing(), row.rise);
+        EXPECT_EQ(bar().isFilterDieTing(), row.fall);
+        EXPECT_EQ(bar().isFilterDirection(), row.direction);
+        // Back on the buy tab every box shows again with its tick.
+        bar().setTradeOperationType(512);
+        EXPECT_TRUE(bar().isFilter() && bar().isFilterZhangTing() && bar().isFilterDieTing() && bar().isFilterDirection());
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Boxes, QueryRule,
-    ::testing::Values(QueryCase{"filterStop", 1, &Bar::isFilter, hideByFuturesTab},
-                      QueryCase{"filterRise", 16, &Bar::isFilterZhangTing, hideByFuturesTab},
-                      QueryCase{"filterFall", 32, &Bar::isFilterDieTing, hideByFuturesTab},
-                      QueryCase{"filterDirection", 128, &Bar::isFilterDirection, hideByCreditTab},
-                      QueryCase{"filterBlacklist", 2, &Bar::isFilterBlacklist, hideReplace},
-                      QueryCase{"replaceBlacklist", 4, &Bar::isReplaceBlacklist, hideReplace},
-                      QueryCase{"replaceStop", 8, &Bar::isReplaceETF, hideReplace}),
-    [](const ::testing::TestParamInfo<QueryCase> &info) { return std::string(info.param.name); });
-
-TEST_F(ReplaceToolBarTest, HiddenFirstRowReadsAsOff)
+TEST_F(ReplaceToolBarTest, aHiddenFirstRowReadsAsOffAndABoxFoldedForWantOfRoomStillCounts)
 {
     tick(1);
     tick(4);
     bar().setToolBarShow(false);
     EXPECT_FALSE(bar().isFilter());
     EXPECT_FALSE(bar().isReplaceBlacklist());
-    EXPECT_EQ(bar().height(), 25);
     bar().setToolBarShow(true);
     EXPECT_TRUE(bar().isFilter());
     EXPECT_TRUE(bar().isReplaceBlacklist());
-    EXPECT_EQ(bar().height(), 48);
-}
 
-TEST_F(ReplaceToolBarTest, BoxFoldedForWantOfRoomStillCounts)
-{
+    fresh();
     bar().setGeometry(0, 0, 120, 48);
-    parent.resize(120, 48);
-    parent.show();
+    parent->resize(120, 48);
+    parent->show();
     bar().toolBar()->relayout();
-    WK::CCheckBox *last = bar().checkBox(4);
-    ASSERT_TRUE(bar().toolBar()->isFolded(last));
-
+    ASSERT_TRUE(bar().toolBar()->isFolded(bar().checkBox(4)));
     tick(4);
     EXPECT_TRUE(bar().isReplaceBlacklist());
-    EXPECT_EQ(count(parent, 1074, 4), 1);
+    EXPECT_EQ(count(*parent, 1074, 4), 1);
 }
 
-// --- which filter boxes a tab has ---
-
-struct TabCase {
-    const char *name;
-    quint64 word;
-    bool stop;
-    bool rise;
-    bool fall;
-    bool direction;
-};
-
-void PrintTo(const TabCase &c, std::ostream *os)
-{
-    *os << c.name;
-}
-
-class TabVisibility : public ReplaceToolBarTest, public ::testing::WithParamInterface<TabCase>
-{
-};
-
-TEST_P(TabVisibility, FilterBoxesFollowTheTabWord)
-{
-    const TabCase &c = GetParam();
-    for (int id : {1, 16, 32, 128})
-        tick(id);
-    bar().setTradeOperationType(c.word);
-    EXPECT_EQ(bar().tradeOperationType(), c.word);
-    EXPECT_EQ(bar().isFilter(), c.stop);
-    EXPECT_EQ(bar().isFilterZhangTing(), c.rise);
-    EXPECT_EQ(bar().isFilterDieTing(), c.fall);
-    EXPECT_EQ(bar().isFilterDirection(), c.direction);
-
-    // Back on the buy tab every box shows again with its tick.
-    bar().setTradeOperationType(512);
-    EXPECT_TRUE(bar().isFilter() && bar().isFilterZhangTing() && bar().isFilterDieTing() && bar().isFilterDirection());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Words, TabVisibility,
-    ::testing::Values(TabCase{"buy", 512, true, true, true, true},
-                      TabCase{"sell", 1024, true, true, true, true},
-                      TabCase{"buyAndSell", 2048, true, true, true, false},
-                      TabCase{"credit", 8192, true, true, true, false},
-                      TabCase{"futures", 4096, false, false, false, false},
-                      TabCase{"oneKeyFutures", 16384, false, false, false, false},
-                      TabCase{"hongKongConnect", 0x80000, true, false, false, false}),
-    [](const ::testing::TestParamInfo<TabCase> &info) { return std::string(info.param.name); });
-
-// --- the word of sigSetFilter ---
-
-struct BitCase {
-    const char *name;
-    int id;
-    int bit;
-};
-
-void PrintTo(const BitCase &c, std::ostream *os)
-{
-    *os << c.name;
-}
-
-class FilterBits : public ReplaceToolBarTest, public ::testing::WithParamInterface<BitCase>
-{
-};
-
-TEST_P(FilterBits, EachTickedBoxGivesItsBitAndTellsTheForm)
-{
-    const BitCase &c = GetParam();
-    QSignalSpy spy(&bar(), &Bar::sigSetFilter);
-    tick(c.id);
-    EXPECT_EQ(lastFilter(spy), c.bit);
-    EXPECT_EQ(count(parent, 1074, c.id), 1);
-    tick(c.id, false);
-    EXPECT_EQ(lastFilter(spy), 0);
-    EXPECT_EQ(count(parent, 1074, c.id), 2);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Boxes, FilterBits,
-    ::testing::Values(BitCase{"filterStop", 1, 1}, BitCase{"filterBlacklist", 2, 2}, BitCase{"replaceBlacklist", 4, 4},
-                      BitCase{"filterRise", 16, 16}, BitCase{"filterFall", 32, 32},
-                      BitCase{"filterDirection", 128, 128}, BitCase{"autoRefresh", 256, 256},
-                      BitCase{"replaceStopHasNoBit", 8, 0}),
-    [](const ::testing::TestParamInfo<BitCase> &info) { return std::string(info.param.name); });
-
-TEST_F(ReplaceToolBarTest, HiddenBoxKeepsItsBit)
-{
-    QSignalSpy spy(&bar(), &Bar::sigSetFilter);
-    bar().setFilter(true);
-    bar().setFilterDirection(true);
-    bar().setTradeOperationType(4096);
-    bar().updateFilter();
-    EXPECT_FALSE(bar().isFilter());
-    EXPECT_EQ(lastFilter(spy), 1 | 128);
-}
-
-TEST_F(ReplaceToolBarTest, SettersSendTheFilterOnceAndNoEvent)
-{
-    QSignalSpy spy(&bar(), &Bar::sigSetFilter);
-    bar().setFilterZhangdie(true);
-    bar().setFilterDieTing(false);
-    ASSERT_EQ(spy.count(), 2);
-    EXPECT_EQ(lastFilter(spy), 16);
-    EXPECT_TRUE(parent.seen.empty());
-}
-
-TEST_F(ReplaceToolBarTest, SetFilterBoxTicksSilently)
+// Ticks set by code are silent: the setters send the filter once each, a hidden box keeps its bit.
+TEST_F(ReplaceToolBarTest, settersTickSilentlyAndSendTheFilterOnce)
 {
     QSignalSpy spy(&bar(), &Bar::sigSetFilter);
     bar().setFilterBox(0, true);
@@ -296,23 +197,27 @@ TEST_F(ReplaceToolBarTest, SetFilterBoxTicksSilently)
     EXPECT_TRUE(bar().isFilterDieTing());
     EXPECT_FALSE(bar().isFilterDirection());
     EXPECT_EQ(spy.count(), 0);
-    EXPECT_TRUE(parent.seen.empty());
+
+    bar().setFilterZhangdie(true);
+    bar().setFilterDieTing(false);
+    ASSERT_EQ(spy.count(), 2);
+    EXPECT_EQ(lastFilter(spy), 1 | 16);
+
+    bar().setFilterDirection(true);
+    bar().setTradeOperationType(4096);
+    bar().updateFilter();
+    EXPECT_FALSE(bar().isFilter());
+    EXPECT_EQ(lastFilter(spy), 1 | 16 | 128);
+    EXPECT_TRUE(parent->seen.empty());
 }
 
-// --- the portfolio keyboard, under its module switch ---
-
-TEST_F(ReplaceToolBarTest, WithoutThePortfolioModuleThereIsNoKeyboard)
+TEST_F(ReplaceToolBarTest, theKeyboardComesWithThePortfolioModuleAndGivesBit512)
 {
     EXPECT_EQ(bar().portfolioKeyboard(), nullptr);
     EXPECT_FALSE(bar().isCreatePortfolio());
     EXPECT_EQ(bar().getPortfolioName(), std::string());
-    QSignalSpy spy(&bar(), &Bar::sigSetFilter);
-    bar().updateFilter();
-    EXPECT_EQ(lastFilter(spy), 0);
-}
 
-TEST_F(ReplaceToolBarTest, KeyboardOffersPortfoliosAndGivesBit512)
-{
+    fresh();
     ttservice::CPortfolio portfolio;
     portfolio.m_portfolioKey = "p1";
     portfolio.m_portfolioName = "成长一号";
@@ -328,7 +233,7 @@ TEST_F(ReplaceToolBarTest, KeyboardOffersPortfoliosAndGivesBit512)
     EXPECT_TRUE(bar().isCreatePortfolio());
     EXPECT_EQ(bar().getPortfolioName(), std::string("新组合"));
     EXPECT_EQ(lastFilter(spy), 512);
-    EXPECT_EQ(count(parent, 1074, Bar::PORTFOLIO_KEYBOARD_ID), 1);
+    EXPECT_EQ(count(*parent, 1074, Bar::PORTFOLIO_KEYBOARD_ID), 1);
 
     bar().setShowPortfolio(false);
     EXPECT_FALSE(keyboard->isVisibleTo(&bar()));
@@ -336,170 +241,92 @@ TEST_F(ReplaceToolBarTest, KeyboardOffersPortfoliosAndGivesBit512)
     EXPECT_TRUE(keyboard->isVisibleTo(&bar()));
 }
 
-struct PortfolioCase {
-    const char *name;
-    std::vector<int> operations;
-    bool enabled;
-};
-
-void PrintTo(const PortfolioCase &c, std::ostream *os)
+TEST_F(ReplaceToolBarTest, onlyListsThatCanMakeAPortfolioEnableTheKeyboard)
 {
-    *os << c.name;
-}
-
-class PortfolioEnabled : public ReplaceToolBarTest, public ::testing::WithParamInterface<PortfolioCase>
-{
-};
-
-TEST_P(PortfolioEnabled, OnlyListsThatCanMakeAPortfolioEnableTheKeyboard)
-{
-    const PortfolioCase &c = GetParam();
+    const struct {
+        std::vector<int> operations;
+        bool enabled;
+    } rows[] = {{{}, false},   {{6}, true},   {{8}, true},   {{10}, true},  {{17}, true},        {{19}, true},
+                {{18}, false}, {{7}, false},  {{20}, false}, {{25}, false}, {{18, 18, 6}, true}};
     switchPortfolioModule();
     WK::CCreatePortfolioKeyboard *keyboard = bar().portfolioKeyboard();
     ASSERT_NE(keyboard, nullptr);
-    keyboard->setCheckAndEnable(true, !c.enabled);
-
-    std::vector<ttservice::CCodeOrderParam> lines;
-    for (int op : c.operations) {
-        ttservice::CCodeOrderParam line;
-        line.m_operationType = ttservice::EOperationType(op);
-        lines.push_back(line);
+    for (const auto &row : rows) {
+        SCOPED_TRACE(::testing::PrintToString(row.operations));
+        keyboard->setCheckAndEnable(true, !row.enabled);
+        std::vector<ttservice::CCodeOrderParam> lines(row.operations.size());
+        for (size_t i = 0; i < lines.size(); ++i)
+            lines[i].m_operationType = ttservice::EOperationType(row.operations[i]);
+        bar().setPortfolioEnabled(lines);
+        EXPECT_EQ(keyboard->isEnabled(), row.enabled);
+        EXPECT_TRUE(keyboard->isCreatePortfolio()) << "the tick stays as it was";
     }
-    bar().setPortfolioEnabled(lines);
-    EXPECT_EQ(keyboard->isEnabled(), c.enabled);
-    EXPECT_TRUE(keyboard->isCreatePortfolio()) << "the tick stays as it was";
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Operations, PortfolioEnabled,
-    ::testing::Values(PortfolioCase{"empty", {}, false}, PortfolioCase{"closeLongToday", {6}, true},
-                      PortfolioCase{"closeShortToday", {8}, true}, PortfolioCase{"op10", {10}, true},
-                      PortfolioCase{"op17", {17}, true}, PortfolioCase{"sell", {19}, true},
-                      PortfolioCase{"buy", {18}, false}, PortfolioCase{"op7", {7}, false},
-                      PortfolioCase{"credit20", {20}, false}, PortfolioCase{"money25", {25}, false},
-                      PortfolioCase{"oneLineEnough", {18, 18, 6}, true}),
-    [](const ::testing::TestParamInfo<PortfolioCase> &info) { return std::string(info.param.name); });
-
-// --- the tip for a replacing basket with suspended stocks ---
-
-struct TipCase {
-    const char *name;
-    bool stored;
-    bool suspended;
-    bool ticked;
-    bool replaceShown;
-    bool tickAfterChoosing;
-    bool tip;
-};
-
-void PrintTo(const TipCase &c, std::ostream *os)
+TEST_F(ReplaceToolBarTest, warnsOnlyForAStoredBasketWithSuspendedStocksWhenReplacing)
 {
-    *os << c.name;
-}
-
-class SuspendedTip : public ReplaceToolBarTest, public ::testing::WithParamInterface<TipCase>
-{
-};
-
-TEST_P(SuspendedTip, WarnsOnlyForAStoredBasketWithSuspendedStocksWhenReplacing)
-{
-    const TipCase &c = GetParam();
+    const struct {
+        const char *name;
+        bool stored, suspended, ticked, replaceShown, tickAfterChoosing, tip;
+    } rows[] = {{"suspendedStock", true, true, true, true, false, true},
+                {"noSuspendedStock", true, false, true, true, false, false},
+                {"basketNotStored", false, true, true, true, false, false},
+                {"replaceUnticked", true, true, false, true, false, false},
+                {"replaceHidden", true, true, true, false, false, false},
+                {"tickedAfterChoosing", true, true, true, true, true, true}};
     const QString name = QStringLiteral("替换篮");
-    if (c.stored)
-        storeBasket(name, {QStringLiteral("600000"), QStringLiteral("600001"), QStringLiteral("600002")});
-    if (c.suspended)
-        suspend(QStringLiteral("600001"));
-    bar().setShowReplace(c.replaceShown);
-    if (c.ticked && !c.tickAfterChoosing)
-        tick(8);
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.name);
+        fresh();
+        if (row.stored)
+            storeBasket(name, {QStringLiteral("600000"), QStringLiteral("600001"), QStringLiteral("600002")});
+        if (row.suspended)
+            suspend(QStringLiteral("600001"));
+        bar().setShowReplace(row.replaceShown);
+        if (row.ticked && !row.tickAfterChoosing)
+            tick(8);
+        bar().replaceBasketEdit()->setBasket(name, true);
+        if (row.ticked && row.tickAfterChoosing)
+            tick(8);
 
-    bar().replaceBasketEdit()->setBasket(name, true);
-    if (c.ticked && c.tickAfterChoosing)
-        tick(8);
-
-    EXPECT_EQ(bar().basket(), name);
-    EXPECT_EQ(count(parent, 1074, 64), 1);
-    const QVector<WK::MessageTipRecord> tips = WK::CMessageTip::records();
-    ASSERT_EQ(tips.size(), c.tip ? 1 : 0);
-    if (c.tip) {
-        EXPECT_EQ(tips[0].text, QStringLiteral("替换的篮子中有停盘股"));
-        EXPECT_EQ(tips[0].anchorName, bar().replaceBasketEdit()->objectName());
-        EXPECT_EQ(tips[0].alignment, 64);
-        EXPECT_EQ(tips[0].level, 3);
+        EXPECT_EQ(bar().basket(), name);
+        EXPECT_EQ(count(*parent, 1074, 64), 1);
+        const QVector<WK::MessageTipRecord> tips = WK::CMessageTip::records();
+        ASSERT_EQ(tips.size(), row.tip ? 1 : 0);
+        if (row.tip) {
+            EXPECT_EQ(QStringLiteral("%1 %2 %3 %4").arg(tips[0].text, tips[0].anchorName).arg(tips[0].alignment).arg(tips[0].level),
+                      QStringLiteral("替换的篮子中有停盘股 %1 64 3").arg(bar().replaceBasketEdit()->objectName()));
+        }
     }
-}
 
-INSTANTIATE_TEST_SUITE_P(
-    Baskets, SuspendedTip,
-    ::testing::Values(TipCase{"suspendedStock", true, true, true, true, false, true},
-                      TipCase{"tickedAfterChoosing", true, true, true, true, true, true},
-                      TipCase{"noSuspendedStock", true, false, true, true, false, false},
-                      TipCase{"basketNotStored", false, true, true, true, false, false},
-                      TipCase{"replaceUnticked", true, true, false, true, false, false},
-                      TipCase{"replaceHidden", true, true, true, false, false, false}),
-    [](const ::testing::TestParamInfo<TipCase> &info) { return std::string(info.param.name); });
-
-TEST_F(ReplaceToolBarTest, UntickingReplaceRefreshesWithoutTip)
-{
-    storeBasket(QStringLiteral("替换篮"), {QStringLiteral("600000")});
-    suspend(QStringLiteral("600000"));
-    bar().replaceBasketEdit()->setBasket(QStringLiteral("替换篮"), false);
-    tick(8);
+    // Unticking (after the last row) refreshes the table without a tip.
     WK::CMessageTip::clearRecords();
     tick(8, false);
     EXPECT_TRUE(WK::CMessageTip::records().isEmpty());
-    EXPECT_EQ(count(parent, 1074, 8), 2);
+    EXPECT_EQ(count(*parent, 1074, 8), 2);
 }
 
-// --- the share of stopped stocks ---
-
-struct PercentCase {
-    const char *name;
-    std::vector<double> weights; // of the four rows; the first is suspended
-    const char *text;
-};
-
-void PrintTo(const PercentCase &c, std::ostream *os)
+// The stocks at a limit still trade and are not counted; without weights every row weighs the same.
+TEST_F(ReplaceToolBarTest, theStopPercentIsTheWeightOfTheSuspendedStocks)
 {
-    *os << c.name;
-}
-
-class StopPercent : public ReplaceToolBarTest, public ::testing::WithParamInterface<PercentCase>
-{
-};
-
-TEST_P(StopPercent, IsTheWeightOfTheSuspendedStocks)
-{
-    const PercentCase &c = GetParam();
-    // One suspended, one at the rise limit, one in between, one within a tick of the fall
-    // limit: the stocks at a limit still trade and are not counted.
-    storeBasket(QStringLiteral("篮子"), {QStringLiteral("600000"), QStringLiteral("600001"), QStringLiteral("600002"),
-                                       QStringLiteral("600003")});
-    QList<CBasketStockData> &rows = getUserConfig()->baskets()[QStringLiteral("篮子")].m_stocks;
-    for (int i = 0; i < rows.size(); ++i)
-        rows[i].m_weight = c.weights[static_cast<size_t>(i)];
+    const QStringList codes = {QStringLiteral("600000"), QStringLiteral("600001"), QStringLiteral("600002"), QStringLiteral("600003")};
+    const struct {
+        std::vector<double> weights; // of the four rows; the first is suspended
+        const char *text;
+    } rows[] = {{{1, 1, 1, 1}, "停盘股权重占比:25.00%"}, {{3, 1, 1, 1}, "停盘股权重占比:50.00%"}, {{0, 0, 0, 0}, "停盘股权重占比:25.00%"}};
+    // One suspended, one at the rise limit, one in between, one within a tick of the fall limit.
     suspend(QStringLiteral("600000"));
     quote(QStringLiteral("600001"), 11.0);
     quote(QStringLiteral("600002"), 10.0);
     quote(QStringLiteral("600003"), 9.125);
-
-    bar().setStopPercentText(QStringLiteral("篮子"));
-    EXPECT_EQ(bar().stopPercentText()->text(), QString::fromUtf8(c.text));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, StopPercent,
-    ::testing::Values(PercentCase{"equalWeights", {1, 1, 1, 1}, "停盘股权重占比:25.00%"},
-                      PercentCase{"heavierSuspended", {3, 1, 1, 1}, "停盘股权重占比:50.00%"},
-                      PercentCase{"noWeightsShareOfRows", {0, 0, 0, 0}, "停盘股权重占比:25.00%"}),
-    [](const ::testing::TestParamInfo<PercentCase> &info) { return std::string(info.param.name); });
-
-TEST_F(ReplaceToolBarTest, UnknownBasketShowsZero)
-{
+    for (const auto &row : rows) {
+        storeBasket(QStringLiteral("篮子"), codes, row.weights);
+        bar().setStopPercentText(QStringLiteral("篮子"));
+        EXPECT_EQ(bar().stopPercentText()->text(), QString::fromUtf8(row.text));
+    }
     storeBasket(QStringLiteral("篮子"), {QStringLiteral("600000")});
-    suspend(QStringLiteral("600000"));
     bar().setStopPercentText(QStringLiteral("篮子"));
-    ASSERT_EQ(bar().stopPercentText()->text(), QStringLiteral("停盘股权重占比:100.00%"));
+    EXPECT_EQ(bar().stopPercentText()->text(), QStringLiteral("停盘股权重占比:100.00%"));
     bar().setStopPercentText(QStringLiteral("别的篮子"));
     EXPECT_EQ(bar().stopPercentText()->text(), QStringLiteral("停盘股权重占比:0.00%"));
 }
