@@ -119,6 +119,7 @@ TEST_F(InstructionForm, RatioSizesWhatIsLeft)
             {"floorIsOneLot", 18, 300, 0, 1, {100}},
             {"zeroRatioStillOneLot", 18, 1500, 0, 0, {100}},
             {"remainderBelowALotKeptAtZero", 18, 150, 100, 100, {0}},
+            {"exactlyOneLotLeftIsSized", 18, 200, 100, 100, {100}},
             {"sellsGoByShares", 19, 1500, 0, 50, {750}},
             {"fullyTradedLeavesTheList", 18, 500, 500, 100, {}},
             {"unknownTradedCountsAsNone", 18, 400, ttservice::NO_VALUE, 100, {400}},
@@ -134,6 +135,23 @@ TEST_F(InstructionForm, RatioSizesWhatIsLeft)
             EXPECT_EQ(line.m_tradedVolume, 0.0);
             EXPECT_EQ(line.m_orderStatus, 0);
         }
+    }
+}
+
+// The trader's own volume lasts through a change of the ratio, but never above what is left.
+TEST_F(InstructionForm, TradersVolumeKeptUpToWhatIsLeft)
+{
+    addCommand("edited", {{"a1", "600000", 18, 1500, 0}});
+    widget->setCommand("edited");
+    setRatio(50);
+    ASSERT_EQ(volumes(), std::vector<int64_t>{700});
+    for (const int64_t typed : {300, 5000}) {
+        SCOPED_TRACE(typed);
+        CCodeOrderParam line = form->getCodeOrderParams()->front();
+        line.m_volume = typed;
+        form->changeBascketData(&line);
+        setRatio(40);
+        EXPECT_EQ(volumes(), std::vector<int64_t>{std::min<int64_t>(typed, 1500)});
     }
 }
 
