@@ -67,9 +67,10 @@ quint64 savedTab(const QString &text)
     return oneTab ? word : TOT_BUY;
 }
 
+// Fifteen significant digits: a money of 1,234,567.89 comes back as typed, not as 1,234,570.
 QString cellText(const WK::CParameterCell *cell)
 {
-    return QString::number(cell->toDouble(), 'g', 6);
+    return QString::number(cell->toDouble(), 'g', 15);
 }
 
 // Every value of the object is a string; a field of another kind, which no client writes, is

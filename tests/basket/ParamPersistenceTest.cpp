@@ -439,7 +439,7 @@ TEST_P(RoundTrip, FreshFormReadsBackTheSameText)
     ASSERT_EQ(source->currentBasketName(), QStringLiteral("组合"));
     source->volumnCombobox()->setCurrentIndex(source->volumnCombobox()->findData(VT_MONEY));
     source->handleEvent(64, 17, 0, QString(), nullptr);
-    source->cell(P::CellMoney)->setDouble(250000);
+    source->cell(P::CellMoney)->setDouble(1234567.89); // more digits than a short number form keeps
     int priceType = 1;
     for (COpBasketStockParamsWidget *block : blocksOf(*source, c.blocks))
         block->table()->setPriceType(++priceType);
@@ -453,7 +453,7 @@ TEST_P(RoundTrip, FreshFormReadsBackTheSameText)
     EXPECT_EQ(restored->accountsWidget()->getSelectedAccounts(), (QSet<QString>{QStringLiteral("x1"), QStringLiteral("x3")}));
     EXPECT_DOUBLE_EQ(restored->accountsWidget()->getAccountWeight(QStringLiteral("x3")), 2.5);
     EXPECT_EQ(restored->getCurrentVolumnType(), VT_MONEY);
-    EXPECT_DOUBLE_EQ(restored->cell(P::CellMoney)->toDouble(), 250000);
+    EXPECT_DOUBLE_EQ(restored->cell(P::CellMoney)->toDouble(), 1234567.89);
     EXPECT_TRUE(restored->cell(P::CellCopies)->isHidden());
     const auto sourceBlocks = blocksOf(*source, c.blocks);
     const auto restoredBlocks = blocksOf(*restored, c.blocks);
