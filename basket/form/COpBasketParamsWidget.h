@@ -350,6 +350,7 @@ private:
     void readSavedSizing(const mongo::BSONObj &obj);
     void readSavedTabBlocks(const mongo::BSONObj &obj);
     void readSavedTabEntries(const mongo::BSONObj &obj);
+    void finishRestore();
     void restoreBasket(const QString &name);
     // Chooses the sizing mode by its value, not by its row.
     void setCurrentVolumnIndex(int mode);

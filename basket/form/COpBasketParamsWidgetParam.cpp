@@ -225,18 +225,7 @@ void COpBasketParamsWidget::setParam(const QString &text)
         if ((m_tradeOpType == TOT_HGT || m_tradeOpType == TOT_SGT) && !TC::hasComposeGgtType())
             m_tradeOpType = TOT_BUY;
 
-        setCurrentOperationType(m_tradeOpType);
-        // Only the tab's own entry applies; a tab without one (the futures tabs keep none) keeps
-        // the sizing the text gave it instead of falling back to one copy.
-        if (m_hedgeParams.contains(m_tradeOpType))
-            loadHedgeParam();
-        updateCmdParamVisible();
-        deliverEvent(1072, 0, static_cast<int>(m_tradeOpType), QString(), nullptr);
-        // The list was sized when the basket was restored, before the tab's entry gave the
-        // sizing mode and its percentage (an index basket's own modes are offered only once it
-        // is chosen), so it could show and send 100 % of the assets beside a cell reading 15 %.
-        // It is sized again by what the form now shows, as a switch of tab does.
-        recalculate(0);
+        finishRestore();
     } catch (const bson::DBException &) {
         setOldParam(text);
     }
@@ -408,12 +397,23 @@ void COpBasketParamsWidget::setOldParam(const QString &text)
             m_hedgeParams[savedWord(entry.section(QLatin1Char('*'), 0, 0))] = entry;
     }
 
+    finishRestore();
+}
+
+// The last steps of every restore, whatever the text's format.
+void COpBasketParamsWidget::finishRestore()
+{
     setCurrentOperationType(m_tradeOpType);
+    // Only the tab's own entry applies; a tab without one (the futures tabs keep none) keeps the
+    // sizing the text gave it instead of falling back to one copy.
     if (m_hedgeParams.contains(m_tradeOpType))
         loadHedgeParam();
     updateCmdParamVisible();
     deliverEvent(1072, 0, static_cast<int>(m_tradeOpType), QString(), nullptr);
-    // As after the current text: sized by what the form shows once the tab's entry is read.
+    // The list was sized when the basket was restored, before the tab's entry gave the sizing
+    // mode and its percentage (an index basket's own modes are offered only once it is chosen),
+    // so it could show and send 100 % of the assets beside a cell reading 15 %. It is sized
+    // again by what the form now shows, as a switch of tab does.
     recalculate(0);
 }
 
