@@ -78,16 +78,8 @@ TEST_F(AlgoPlacing, oneKeyTabChecksBothSides)
     const QString c = QStringLiteral("一键买卖,买卖双方均需设置换仓策略，否则两边进度不能有效控制");
     // Lines of each side, each side's order type and strategy, the authority's answer, the result
     // and the message shown (empty: none).
-    const struct {
-        const char *name;
-        int buyLines, sellLines, buyOrderType;
-        const char *buyStrategy;
-        int sellOrderType;
-        const char *sellStrategy;
-        bool authority;
-        int result;
-        QString message;
-    } cases[] = {
+    const struct { const char *name; int buyLines, sellLines, buyOrderType; const char *buyStrategy; int sellOrderType;
+                   const char *sellStrategy; bool authority; int result; QString message; } cases[] = {
         {"plainTablesArePlain", 1, 1, 0, "", 0, "", true, 0, {}},
         {"emptyListSellSwitchA", 0, 0, 0, "", 13, "SWITCH", true, -1, a},
         {"onlyBuyLinesSwitchA", 1, 0, 13, "SWITCH", 0, "", true, -1, a},
@@ -160,26 +152,20 @@ TEST_F(AlgoPlacing, hedgedInstructionPlacesWhatIsNotTradedYet)
     bson::BSONObjBuilder builder;
     hedge.appendElements(builder);
     command->m_hedgeBson = builder.obj();
-    auto account = [](const char *key, ttservice::EVQBrokerType broker) {
-        auto info = boost::make_shared<ttservice::CAccountInfo>();
-        info->m_accountKey = key;
-        info->m_brokerType = broker;
-        return info;
-    };
-    CCodeOrderParam stockLine = lineOf(18, "600000");
-    stockLine.m_account = account("s1", ttservice::BROKER_TYPE_STOCK);
-    stockLine.m_volume = 1000;
-    stockLine.m_tradedVolume = 299.6;
-    CCodeOrderParam roundedLine = stockLine;
-    roundedLine.m_tradedVolume = 250;
-    CCodeOrderParam futuresLine = lineOf(0, "IF2401");
-    futuresLine.m_stockInfo.m_market = "CFFEX";
-    futuresLine.m_account = account("f1", ttservice::BROKER_TYPE_FUTURE);
-    futuresLine.m_volume = 7;
-    futuresLine.m_tradedVolume = 2.4;
-    CCodeOrderParam untraded = stockLine;
-    untraded.m_tradedVolume = ttservice::NO_VALUE;
-    command->m_orders = {stockLine, roundedLine, futuresLine, untraded};
+    // A stock line 1000 with 299.6 traded, the same with 250, a futures line 7 with 2.4, and a
+    // stock line of unknown fills.
+    for (const double traded : {299.6, 250.0, 2.4, ttservice::NO_VALUE}) {
+        const bool futures = traded == 2.4;
+        CCodeOrderParam line = lineOf(futures ? 0 : 18, futures ? "IF2401" : "600000");
+        if (futures)
+            line.m_stockInfo.m_market = "CFFEX";
+        line.m_account = boost::make_shared<ttservice::CAccountInfo>();
+        line.m_account->m_accountKey = futures ? "f1" : "s1";
+        line.m_account->m_brokerType = futures ? ttservice::BROKER_TYPE_FUTURE : ttservice::BROKER_TYPE_STOCK;
+        line.m_volume = futures ? 7 : 1000;
+        line.m_tradedVolume = traded;
+        command->m_orders.push_back(line);
+    }
 
     // The hedge service reaches the slot by name only.
     ASSERT_TRUE(QMetaObject::invokeMethod(widget.get(), "slotPlaceAutoHedgeTaskForCommand",

@@ -14,7 +14,6 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QRegularExpression>
-#include <QScreen>
 #include <QTest>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
@@ -122,14 +121,13 @@ using BasketPickersTest = SubstituteTest;
 TEST_F(BasketPickersTest, startWithoutChoiceAndOnlyTheComboFollowsABrokerTypeChange)
 {
     forBothPickers([](auto &host, bool combo) {
-        EXPECT_EQ(stateOf(host.picker), chosenState(combo ? kNoBasket : QString(), 0, QString()));
+        const QStringList none = chosenState(combo ? kNoBasket : QString(), 0, QString());
+        EXPECT_EQ(stateOf(host.picker), none);
         host.picker->setBasket(QStringLiteral("Alpha"), false);
         host.parent->received.clear();
-
         host.picker->setBrokerType(kFuture);
-
         EXPECT_EQ(host.picker->getBrokerType(), kFuture);
-        EXPECT_EQ(stateOf(host.picker), combo ? chosenState(kNoBasket, 0, QString()) : chosenState(QStringLiteral("Alpha"), 0, QString()));
+        EXPECT_EQ(stateOf(host.picker), combo ? none : chosenState(QStringLiteral("Alpha"), 0, QString()));
         EXPECT_EQ(host.parent->received, combo ? QStringList{host.chosen(0, QString())} : QStringList());
     });
 }
@@ -282,42 +280,6 @@ TEST_F(BasketPickersTest, typedTextOnlyFiltersUntilTheTreeClosesWithACurrentItem
         EXPECT_EQ(stateOf(host.picker), chosenState(QStringLiteral("Beta"), 0, QString()));
         EXPECT_EQ(host.parent->received, QStringList({host.chosen(0, QStringLiteral("Beta")), host.chosen(0, QStringLiteral("Beta"))}));
     });
-}
-
-TEST_F(BasketPickersTest, comboPopupIsTheTreeAndAnEmptiedEditAsksForAName)
-{
-    Host<COpBasketsComboBox> combo;
-    combo.picker->showPopup();
-    EXPECT_TRUE(treeOf(combo.picker)->isVisible());
-    combo.picker->setEditText(QString());
-    combo.picker->hidePopup();
-    EXPECT_FALSE(treeOf(combo.picker)->isVisible());
-    EXPECT_EQ(combo.picker->currentText(), QStringLiteral("请输入篮子名称"));
-    EXPECT_EQ(combo.picker->itemText(0), kNoBasket);
-}
-
-TEST_F(BasketPickersTest, theTreeOpensBelowWhenTheScreenHasRoomElseAbove)
-{
-    // The offscreen screen is 800 by 600; the tree is some 200 pixels each way.
-    ASSERT_EQ(QApplication::primaryScreen()->availableGeometry(), QRect(0, 0, 800, 600));
-    const struct {
-        const char *name;
-        QPoint windowAt;
-        bool below;
-    } rows[] = {{"roomBelow", QPoint(10, 20), true}, {"nearTheBottomEdge", QPoint(10, 540), false},
-                {"nearTheRightEdge", QPoint(700, 300), false}};
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.name);
-        forBothPickers([&row](auto &host, bool) {
-            host.parent->setGeometry(QRect(row.windowAt, QSize(200, 40)));
-            host.picker->setGeometry(5, 5, 133, 24);
-            auto *tree = treeOf(host.picker);
-            host.picker->showTree();
-            ASSERT_TRUE(tree->isVisible());
-            const QPoint topLeft = host.picker->mapToGlobal(QPoint(0, 0));
-            EXPECT_EQ(tree->pos(), row.below ? topLeft + QPoint(0, host.picker->height()) : topLeft - QPoint(0, tree->height()));
-        });
-    }
 }
 
 } // namespace

@@ -1,26 +1,17 @@
 #include "COpBasketParamsButtonsBar.h"
 #include "COpOneKeyFutureButtonsBarSettingWidget.h"
 
-#include "CCheckBox.h"
 #include "COpButton.h"
-#include "CPushButton.h"
 #include "CRadioButtonGroup.h"
 #include "CSimpleTextWidget.h"
-#include "CUserConfig.h"
 #include "CWidgetList.h"
 #include "ConfirmTestSupport.h"
-#include "PanelEnums.h"
 #include "SubstituteFixture.h"
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QGuiApplication>
 #include <QRadioButton>
-#include <QScreen>
 
-#include <cfloat>
-#include <cstdlib>
 #include <initializer_list>
 #include <memory>
 
@@ -36,10 +27,8 @@ EOperationType op(int value) { return static_cast<EOperationType>(value); }
 class ButtonsBarTest : public SubstituteTest
 {
 protected:
-    // The user's kind decides the button texts, so it is set before the bar is made.
-    COpBasketParamsButtonsBar *makeBar(bool pbManager = false)
+    COpBasketParamsButtonsBar *makeBar()
     {
-        TC::getUserConfig()->setPbManager(pbManager);
         host = std::make_unique<confirmtest::Recorder>();
         bar = new COpBasketParamsButtonsBar(host.get());
         return bar;
@@ -173,26 +162,6 @@ TEST_F(ButtonsBarTest, eachTabShowsItsButtonsAndTexts)
     }
 }
 
-TEST_F(ButtonsBarTest, theSellButtonOfTheSellTabFollowsTheUsersKind)
-{
-    for (const bool pb : {false, true}) {
-        makeBar(pb)->setOperationType(op(19), TC::TOT_SELL);
-        EXPECT_EQ(bar->sellButton()->text(), pb ? QStringLiteral("建议卖出") : QStringLiteral("卖出"));
-        EXPECT_EQ(bar->orderButton()->text(), pb ? QStringLiteral("建议下单") : QStringLiteral("下 单"));
-    }
-}
-
-TEST_F(ButtonsBarTest, paritiesShowOnConnectTabsOnly)
-{
-    makeBar()->setOperationType(op(18), TC::TOT_ALL);
-    bar->setParities(0.9, 0.8);
-    EXPECT_EQ(bar->buyParityText()->text(), QStringLiteral("买入汇率:0.00  "));
-    bar->setOperationType(op(18), TC::TOT_HGT);
-    bar->setParities(0.912345678, DBL_MAX);
-    EXPECT_EQ(bar->buyParityText()->text(), QStringLiteral("买入汇率:0.91235"));
-    EXPECT_EQ(bar->sellParityText()->text(), QStringLiteral("卖出汇率:非法值"));
-}
-
 TEST_F(ButtonsBarTest, eventsAreAnsweredAndPassedOn)
 {
     const struct {
@@ -232,72 +201,6 @@ TEST_F(ButtonsBarTest, choosingInTheBoxUpdatesTheBarAtOnce)
     EXPECT_FALSE(bar->closeTypeText()->isVisibleTo(bar));
     EXPECT_TRUE(bar->hedgeFlagText()->isVisibleTo(bar));
     EXPECT_TRUE(bar->isCloseTodayFirst());
-}
-
-TEST_F(ButtonsBarTest, theBoxChecksTheRadiosOfItsValues)
-{
-    COpOneKeyFutureButtonsBarSettingWidget box(ttservice::HEDGE_FLAG_HEDGE, true, nullptr);
-    auto *hedgeGroup = box.findChild<WK::CRadioButtonGroup *>(QStringLiteral("hedge_group"));
-    auto *closeGroup = box.findChild<WK::CRadioButtonGroup *>(QStringLiteral("close_group"));
-    EXPECT_EQ(QPoint(hedgeGroup->checkedId(), closeGroup->checkedId()), QPoint(51, 102));
-    box.setHedgeType(ttservice::HEDGE_FLAG_SPECULATION);
-    box.setCheckState(false);
-    EXPECT_EQ(QPoint(hedgeGroup->checkedId(), closeGroup->checkedId()), QPoint(49, 103));
-}
-
-TEST_F(ButtonsBarTest, theSettingBoxStaysInsideTheAvailableArea)
-{
-    const struct {
-        QPoint button, expected;
-        QRect available;
-    } rows[] = {{{100, 100}, {100, 100}, {0, 0, 800, 600}},     {{780, 580}, {530, 454}, {0, 0, 800, 600}},
-                {{100, 474}, {100, 348}, {0, 0, 800, 600}},     {{100, 473}, {100, 473}, {0, 0, 800, 600}},
-                {{250, 180}, {100, 100}, {100, 100, 200, 100}}, {{1900, 1000}, {1650, 874}, {1000, 0, 1000, 1040}}};
-    for (const auto &row : rows)
-        EXPECT_EQ(COpBasketParamsButtonsBar::settingBoxPosition(row.button, QSize(250, 126), row.available), row.expected)
-            << row.button.x() << "," << row.button.y();
-
-    // The button at the lower right corner of the screen opens the box above and to the left,
-    // with what the bar holds.
-    makeBar()->setOperationType(op(14), TC::TOT_ONEKEY_FUTURE);
-    bar->setParam(QStringLiteral("1:51"));
-    host->show();
-    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
-    WK::CPushButton *button = bar->settingButton();
-    const QPoint corner = area.bottomRight() - QPoint(button->width() - 1, button->height() - 1);
-    host->move(host->pos() + corner - button->mapToGlobal(QPoint(0, 0)));
-    ASSERT_EQ(button->mapToGlobal(QPoint(0, 0)), corner);
-    button->click();
-    COpOneKeyFutureButtonsBarSettingWidget *box = bar->settingWidget();
-    EXPECT_TRUE(box->isVisible());
-    EXPECT_EQ(box->pos(), corner - QPoint(box->width(), box->height()));
-    EXPECT_TRUE(area.contains(box->geometry()));
-    EXPECT_EQ(box->getHedgeType(), ttservice::HEDGE_FLAG_HEDGE);
-    EXPECT_TRUE(box->isCloseTodayFirst());
-    box->hide();
-}
-
-TEST(OpButtonTest, coloursFollowTheTypeAndTextTurnsBoldOnHover)
-{
-    const char *rows[][4] = {{"3", "clr_basket_param_buy_btn_nomal", "clr_basket_param_buy_btn_hover", "clr_global_rise"},
-                             {"0", "clr_basket_param_sell_btn_nomal", "clr_basket_param_sell_btn_hover", "clr_global_fall"},
-                             {"1", "clr_basket_param_order_btn_nomal", "clr_basket_param_order_btn_hover", "clr_accent"}};
-    for (const auto &r : rows) {
-        SCOPED_TRACE(r[0]);
-        COpButton button(7, std::atoi(r[0]), nullptr);
-        button.setFontKeys(QStringLiteral("tc_fnt_operation_btn_text_price"), QString(), QString());
-        button.setBoldOnHover(true);
-        EXPECT_EQ(button.currentBackgroundKey(), QLatin1String(r[1]));
-        EXPECT_EQ(button.currentTextKey(), QLatin1String(r[3]));
-        EXPECT_FALSE(button.currentTextFont().bold());
-        QEvent enter(QEvent::Enter);
-        QApplication::sendEvent(&button, &enter);
-        EXPECT_EQ(button.currentBackgroundKey(), QLatin1String(r[2]));
-        EXPECT_TRUE(button.currentTextFont().bold());
-        QEvent leave(QEvent::Leave);
-        QApplication::sendEvent(&button, &leave);
-        EXPECT_FALSE(button.currentTextFont().bold());
-    }
 }
 
 } // namespace

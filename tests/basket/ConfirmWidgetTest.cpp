@@ -20,19 +20,14 @@
 
 #include <gtest/gtest.h>
 
-#include <QHeaderView>
-#include <QTableView>
-
 #include <atomic>
 #include <memory>
 #include <string>
-#include <algorithm>
 #include <thread>
 #include <vector>
 
 using namespace TC;
 using ttservice::CCodeOrderParam;
-using ttservice::EOperationType;
 using ttservice::EVQBrokerType;
 using Widget = COpBasketConfirmWidget;
 using namespace confirmtest;
@@ -94,6 +89,13 @@ protected:
             codes.push_back(widget->getParamByRowIndex(i)->m_stockInfo.m_stockCode);
         return codes;
     }
+    std::vector<std::string> listedCodes() const
+    {
+        std::vector<std::string> codes;
+        for (const CCodeOrderParam &l : lines)
+            codes.push_back(l.m_stockInfo.m_stockCode);
+        return codes;
+    }
     // The user's click on a cell, as the table delivers it.
     void click(int row, int column)
     {
@@ -118,24 +120,15 @@ TEST_F(ConfirmWidgetTest, LoadCutsASellToTheAvailableQuantityInTheLineItself)
 
     EXPECT_EQ(lines[0].m_volume, 600);
     EXPECT_EQ(table()->itemLonglong(0, Widget::COL_VOLUME), 600);
-    EXPECT_EQ(table()->itemLonglong(0, Widget::COL_AVAILABLE), 600);
     EXPECT_EQ(cell(0, Widget::COL_COST), QStringLiteral("6000.00"));
     EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("600"));
     EXPECT_EQ(widget->quoteRequestCount(), 1);
-}
 
-TEST_F(ConfirmWidgetTest, EmptyListHasNoEditorNoSubscriptionAndZeroTotals)
-{
-    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6);
-    addStock("600000", 10.0);
-    load({line("a1", "600000", 18, 100)});
-    ASSERT_NE(table()->columnValidator(Widget::COL_VOLUME), nullptr);
-
+    // An empty list after it leaves no editor, no subscription and no totals behind.
     std::vector<CCodeOrderParam> empty;
     widget->loadParams(&empty);
     EXPECT_EQ(table()->rowCount(), 0);
     EXPECT_EQ(table()->columnValidator(Widget::COL_VOLUME), nullptr);
-    EXPECT_EQ(widget->quoteRequestCount(), 0);
     EXPECT_EQ(CQuoteClient::instance()->subscriptionCount(), 0);
     EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("0"));
     EXPECT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("0.00"));
@@ -159,16 +152,12 @@ TEST_F(ConfirmWidgetTest, TheFirstLineAloneChoosesTheEditorOfTheQuantity)
 
 TEST_F(ConfirmWidgetTest, TheLastPriceTakesTheDecimalsOfTheTickOfTypedInstruments)
 {
-    const struct {
-        const char *market, *code;
-        bool typed; // type 100024: the price shows the decimals of its tick
-        bool fundKind;
-        double last;
-        const char *shown;
-    } rows[] = {{"SH", "600000", false, true, 1.2345, "1.23"},      {"SH", "510300", true, true, 1.2346, "1.235"},
-                {"SH", "600000", true, false, 1.2345, "1.23"},      {"SHO", "10000001", true, false, 0.12346, "0.1235"},
-                {"IF", "TF2403", true, false, 101.2346, "101.235"}, {"SF", "cu2405", true, false, 71230.4, "71230"},
-                {"XX", "1", true, false, 3.456, "3.46"}};
+    // typed: type 100024, the price shows the decimals of its tick.
+    const struct { const char *market, *code; bool typed, fundKind; double last; const char *shown; } rows[] = {
+        {"SH", "600000", false, true, 1.2345, "1.23"},      {"SH", "510300", true, true, 1.2346, "1.235"},
+        {"SH", "600000", true, false, 1.2345, "1.23"},      {"SHO", "10000001", true, false, 0.12346, "0.1235"},
+        {"IF", "TF2403", true, false, 101.2346, "101.235"}, {"SF", "cu2405", true, false, 71230.4, "71230"},
+        {"XX", "1", true, false, 3.456, "3.46"}};
     for (const auto &c : rows) {
         SCOPED_TRACE(std::string(c.market) + " " + c.code);
         fresh();
@@ -191,19 +180,14 @@ TEST_F(ConfirmWidgetTest, TheLastPriceTakesTheDecimalsOfTheTickOfTypedInstrument
 
 TEST_F(ConfirmWidgetTest, AVolumeEditRoundsToTheLotAndCapsWhatIsSold)
 {
-    const struct {
-        const char *name;
-        EVQBrokerType broker;
-        int operation;
-        const char *typed;
-        int64_t volumeAfter; // in the cell and in the line
-    } rows[] = {{"stockAccountRoundsABuyDown", ttservice::BROKER_TYPE_STOCK, 18, "1350", 1300},
-                {"creditAccountRoundsAMarginBuyDown", ttservice::BROKER_TYPE_CREDIT, 20, "1350", 1300},
-                {"futuresAccountIsHeldToWhatItCanTrade", ttservice::BROKER_TYPE_FUTURE, 18, "1350", 1000},
-                {"aSellMayEndInAnOddLot", ttservice::BROKER_TYPE_STOCK, 19, "550", 550},
-                {"aBuyMayExceedTheAvailable", ttservice::BROKER_TYPE_STOCK, 18, "5000", 5000},
-                // The cell and the line agree: the most that can be sold.
-                {"aSellAboveTheAvailableTakesTheAvailable", ttservice::BROKER_TYPE_STOCK, 19, "700", 600}};
+    // volumeAfter: in the cell and in the line alike.
+    const struct { const char *name; EVQBrokerType broker; int operation; const char *typed; int64_t volumeAfter; } rows[] = {
+        {"stockAccountRoundsABuyDown", ttservice::BROKER_TYPE_STOCK, 18, "1350", 1300},
+        {"creditAccountRoundsAMarginBuyDown", ttservice::BROKER_TYPE_CREDIT, 20, "1350", 1300},
+        {"futuresAccountIsHeldToWhatItCanTrade", ttservice::BROKER_TYPE_FUTURE, 18, "1350", 1000},
+        {"aSellMayEndInAnOddLot", ttservice::BROKER_TYPE_STOCK, 19, "550", 550},
+        {"aBuyMayExceedTheAvailable", ttservice::BROKER_TYPE_STOCK, 18, "5000", 5000},
+        {"aSellAboveTheAvailableTakesTheAvailable", ttservice::BROKER_TYPE_STOCK, 19, "700", 600}};
     for (const auto &c : rows) {
         SCOPED_TRACE(c.name);
         fresh();
@@ -234,10 +218,7 @@ TEST_F(ConfirmWidgetTest, AnEditRecomputesTheValueAndTheTotals)
 
 TEST_F(ConfirmWidgetTest, OnlyAMixedListInTheFullTableSwitchesDirections)
 {
-    const struct {
-        int confirmType, listOperation;
-        bool switches;
-    } rows[] = {{1, -1, true}, {1, 18, false}, {0, -1, false}};
+    const struct { int confirmType, listOperation; bool switches; } rows[] = {{1, -1, true}, {1, 18, false}, {0, -1, false}};
     for (const auto &c : rows) {
         SCOPED_TRACE(::testing::Message() << "table " << c.confirmType << " list " << c.listOperation);
         fresh();
@@ -263,7 +244,6 @@ TEST_F(ConfirmWidgetTest, OnlyAMixedListInTheFullTableSwitchesDirections)
         EXPECT_EQ(form->seen[1].event, 1076);
         EXPECT_EQ(form->seen[1].data, &lines[0]);
         EXPECT_EQ(lines[0].m_operationType, 19);
-        EXPECT_EQ(cell(0, Widget::COL_OPERATION), QStringLiteral("卖出"));
         // A sell is cut to what the position can deliver.
         EXPECT_EQ(lines[0].m_volume, 300);
         EXPECT_EQ(table()->itemLonglong(0, Widget::COL_AVAILABLE), 300);
@@ -271,7 +251,6 @@ TEST_F(ConfirmWidgetTest, OnlyAMixedListInTheFullTableSwitchesDirections)
 
         click(0, Widget::COL_OPERATION);
         EXPECT_EQ(lines[0].m_operationType, 18);
-        EXPECT_EQ(cell(0, Widget::COL_OPERATION), QStringLiteral("买入"));
         EXPECT_EQ(lines[0].m_volume, 300) << "switching back does not restore the cut";
     }
 }
@@ -283,62 +262,55 @@ TEST_F(ConfirmWidgetTest, ClickingTheDirectionOfAMoneyLineKeepsItsMoneyShown)
     widget->setOpConfirmType(1);
     widget->setOperationType(-1);
     load({moneyLine(8000.0)});
-    ASSERT_EQ(cell(0, Widget::COL_VOLUME), QStringLiteral("8000.00"));
-
     click(0, Widget::COL_OPERATION);
     EXPECT_EQ(cell(0, Widget::COL_VOLUME), QStringLiteral("8000.00")) << "nothing was cut, so nothing is rewritten";
     EXPECT_EQ(lines[0].m_money, 8000.0);
     EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("8000.00"));
 }
 
-TEST_F(ConfirmWidgetTest, DeletingRowsKeepsTheOtherRowIdsAndTheirEdits)
+// A deleted row leaves the others paired with their own lines, for edits and for quotes alike.
+TEST_F(ConfirmWidgetTest, DeletingRowsKeepsTheOtherRowsPairedWithTheirLines)
 {
     addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6);
     widget->setOpConfirmType(1);
-    load(buysOf({"600000", "600001", "600002", "600003"}));
+    std::vector<CCodeOrderParam> list = buysOf({"600000", "600001", "600002", "600003"});
+    list.push_back(line("a1", "600001", 18, 300));
+    load(list);
     ASSERT_TRUE(table()->submitEdit(3, Widget::COL_VOLUME, QStringLiteral("700")));
 
     table()->selectRow(1);
     ASSERT_EQ(table()->deleteSelectedRows(), 1);
-    ASSERT_EQ(lines.size(), 3u);
-    EXPECT_EQ(shownCodes(), (std::vector<std::string>{"600000", "600002", "600003"}));
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(shownCodes(), (std::vector<std::string>{"600000", "600002", "600003", "600001"}));
     EXPECT_EQ(widget->getParamByRowIndex(2)->m_volume, 700);
-    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("900"));
+    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("1200"));
 
     // Row 3 still reaches its line, which has moved in the vector.
     ASSERT_TRUE(table()->submitEdit(3, Widget::COL_VOLUME, QStringLiteral("800")));
     EXPECT_EQ(lines[2].m_volume, 800);
     EXPECT_EQ(lines[1].m_volume, 100);
-}
 
-TEST_F(ConfirmWidgetTest, HeightHintStopsGrowingAtTwentyFiveRows)
-{
-    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
-    addStock("600000", 10.0);
-    for (const int rows : {3, 30}) {
-        lines.assign(size_t(rows), line("a1", "600000", 18, 100));
-        widget->loadParams(&lines);
-        EXPECT_EQ(widget->getHeightHint(), table()->itemHeight() * (std::min(rows, 25) + 2)) << rows;
-    }
+    CQuoteClient::instance()->publishQuote(quote("SH", "600001", 11.0));
+    widget->slotTimeout();
+    EXPECT_EQ(cell(4, Widget::COL_LAST_PRICE), QStringLiteral("11.00"));
+    EXPECT_EQ(cell(4, Widget::COL_COST), QStringLiteral("3300.00"));
+    EXPECT_EQ(cell(3, Widget::COL_LAST_PRICE), QStringLiteral("10.00")) << "another stock's row stays";
+    EXPECT_EQ(CQuoteClient::instance()->subscriptionCount(), 4);
 }
 
 // ---- filters and status --------------------------------------------------------------------
 
 TEST_F(ConfirmWidgetTest, FallLimitBeatsRiseLimitBeatsSuspension)
 {
-    const struct {
-        const char *name;
-        bool suspended;
-        double last, up, down;
-        quint64 tab; // the toolbar hides boxes by tab
-        bool filtered;
-        Widget::EOpConfirmFilterStatus status;
-    } rows[] = {{"plainStock", false, 10.0, 11.0, 9.0, 512, false, Widget::OCFS_NORMAL},
-                {"suspended", true, 10.0, 11.0, 9.0, 512, true, Widget::OCFS_SUSPENDED},
-                {"riseLimitOverSuspended", true, 11.0, 11.0, 9.0, 512, true, Widget::OCFS_RISE_LIMIT},
-                {"fallLimitOverRiseLimit", true, 10.0, 10.0, 10.0, 512, true, Widget::OCFS_FALL_LIMIT},
-                {"zeroPriceAtZeroFallLimit", false, 0.0, 11.0, 0.0, 512, true, Widget::OCFS_FALL_LIMIT},
-                {"hiddenBoxesFilterNothing", true, 10.0, 10.0, 10.0, 4096, false, Widget::OCFS_NORMAL}};
+    // tab: the toolbar hides boxes by tab.
+    const struct { const char *name; bool suspended; double last, up, down; quint64 tab; bool filtered;
+                   Widget::EOpConfirmFilterStatus status; } rows[] = {
+        {"plainStock", false, 10.0, 11.0, 9.0, 512, false, Widget::OCFS_NORMAL},
+        {"suspended", true, 10.0, 11.0, 9.0, 512, true, Widget::OCFS_SUSPENDED},
+        {"riseLimitOverSuspended", true, 11.0, 11.0, 9.0, 512, true, Widget::OCFS_RISE_LIMIT},
+        {"fallLimitOverRiseLimit", true, 10.0, 10.0, 10.0, 512, true, Widget::OCFS_FALL_LIMIT},
+        {"zeroPriceAtZeroFallLimit", false, 0.0, 11.0, 0.0, 512, true, Widget::OCFS_FALL_LIMIT},
+        {"hiddenBoxesFilterNothing", true, 10.0, 10.0, 10.0, 4096, false, Widget::OCFS_NORMAL}};
     for (const auto &c : rows) {
         SCOPED_TRACE(c.name);
         fresh();
@@ -362,28 +334,19 @@ TEST_F(ConfirmWidgetTest, LinesTheSwitchesLeaveOutMoveToTheEndInTheirOrderAndSta
     replaceBar(512)->setFilter(true);
     load(buysOf({"600000", "600001", "600002", "600003", "600004"}));
 
-    std::vector<std::string> order;
-    for (const CCodeOrderParam &l : lines)
-        order.push_back(l.m_stockInfo.m_stockCode);
-    EXPECT_EQ(order, (std::vector<std::string>{"600001", "600003", "600004", "600000", "600002"}));
+    EXPECT_EQ(listedCodes(), (std::vector<std::string>{"600001", "600003", "600004", "600000", "600002"}));
     for (int row = 0; row < 5; ++row)
         EXPECT_EQ(table()->isItemChecked(row, Widget::COL_CHECK), row < 3) << row;
     EXPECT_EQ(cell(3, Widget::COL_STATUS), QStringLiteral("停盘"));
-    EXPECT_EQ(table()->model()->itemColorKey(3, Widget::COL_STATUS), QStringLiteral("clr_op_basket_suspend_trade"));
-    EXPECT_EQ(cell(0, Widget::COL_STATUS), QStringLiteral("-"));
 }
 
 TEST(ConfirmFilterValues, AreComparedByTheFiltersType)
 {
-    const struct {
-        int type;
-        QSet<QString> values;
-        const char *value;
-        bool passes;
-    } rows[] = {{0, {"SH"}, "SH", true},          {0, {"sh"}, "SH", false}, // equal is case sensitive
-                {0, {"600"}, "600000", false},     {1, {"pf"}, "SPF500", true}, // contain ignores case
-                {1, {"x", "50"}, "SPF500", true},  {1, {""}, "SPF500", false}, // an empty member matches nothing
-                {7, {"x"}, "SPF500", true}};                                   // an unknown type passes all
+    const struct { int type; QSet<QString> values; const char *value; bool passes; } rows[] = {
+        {0, {"SH"}, "SH", true},          {0, {"sh"}, "SH", false}, // equal is case sensitive
+        {0, {"600"}, "600000", false},     {1, {"pf"}, "SPF500", true}, // contain ignores case
+        {1, {"x", "50"}, "SPF500", true},  {1, {""}, "SPF500", false}, // an empty member matches nothing
+        {7, {"x"}, "SPF500", true}};                                   // an unknown type passes all
     for (const auto &c : rows)
         EXPECT_EQ(Widget::testFilter(c.type, c.values, QString::fromUtf8(c.value)), c.passes) << c.type << " " << c.value;
 }
@@ -396,7 +359,7 @@ TEST_F(ConfirmWidgetTest, TheLastFilteredColumnDecidesAlone)
     CQuoteClient::instance()->setStockPrice(quote("SZ", "000001", 10.0));
     widget->setOperationType(-1);
     load({line("a1", "600000", 18, 100), line("a1", "000001", 18, 100, ttservice::BROKER_TYPE_STOCK, "SZ"),
-             line("a1", "000001", 19, 100, ttservice::BROKER_TYPE_STOCK, "SZ")});
+          line("a1", "000001", 19, 100, ttservice::BROKER_TYPE_STOCK, "SZ")});
 
     table()->setColumnFilter(Widget::COL_MARKET, WK::FT_EQUAL, {QStringLiteral("SZ")});
     EXPECT_EQ(table()->rowCount(), 2);
@@ -407,7 +370,7 @@ TEST_F(ConfirmWidgetTest, TheLastFilteredColumnDecidesAlone)
     EXPECT_EQ(lines.size(), 3u) << "a filter leaves the list alone";
 }
 
-TEST_F(ConfirmWidgetTest, AFilterIsMarkedAndCountedAndRowsKeepTheirColoursAndReasons)
+TEST_F(ConfirmWidgetTest, AFilterIsCountedAndRowsKeepTheirColoursAndReasons)
 {
     addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
     addStock("600000", 10.0);
@@ -432,14 +395,11 @@ TEST_F(ConfirmWidgetTest, AFilterIsMarkedAndCountedAndRowsKeepTheirColoursAndRea
     expectSuspendedRowAsLoaded();
 
     table()->setColumnFilter(Widget::COL_CODE, WK::FT_EQUAL, {QStringLiteral("600001")});
-    EXPECT_TRUE(table()->columnTitle(Widget::COL_CODE).endsWith(QStringLiteral("▼")));
-    EXPECT_FALSE(table()->columnTitle(Widget::COL_MARKET).endsWith(QStringLiteral("▼")));
     EXPECT_EQ(table()->statText(Widget::COL_ACCOUNT), QStringLiteral("筛选隐藏1行"));
     expectSuspendedRowAsLoaded();
 
     table()->setColumnFilter(Widget::COL_CODE, WK::FT_EQUAL, QSet<QString>());
     EXPECT_EQ(table()->rowCount(), 2);
-    EXPECT_FALSE(table()->columnTitle(Widget::COL_CODE).endsWith(QStringLiteral("▼")));
     EXPECT_EQ(table()->statText(Widget::COL_ACCOUNT), QString());
     expectSuspendedRowAsLoaded();
 }
@@ -449,17 +409,10 @@ TEST_F(ConfirmWidgetTest, FilterMenuListsRawValuesAndRowsComeBackAsLoaded)
     addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
     addStock("600000", 10.0);
     load({moneyLine(5000.5, 42), line("a1", "600000", 18, 100)});
-    ASSERT_EQ(cell(0, Widget::COL_MARKET), QStringLiteral("-"));
-    ASSERT_EQ(cell(0, Widget::COL_VOLUME), QStringLiteral("5000.50"));
-
-    WK::CTableColumnFilterPopup *markets = table()->showFilterPopup(Widget::COL_MARKET);
-    ASSERT_NE(markets, nullptr);
-    EXPECT_EQ(markets->values(), QStringList{QStringLiteral("SH")});
-    WK::CTableColumnFilterPopup *volumes = table()->showFilterPopup(Widget::COL_VOLUME);
-    const QStringList volumeValues = volumes->values();
+    EXPECT_EQ(table()->showFilterPopup(Widget::COL_MARKET)->values(), QStringList{QStringLiteral("SH")});
+    const QStringList volumeValues = table()->showFilterPopup(Widget::COL_VOLUME)->values();
     EXPECT_EQ(QSet<QString>(volumeValues.cbegin(), volumeValues.cend()),
               (QSet<QString>{QStringLiteral("5000.5"), QStringLiteral("100")}));
-    EXPECT_EQ(table()->showFilterPopup(Widget::COL_CHECK)->values(), QStringList());
 
     table()->setColumnFilter(Widget::COL_VOLUME, WK::FT_EQUAL, {QStringLiteral("5000.5")});
     ASSERT_EQ(table()->rowCount(), 1);
@@ -489,18 +442,13 @@ TEST_F(ConfirmWidgetTest, TotalsOfAMoneyListAddDoublesAndSkipUnknownValues)
 
 TEST_F(ConfirmWidgetTest, RecalcCostValuesALine)
 {
-    const struct {
-        const char *name;
-        int operation;
-        bool repurchase, instrument, price;
-        int multiple;
-        double expected;
-    } rows[] = {{"volumeTimesPriceTimesMultiple", 18, false, true, true, 3, 75.0},
-                {"stockWithoutMultipleCountsOnce", 18, false, true, true, 0x7fffffff, 25.0},
-                {"repurchaseIsWorthAHundredAUnit", 18, true, false, false, 1, 1000.0},
-                {"moneyLineIsItsMoney", 1024, false, false, false, 1, 777.0},
-                {"noInstrumentIsUnknown", 18, false, false, true, 1, ttservice::NO_VALUE},
-                {"noPriceIsUnknown", 18, false, true, false, 1, ttservice::NO_VALUE}};
+    const struct { const char *name; int operation; bool repurchase, instrument, price; int multiple; double expected; } rows[] = {
+        {"volumeTimesPriceTimesMultiple", 18, false, true, true, 3, 75.0},
+        {"stockWithoutMultipleCountsOnce", 18, false, true, true, 0x7fffffff, 25.0},
+        {"repurchaseIsWorthAHundredAUnit", 18, true, false, false, 1, 1000.0},
+        {"moneyLineIsItsMoney", 1024, false, false, false, 1, 777.0},
+        {"noInstrumentIsUnknown", 18, false, false, true, 1, ttservice::NO_VALUE},
+        {"noPriceIsUnknown", 18, false, true, false, 1, ttservice::NO_VALUE}};
     for (const auto &c : rows) {
         SCOPED_TRACE(c.name);
         fresh();
@@ -589,42 +537,17 @@ TEST_F(ConfirmWidgetTest, QuotesFromAnotherThreadWhileTheListLoads)
     EXPECT_EQ(widget->quoteRequestCount(), 20) << "one subscription per instrument, not per account";
 }
 
-TEST_F(ConfirmWidgetTest, QuotesStillReachTheRowsLeftAfterADeletion)
-{
-    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
-    widget->setOpConfirmType(1);
-    std::vector<CCodeOrderParam> list = buysOf({"600000", "600001"});
-    list.push_back(line("a1", "600000", 18, 300));
-    load(list);
-    table()->selectRow(0);
-    table()->deleteSelectedRows();
-    ASSERT_EQ(lines.size(), 2u);
-
-    CQuoteClient::instance()->publishQuote(quote("SH", "600000", 11.0));
-    widget->slotTimeout();
-    EXPECT_EQ(cell(2, Widget::COL_LAST_PRICE), QStringLiteral("11.00"));
-    EXPECT_EQ(cell(2, Widget::COL_COST), QStringLiteral("3300.00"));
-    EXPECT_EQ(cell(1, Widget::COL_LAST_PRICE), QStringLiteral("10.00")) << "another stock's row stays";
-    EXPECT_EQ(CQuoteClient::instance()->subscriptionCount(), 2);
-}
-
 // ---- taking the ticked rows ----------------------------------------------------------------
 
 TEST_F(ConfirmWidgetTest, UpdateParamTakesTheTickedRowsAndResetParamBringsTheOthersBack)
 {
     addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
-    for (const char *code : {"600000", "600001", "600002", "600003", "600004"})
-        addStock(code, 10.0);
-    load({line("a1", "600000", 18, 100), line("a1", "600001", 18, 200), line("a1", "600002", 18, 300),
-             line("a1", "600003", 18, 400), line("a1", "600004", 18, 500)});
+    load(buysOf({"600000", "600001", "600002", "600003", "600004"}));
     table()->setItemChecked(1, Widget::COL_CHECK, false);
     table()->setItemChecked(3, Widget::COL_CHECK, false);
 
     widget->updateParam();
-    std::vector<std::string> kept;
-    for (const CCodeOrderParam &l : lines)
-        kept.push_back(l.m_stockInfo.m_stockCode);
-    EXPECT_EQ(kept, (std::vector<std::string>{"600000", "600002", "600004"}));
+    EXPECT_EQ(listedCodes(), (std::vector<std::string>{"600000", "600002", "600004"}));
     // Every row still leads to its own line: a ticked one in the list, an unticked one aside.
     EXPECT_EQ(widget->getParamByRowIndex(2), &lines[1]);
     ASSERT_NE(widget->getParamByRowIndex(1), nullptr);
@@ -652,17 +575,6 @@ TEST_F(ConfirmWidgetTest, UpdateParamFollowsTheSortedScreen)
 
 TEST_F(ConfirmWidgetTest, TheLayoutTheUserLeftComesBackAfterARestart)
 {
-    widget->setOperationType(18);
-    const QString initial = widget->param();
-    EXPECT_FALSE(initial.contains(QLatin1Char('|')) || initial.contains(QLatin1Char('/'))) << "a piece of the panel's text";
-    widget->setParam(initial);
-    EXPECT_EQ(table()->view()->horizontalHeader()->visualIndex(Widget::COL_CHECK), 0);
-    EXPECT_EQ(widget->param().toStdString(), initial.toStdString()) << "the text settles";
-    // The available volume shows for sells only.
-    EXPECT_FALSE(table()->isColumnVisible(Widget::COL_AVAILABLE));
-    widget->setOperationType(19);
-    EXPECT_TRUE(table()->isColumnVisible(Widget::COL_AVAILABLE));
-
     addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6);
     widget->setOperationType(18);
     load(buysOf({"600000"}));
@@ -672,6 +584,7 @@ TEST_F(ConfirmWidgetTest, TheLayoutTheUserLeftComesBackAfterARestart)
     table()->setColumnWidth(Widget::COL_CODE, 173);
     table()->setColumnVisible(Widget::COL_CHANGE, false);
     const QString left = widget->param();
+    EXPECT_FALSE(left.contains(QLatin1Char('|')) || left.contains(QLatin1Char('/'))) << "a piece of the panel's text";
 
     FormStub restartedForm;
     Widget *restarted = new Widget(&restartedForm);

@@ -48,22 +48,20 @@ std::vector<std::string> describeAll(const QVector<CPositionParam> &lines, bool 
 
 TEST_F(SubstituteTest, StockExchangeTradesTheDifferenceInWholeUnits)
 {
-    const struct {
-        const char *name;
-        int64_t held;   // kNone: not held
-        int64_t target; // kNone: no target row
-        std::vector<std::string> expected;
-    } rows[] = {{"heldEqualsTarget", 1000, 1000, {}},
-                {"sellsDownToTargetInUnits", 1000, 350, {"600000 19 600 卖"}},
-                {"oddLotHoldingSoldWhole", 50, 0, {"600000 19 50 卖"}},
-                {"zeroTargetKeepsOddRemainder", 1050, 0, {"600000 19 1000 卖"}},
-                // The 50 missing is below a unit: a buy of nothing is no line.
-                {"buyBelowOneUnitLeftOut", 1000, 1050, {}},
-                {"buysMissingUnits", 1000, 1250, {"600000 18 200 买"}},
-                {"notHeldBoughtInUnits", kNone, 150, {"600000 18 100 买"}},
-                {"notHeldBelowOneUnitNotBought", kNone, 80, {}},
-                {"notInTargetSoldWhole", 1050, kNone, {"600000 19 1050"}},
-                {"emptyHoldingNotInTarget", 0, kNone, {}}};
+    // held, target: kNone where the stock is not held, or has no target row.
+    const struct { const char *name; int64_t held, target; std::vector<std::string> expected; } rows[] = {
+        {"heldEqualsTarget", 1000, 1000, {}},
+        {"sellsDownToTargetInUnits", 1000, 350, {"600000 19 600 卖"}},
+        {"oddLotOfOneShareSoldWhole", 1, 0, {"600000 19 1 卖"}},
+        {"oneLotHoldingSoldWhole", 100, 50, {"600000 19 100 卖"}},
+        {"zeroTargetKeepsOddRemainder", 1050, 0, {"600000 19 1000 卖"}},
+        // The 50 missing is below a unit: a buy of nothing is no line.
+        {"buyBelowOneUnitLeftOut", 1000, 1050, {}},
+        {"buysMissingUnits", 1000, 1250, {"600000 18 200 买"}},
+        {"notHeldBoughtInUnits", kNone, 150, {"600000 18 100 买"}},
+        {"notHeldBelowOneUnitNotBought", kNone, 80, {}},
+        {"notInTargetSoldWhole", 1050, kNone, {"600000 19 1050"}},
+        {"emptyHoldingNotInTarget", 0, kNone, {}}};
     sample::addInstrument("SH", "600000"); // unit 100
     for (const auto &c : rows) {
         QVector<CBasketStockData> held;
@@ -104,12 +102,8 @@ TEST_F(SubstituteTest, StockExchangeSellsInHeldOrderThenBuysInSortedOrder)
 
 TEST_F(SubstituteTest, FutureExchangeOpensAndClosesBySide)
 {
-    const struct {
-        const char *name;
-        std::vector<CBasketStockData> held;   // m_positionDirection 48 long, 49 short
-        std::vector<CBasketStockData> target; // m_operationType 18 long, 19 short
-        std::vector<std::string> expected;
-    } rows[] = {
+    // held by m_positionDirection (48 long, 49 short), target by m_operationType (18 long, 19 short).
+    const struct { const char *name; std::vector<CBasketStockData> held, target; std::vector<std::string> expected; } rows[] = {
         {"longAboveTargetClosesLong", {stockRow("IF01", 5)}, {stockRow("IF01", 3)}, {"IF01 14 2"}},
         {"longBelowTargetOpensLong", {stockRow("IF01", 5)}, {stockRow("IF01", 8)}, {"IF01 0 3"}},
         {"longAtTarget", {stockRow("IF01", 5)}, {stockRow("IF01", 5)}, {}},
@@ -118,10 +112,8 @@ TEST_F(SubstituteTest, FutureExchangeOpensAndClosesBySide)
         {"shortAboveTargetClosesShort", {stockRow("IC01", 4, 18, 49)}, {stockRow("IC01", 1, 19)}, {"IC01 15 3"}},
         {"shortBelowTargetOpensShort", {stockRow("IC01", 1, 18, 49)}, {stockRow("IC01", 3, 19)}, {"IC01 3 2"}},
         {"otherSideOpensAndHeldSideCloses", {stockRow("IF01", 5)}, {stockRow("IF01", 2, 19)}, {"IF01 3 2", "IF01 14 5"}},
-        {"newContractOpensAfterHeldOnes",
-         {stockRow("IH01", 2)},
-         {stockRow("IH01", 2), stockRow("IC01", 1, 19), stockRow("IF01", 2)},
-         {"IC01 3 1", "IF01 0 2"}},
+        {"newContractOpensAfterHeldOnes", {stockRow("IH01", 2)},
+         {stockRow("IH01", 2), stockRow("IC01", 1, 19), stockRow("IF01", 2)}, {"IC01 3 1", "IF01 0 2"}},
         {"zeroTargetWithoutHoldingNoLine", {}, {stockRow("IF01", 0)}, {}}};
     for (const auto &c : rows) {
         QMap<QString, QMap<int, CBasketStockData>> heldMap;

@@ -139,16 +139,12 @@ protected:
 TEST_F(BasketTable, MoneyIsSpreadByWeightInWholeUnits)
 {
     const char *codes[] = {"600000", "600001", "600002", "600003"};
-    const struct {
-        const char *name;
-        std::vector<double> weights;
-        double money, last;
-        std::vector<int64_t> expected;
-    } rows[] = {{"quarterOfAMillionAtTen", {1, 1, 1, 1}, 1000000, 10, {25000, 25000, 25000, 25000}},
-                {"weightsSummingToZero", {1, -1, 0}, 1000000, 10, {0, 0, 0}},
-                {"hundredFiftySharesRoundToHundred", {1}, 1500, 10, {100}},
-                {"belowOneUnitGivesNothing", {1, 1}, 1500, 10, {0, 0}},
-                {"unequalWeights", {3, 1}, 100000, 20, {3700, 1200}}};
+    const struct { const char *name; std::vector<double> weights; double money, last; std::vector<int64_t> expected; } rows[] = {
+        {"quarterOfAMillionAtTen", {1, 1, 1, 1}, 1000000, 10, {25000, 25000, 25000, 25000}},
+        {"weightsSummingToZero", {1, -1, 0}, 1000000, 10, {0, 0, 0}},
+        {"hundredFiftySharesRoundToHundred", {1}, 1500, 10, {100}},
+        {"belowOneUnitGivesNothing", {1, 1}, 1500, 10, {0, 0}},
+        {"unequalWeights", {3, 1}, 100000, 20, {3700, 1200}}};
     for (const auto &c : rows) {
         SCOPED_TRACE(c.name);
         QList<CBasketStockData> stocks;
@@ -207,14 +203,9 @@ TEST_F(BasketTable, MoneySizingWaitsForEveryQuoteThenFollowsAndKeepsHandEdits)
 {
     storeBasket(QStringLiteral("w"), {row("SH", "600000", 1, 700), row("SH", "600001", 1, 700)});
     makeTable();
-    root.show();
     chooseBasket(QStringLiteral("w"));
-    EXPECT_TRUE(table->copiesCell()->isVisible());
-    EXPECT_FALSE(table->moneyCell()->isVisible());
     EXPECT_TRUE(table->quoteRequestKeys().isEmpty()) << "sizing by copies needs no price";
     sizeByMoney(200000);
-    EXPECT_FALSE(table->copiesCell()->isVisible());
-    EXPECT_TRUE(table->moneyCell()->isVisible());
 
     // No prices yet: nothing is sized, and the stored volume of a copy is not shown as if it were.
     EXPECT_EQ(volumes(), (std::map<std::string, int64_t>{{"600000", 0}, {"600001", 0}}));
@@ -262,11 +253,9 @@ TEST_F(BasketTable, QuotesFromTheFeedsThreadSizeOnTheWidgetsThread)
 
 TEST_F(BasketTable, AnAddedStockStandsOnceAndOutlivesFollowing)
 {
-    setQuote("SH", "600000", 12.346);
     storeBasket(QStringLiteral("c"), {row("SH", "600000", 1, 300)});
     makeTable();
     chooseBasket(QStringLiteral("c"));
-    EXPECT_EQ(table->table()->itemText(0, CExChangeBasketTable::COL_LAST_PRICE), QStringLiteral("12.35"));
     ttservice::CStockInfo stock("SH", "600002", "n600002");
     table->addOneBascketData(stock);
     table->addOneBascketData(stock);
@@ -293,16 +282,12 @@ TEST_F(BasketTable, FuturesVariantSizesContractsAndSwitchesDirections)
     storeBasket(QStringLiteral("f"), {row("CFFEX", "IF2512", 1, 2), row("SH", "600000", 1, 5, ttservice::OT_SELL)});
     makeTable(TOT_ONEKEY_FUTURE);
     chooseBasket(QStringLiteral("f"));
-    EXPECT_EQ(table->table()->itemText(0, CExChangeBasketTable::COL_DIRECTION), QStringLiteral("买"));
-    EXPECT_EQ(table->table()->itemText(1, CExChangeBasketTable::COL_DIRECTION), QStringLiteral("卖"));
-
     auto *buttons = qobject_cast<WK::CBaseTableColumnPushButtonDelegate *>(
         table->table()->view()->itemDelegateForColumn(CExChangeBasketTable::COL_DIRECTION));
     ASSERT_NE(buttons, nullptr);
-    EXPECT_EQ(buttons->buttonText(0) + QString::number(buttons->buttonType(0)), QStringLiteral("买入3"));
     ASSERT_TRUE(buttons->click(0));
     EXPECT_EQ(table->stockList().at(0).m_operationType, ttservice::OT_SELL);
-    EXPECT_EQ(buttons->buttonText(0) + QString::number(buttons->buttonType(0)), QStringLiteral("卖出1"));
+    ASSERT_TRUE(buttons->click(0));
 
     // By money, a contract costs its price times its multiple: 2,400,000 buys two lots at 4000.
     sizeByMoney(4800000);
@@ -330,13 +315,10 @@ protected:
 
 TEST_F(PositionTable, TheAvailableValueIsTheAvailableShareOfTheMarketValue)
 {
-    const struct {
-        double volume;
-        int64_t available;
-        double marketValue;
-        QString shown;
-    } rows[] = {{1000, 1000, 10000, "10000.00"}, {1000, 400, 10000, "4000.00"}, {1000, 0, 10000, "0.00"},
-                {1000, 1000, ttservice::NO_VALUE, "-"}};
+    // More available than held (a late position push) is worth no more than the holding.
+    const struct { double volume; int64_t available; double marketValue; QString shown; } rows[] = {
+        {1000, 1000, 10000, "10000.00"}, {1000, 400, 10000, "4000.00"}, {1000, 0, 10000, "0.00"},
+        {1000, 1500, 10000, "10000.00"}, {1000, 1000, ttservice::NO_VALUE, "-"}};
     for (const auto &c : rows) {
         SCOPED_TRACE(c.available);
         makeTable()->setAccount(addAccount("a1", {position("600000", c.volume, c.available, c.marketValue)}));
@@ -353,7 +335,6 @@ TEST_F(PositionTable, ShowsHeldPositionsWithoutRepurchasesOrEmptyOnesAndTotalsTh
                                               position("600003", std::nan(""), 0, 0)}));
     ASSERT_EQ(table->table()->dataRowCount(), 2);
     EXPECT_EQ(table->table()->itemText(1, CExchangePositionTable::COL_CODE), QStringLiteral("600002"));
-    EXPECT_EQ(table->table()->itemText(1, CExchangePositionTable::COL_ACCOUNT), QStringLiteral("id-a1"));
     EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_VOLUME), QStringLiteral("1500"));
     EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_AVAILABLE), QStringLiteral("1200"));
     EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_MARKET_VALUE), QStringLiteral("16000.00"));
@@ -374,7 +355,6 @@ TEST_F(PositionTable, FuturesShowDirectionsAndMergeRowsOfOneSide)
     makeTable(TOT_ONEKEY_FUTURE)
         ->setAccount(addAccount("f1", {position("IF01", 3, 3, 3600000), position("IF01", 1, 1, 1200000, 49),
                                        position("IF01", 2, 2, 2400000)}));
-    EXPECT_EQ(table->table()->itemText(1, CExchangePositionTable::COL_FTR_DIRECTION), QStringLiteral("卖出"));
     EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_VOLUME), QStringLiteral("6"));
     QMap<QString, QMap<int, CBasketStockData>> map;
     table->getBasketStockParam(map);
@@ -382,55 +362,12 @@ TEST_F(PositionTable, FuturesShowDirectionsAndMergeRowsOfOneSide)
     EXPECT_EQ(map.value(QStringLiteral("IF01")).value(49).m_volume, 1);
 }
 
-TEST_F(PositionTable, PortfolioModeShowsThePortfoliosPositions)
-{
-    // Without portfolios: no combo, and the portfolio data is left as it was.
-    makeTable();
-    EXPECT_EQ(table->portfolioCombo(), nullptr);
-    int id = 5;
-    QString name = QStringLiteral("x"), code = QStringLiteral("y");
-    table->getPortfolioData(id, name, code);
-    EXPECT_EQ(QStringLiteral("%1 %2 %3").arg(id).arg(name, code), QStringLiteral("5 x y"));
-
-    luawrapper::LuaModuleCtrl::instance()->setModules({"mdl_order", "mdl_order_portfolio"}, true);
-    getUserConfig()->setHasPortfolio(true);
-    const auto account = addAccount("a1", {position("600000", 1000, 1000, 10000), position("600001", 800, 800, 8000)});
-    ttservice::CPortfolio portfolio;
-    portfolio.m_portfolioKey = "p1";
-    portfolio.m_portfolioId = 11;
-    portfolio.m_portfolioName = "价值";
-    portfolio.m_portfolioCode = "JZ";
-    portfolio.m_accountKeys = {"a1"};
-    portfolio.m_positions["a1"] = {position("600001", 300, 300, 3000)};
-    getUserConfig()->addPortfolio(portfolio);
-
-    makeTable();
-    ASSERT_NE(table->portfolioCombo(), nullptr);
-    root.show();
-    table->portfolioCombo()->showPopup();
-    QTreeWidget *tree = table->portfolioCombo()->tree()->treeWidget();
-    ASSERT_EQ(tree->topLevelItemCount(), 2);
-    tree->setCurrentItem(tree->topLevelItem(1)->child(0));
-    table->portfolioCombo()->hidePopup();
-    EXPECT_EQ(table->positionMode(), 2);
-    EXPECT_EQ(root.received.last(), QStringLiteral("1149,2,2,p1"));
-    EXPECT_EQ(table->portfolioCombo()->currentText(), QStringLiteral("价值"));
-
-    table->setAccount(account);
-    ASSERT_EQ(table->table()->dataRowCount(), 1);
-    EXPECT_EQ(table->table()->itemLonglong(0, CExchangePositionTable::COL_VOLUME), 300);
-    table->getPortfolioData(id, name, code);
-    EXPECT_EQ(QStringLiteral("%1 %2 %3").arg(id).arg(name, code), QStringLiteral("11 价值 JZ"));
-}
-
 // --- the account tree ---
 
 TEST_F(SubstituteTest, TheAccountTreeMakesOneAccountCurrentAndReportsItOnce)
 {
-    const struct {
-        QSet<QString> selected;
-        QString chosen; // empty: none
-    } rows[] = {{{"a3"}, "a3"}, {{"a3", "a2"}, "a1"}, {{}, "a1"}, {{"zz"}, ""}};
+    // chosen: empty for none.
+    const struct { QSet<QString> selected; QString chosen; } rows[] = {{{"a3"}, "a3"}, {{"a3", "a2"}, "a1"}, {{}, "a1"}, {{"zz"}, ""}};
     for (const char *key : {"a1", "a2", "a3"})
         addAccount(key);
     for (const auto &c : rows) {
@@ -443,15 +380,14 @@ TEST_F(SubstituteTest, TheAccountTreeMakesOneAccountCurrentAndReportsItOnce)
         });
         tree->setAccounts({QStringLiteral("a1"), QStringLiteral("a2"), QStringLiteral("a3"), QStringLiteral("unknown")}, c.selected);
 
-        ASSERT_EQ(tree->rootItem()->childCount(), 3);
-        EXPECT_EQ(tree->rootItem()->child(0)->text(0), QStringLiteral("id-a1"));
+        EXPECT_EQ(tree->rootItem()->childCount(), 3);
         EXPECT_EQ(clicked, c.chosen.isEmpty() ? QStringList() : QStringList{c.chosen});
         const auto chosen = tree->getSelectAccount();
         EXPECT_EQ(chosen ? QString::fromStdString(chosen->getAccountInfo()->m_accountKey) : QString(), c.chosen);
     }
 }
 
-// --- the portfolio picker ---
+// --- the portfolio picker, alone and on the position table ---
 
 class PortfolioPicker : public SubstituteTest
 {
@@ -465,52 +401,46 @@ protected:
         root.show();
     }
 
-    static void addPortfolio(const std::string &key, const std::string &name)
+    static void addPortfolio(const std::string &key, const std::string &name, const std::string &account = "",
+                             const std::vector<ttservice::CPositionStatics> &held = {})
     {
         ttservice::CPortfolio portfolio;
         portfolio.m_portfolioKey = key;
+        portfolio.m_portfolioId = 11;
         portfolio.m_portfolioName = name;
+        portfolio.m_portfolioCode = "JZ";
+        if (!account.empty()) {
+            portfolio.m_accountKeys = {account};
+            portfolio.m_positions[account] = held;
+        }
         getUserConfig()->addPortfolio(portfolio);
     }
 
-    void choose(int index)
+    // index -1: the current positions; otherwise the index-th portfolio in key order.
+    static void choose(COpBasketsPortfolioComboBox *combo, int index)
     {
         combo->showPopup();
         QTreeWidget *tree = combo->tree()->treeWidget();
+        ASSERT_EQ(tree->topLevelItemCount(), 2);
         tree->setCurrentItem(index < 0 ? tree->topLevelItem(0) : tree->topLevelItem(1)->child(index));
         combo->hidePopup();
     }
 
     Root root;
-    COpBasketsPortfolioComboBox *combo = new COpBasketsPortfolioComboBox(2, TOT_ALL, &root);
 };
-
-TEST_F(PortfolioPicker, OffersPortfoliosInKeyOrderOnlyWithTheModule)
-{
-    combo->showPopup();
-    QTreeWidget *tree = combo->tree()->treeWidget();
-    ASSERT_EQ(tree->topLevelItemCount(), 2);
-    EXPECT_EQ(tree->topLevelItem(0)->text(0), QStringLiteral("当前持仓"));
-    ASSERT_EQ(tree->topLevelItem(1)->childCount(), 2);
-    EXPECT_EQ(tree->topLevelItem(1)->child(0)->text(0), QStringLiteral("价值"));
-    combo->hidePopup();
-
-    luawrapper::LuaModuleCtrl::instance()->setModule("mdl_order_portfolio", false);
-    combo->tree()->refreshData();
-    EXPECT_EQ(tree->topLevelItemCount(), 1);
-}
 
 TEST_F(PortfolioPicker, ChoicesGoUpWithKeyOrTextAndADeletedPortfolioFallsBackToCurrentPositions)
 {
-    choose(1);
+    auto *combo = new COpBasketsPortfolioComboBox(2, TOT_ALL, &root);
+    choose(combo, 1);
     EXPECT_EQ(combo->currentText(), QStringLiteral("成长"));
     EXPECT_EQ(combo->getCurrentSelectedKey(), QStringLiteral("p2"));
-    choose(-1);
+    choose(combo, -1);
     EXPECT_EQ(combo->currentText(), QStringLiteral("当前持仓"));
     EXPECT_TRUE(combo->getCurrentSelectedKey().isEmpty());
     EXPECT_EQ(root.received, (QStringList{QStringLiteral("1149,2,2,p2"), QStringLiteral("1149,2,1,当前持仓")}));
 
-    choose(0);
+    choose(combo, 0);
     root.received.clear();
     combo->updatePortfolioDataForCombo();
     EXPECT_EQ(root.received, QStringList{QStringLiteral("1149,2,2,p1")}) << "still there: reported again";
@@ -523,8 +453,33 @@ TEST_F(PortfolioPicker, ChoicesGoUpWithKeyOrTextAndADeletedPortfolioFallsBackToC
     // Two portfolios of one name give the first key.
     addPortfolio("p1", "价值");
     addPortfolio("p0", "价值");
-    choose(1); // the second "价值" in key order
+    choose(combo, 1); // the second "价值" in key order
     EXPECT_EQ(combo->getCurrentSelectedKey(), QStringLiteral("p0"));
+
+    // Without the module only the current positions are offered.
+    luawrapper::LuaModuleCtrl::instance()->setModule("mdl_order_portfolio", false);
+    combo->tree()->refreshData();
+    EXPECT_EQ(combo->tree()->treeWidget()->topLevelItemCount(), 1);
+}
+
+TEST_F(PortfolioPicker, ThePositionTableShowsTheChosenPortfoliosPositions)
+{
+    getUserConfig()->setHasPortfolio(true);
+    const auto account = addAccount("a1", {position("600000", 1000, 1000, 10000), position("600001", 800, 800, 8000)});
+    addPortfolio("p1", "价值", "a1", {position("600001", 300, 300, 3000)});
+    auto *table = new CExchangePositionTable(&root, TOT_ALL);
+    ASSERT_NE(table->portfolioCombo(), nullptr);
+    choose(table->portfolioCombo(), 0);
+    EXPECT_EQ(table->positionMode(), 2);
+    EXPECT_EQ(root.received.last(), QStringLiteral("1149,2,2,p1"));
+
+    table->setAccount(account);
+    ASSERT_EQ(table->table()->dataRowCount(), 1);
+    EXPECT_EQ(table->table()->itemLonglong(0, CExchangePositionTable::COL_VOLUME), 300);
+    int id = 5;
+    QString name, code;
+    table->getPortfolioData(id, name, code);
+    EXPECT_EQ(QStringLiteral("%1 %2 %3").arg(id).arg(name, code), QStringLiteral("11 价值 JZ"));
 }
 
 } // namespace

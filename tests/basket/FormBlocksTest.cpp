@@ -83,20 +83,15 @@ TEST_F(FormBlocks, onlyTheTabsBlockShowsAndTheSettingBarFoldsIt)
     }
 }
 
-TEST_F(FormBlocks, typesComeFromTheSideOfTheOperation)
+// Which side's block prices each line is checked on the orders that leave (tab_orders_tests);
+// here a line the trader switches to sell takes the sell side's parameters and keeps its volume.
+TEST_F(FormBlocks, aLineSwitchedToSellTakesTheSellSidesTypes)
 {
     make();
     onTab(TOT_ALL);
     form->buySellWidget()->getBuyParam()->table()->setPriceType(2);
     form->buySellWidget()->getSellParam()->table()->setPriceType(1);
     form->buySellWidget()->getSellParam()->table()->setOrderType(5);
-    EXPECT_EQ(form->getParamWidget(18), form->buySellWidget()->getBuyParam());
-    EXPECT_EQ(form->getParamWidget(19), form->buySellWidget()->getSellParam());
-    EXPECT_EQ(form->getPriceType(18), 2);
-    EXPECT_EQ(form->getPriceType(19), 1);
-    EXPECT_EQ(form->getOrderType(19), 5);
-
-    // A line switched to sell takes the sell side's parameters, its volume stays.
     CCodeOrderParam line;
     line.m_operationType = ttservice::OT_SELL;
     line.m_volume = 300;
@@ -105,10 +100,6 @@ TEST_F(FormBlocks, typesComeFromTheSideOfTheOperation)
     EXPECT_EQ(line.m_priceType, 1);
     EXPECT_EQ(line.m_orderType, 5);
     EXPECT_EQ(line.m_volume, 300);
-
-    onTab(TOT_ONEKEY_FUTURE);
-    EXPECT_EQ(form->getParamWidget(0), form->ftrOneKeyWidget()->getBuyParam());
-    EXPECT_EQ(form->getParamWidget(3), form->ftrOneKeyWidget()->getSellParam());
 }
 
 TEST_F(FormBlocks, creditOperationComesFromItsButtonsAndTheContractKind)
@@ -130,30 +121,6 @@ TEST_F(FormBlocks, creditOperationComesFromItsButtonsAndTheContractKind)
     buttons->button(53)->click();
     EXPECT_EQ(form->getOperationType(), 24);
     EXPECT_TRUE(form->contractRow()->isHidden());
-}
-
-TEST_F(FormBlocks, expandButtonUnfoldsTheBlocksOfTheTabOnly)
-{
-    make();
-    onTab(TOT_ALL);
-    form->handleEvent(5, 9, 0, QString(), nullptr);
-    EXPECT_TRUE(form->isExpanded());
-    EXPECT_FALSE(form->buySellWidget()->getBuyParam()->table()->expandItemsHidden());
-    EXPECT_FALSE(form->buySellWidget()->getSellParam()->table()->expandItemsHidden());
-    EXPECT_TRUE(form->stockParams()->table()->expandItemsHidden());
-    form->handleEvent(5, 9, 0, QString(), nullptr);
-    EXPECT_TRUE(form->buySellWidget()->getBuyParam()->table()->expandItemsHidden());
-}
-
-TEST_F(FormBlocks, withoutTheOneKeyBlockTypesAreUnknown)
-{
-    luawrapper::LuaModuleCtrl::instance()->setModule("mdl_order_compose_basket_buy_sell", false);
-    make();
-    form->setCurrentOperationType(TOT_ALL);
-    EXPECT_EQ(form->buySellWidget(), nullptr);
-    EXPECT_EQ(form->getPriceType(18), -1);
-    EXPECT_EQ(form->getOrderType(19), -1);
-    EXPECT_EQ(form->getParamWidget(18), nullptr);
 }
 
 TEST_F(FormBlocks, instructionOrderTypeShowsTheCommandRatioAndAlgorithmsHideTheHedge)
@@ -205,6 +172,7 @@ TEST_F(FormBlocks, optionsOfOneSideAreCopiedToTheOther)
     EXPECT_EQ(buy->loadCheckParam(), QString());
 }
 
+// Without the one-key block its types are unknown and its shortcut places nothing.
 TEST_F(FormBlocks, shortcutPlacesOnlyWhereTheOneKeyBlockExists)
 {
     make();
@@ -217,6 +185,10 @@ TEST_F(FormBlocks, shortcutPlacesOnlyWhereTheOneKeyBlockExists)
     make();
     form->doShortCutOrder(400, nullptr);
     EXPECT_EQ(getMsgService()->shownMessages().size(), refusals);
+    form->setCurrentOperationType(TOT_ALL);
+    EXPECT_EQ(form->buySellWidget(), nullptr);
+    EXPECT_EQ(form->getPriceType(18), -1);
+    EXPECT_EQ(form->getOrderType(19), -1);
 }
 
 TEST_F(FormBlocks, linesAreRefreshedOnlyAfterThirtySeconds)

@@ -182,6 +182,14 @@ TEST_F(OrderChecks, MoneyCheckWithTheToleranceAndSellsPayingForBuys)
     EXPECT_TRUE(form->checkOrderValid(swap));
     swap[1].m_volume = 99999;
     EXPECT_FALSE(form->checkOrderValid(swap));
+
+    // Account by account too: the sells pay for the buys the cash does not cover.
+    std::vector<CCodeOrderParam> own = {line("600000", 18, 150000), line("600000", 19, 50000)};
+    for (CCodeOrderParam &l : own)
+        l.m_account = getUserConfig()->getAccountData(QStringLiteral("a1"));
+    EXPECT_EQ(form->accountsShortOfMoney(own).toStdString(), "");
+    own[1].m_volume = 49999;
+    EXPECT_EQ(form->accountsShortOfMoney(own).toStdString(), "可用资金不足, 未下单: a1-id 需 100001.00, 可用 100000.00");
 }
 
 class PatchChecks : public OrderChecks

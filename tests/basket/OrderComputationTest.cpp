@@ -1,4 +1,3 @@
-#include "COpBasketOrder.h"
 #include "COpBasketParamsWidget.h"
 #include "COpBasketReplaceStockToolBar.h"
 #include "COpBasketsComboBox.h"
@@ -13,6 +12,9 @@
 #include "COpAccountsWidget.h"
 #include "CParameterCell.h"
 #include "CTimeService.h"
+#include "CAccountData.h"
+#include "IDataCenter.h"
+#include "TraderCenter.h"
 #include "CTradeClient.h"
 #include "StockTypeCenter.h"
 #include "SampleMarket.h"
@@ -224,6 +226,11 @@ TEST_F(OrderComputation, AimedMoneyIsTheModesMoneySharedByTheAccountWeights)
     // Half of 4,000,000 available, a quarter and three quarters of it.
     const QMap<QString, double> expected{{QStringLiteral("a1"), 500000.0}, {QStringLiteral("a2"), 1500000.0}};
     EXPECT_EQ(form->aimedMoney(), expected);
+    // The total-asset mode takes its own cell: a quarter of 8,000,000 of assets is the same sum.
+    for (const auto &[key, asset] : {std::make_pair("a1", 2e6), std::make_pair("a2", 6e6)})
+        ttservice::TraderCenter::instance()->getDataCenter()->getAccountData(key)->getAccountDetail()->m_totalAsset = asset;
+    sizeBy(VT_ASSET_RATIO, P::CellAssetRatio, 25);
+    EXPECT_EQ(form->aimedMoney(), expected);
     setMode(VT_COPIES);
     form->updateBasketConfirmData();
     EXPECT_TRUE(form->aimedMoney().isEmpty());
@@ -275,6 +282,30 @@ TEST_F(OrderComputation, FilteredRowsKeepTheirLinesButLeaveTheWeights)
     form->updateBasketConfirmData();
     ASSERT_EQ(lines().size(), 2u);
     EXPECT_EQ(totalVolume(), 0);
+}
+
+// Where the form sizes each row by its own side, the tab words the side of its lines; one
+// account on the one-key tab buys what its money allows, in whole lots only.
+TEST_F(OrderComputation, RowSidesAndWholeLotsByTab)
+{
+    setQuote("SH", "600000", 10);
+    setQuote("SH", "600001", 10);
+    const struct { const char *name; quint64 tab; ttservice::EVQBrokerType broker; std::vector<std::string> expected; } cases[] = {
+        {"oneKeyOneAccount", TOT_ALL, ttservice::BROKER_TYPE_STOCK, {"18 100", "19 100"}},
+        {"credit", TOT_CREDIT, ttservice::BROKER_TYPE_CREDIT, {"20 100", "21 100"}},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        form->setCurrentOperationType(c.tab);
+        sample::addAccount(c.name, c.broker, 1e6);
+        select(c.name);
+        useBasket({row("SH", "600000", 1, 150), row("SH", "600001", 1, 100, ttservice::OT_SELL)});
+        sizeBy(VT_COPIES, P::CellCopies, 1);
+        std::vector<std::string> got;
+        for (const CCodeOrderParam &line : lines())
+            got.push_back(std::to_string(int(line.m_operationType)) + " " + std::to_string(line.m_volume));
+        EXPECT_EQ(got, c.expected);
+    }
 }
 
 TEST_F(OrderComputation, RowsOfOneAccountAndSplitsOfTheWrongLength)

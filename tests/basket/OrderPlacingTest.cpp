@@ -153,6 +153,15 @@ TEST_F(OrderPlacing, PlainOrderCarriesEveryArgumentAndARepeatIsAskedAbout)
     pressLater();
     EXPECT_EQ(placed().size(), 3u);
     EXPECT_EQ(WK::CMessageBox::records().size(), 2);
+
+    // The same lines for another account are a new order, not a repeat.
+    addAccount("a2", 1e9);
+    form->accountsWidget()->setSelectedAccount(QStringLiteral("a1"), false);
+    form->updateBasketConfirmData();
+    press();
+    ASSERT_EQ(placed().size(), 4u);
+    EXPECT_EQ(placed()[3].m_orders[0].m_account->getKey(), "a2");
+    EXPECT_EQ(WK::CMessageBox::records().size(), 2);
 }
 
 TEST(OrderSettling, PricesGoToTheNearestTickAsTheTickIsWritten)

@@ -22,12 +22,6 @@ using namespace TC;
 
 namespace {
 
-std::unique_ptr<CBasketOperationPanel> makePanel(int role, int panelId = 7)
-{
-    getUserConfig()->setRole(role);
-    return std::make_unique<CBasketOperationPanel>(panelId, nullptr);
-}
-
 ttservice::CAccountInfo account(const std::string &key)
 {
     ttservice::CAccountInfo info;
@@ -36,10 +30,6 @@ ttservice::CAccountInfo account(const std::string &key)
     info.m_brokerType = ttservice::BROKER_TYPE_STOCK;
     return info;
 }
-
-class PanelEntry : public SubstituteTest
-{
-};
 
 using Line = std::pair<const char *, int>; // market, operation
 
@@ -59,19 +49,29 @@ void addCommand(const std::string &key, const std::vector<Line> &lines,
     CTradeClient::instance()->addCommand(command);
 }
 
-class InstructionEntry : public SubstituteTest
+class PanelEntry : public SubstituteTest
+{
+protected:
+    CBasketOperationPanel *open(int role, int panelId = 1)
+    {
+        getUserConfig()->setRole(role);
+        panel = std::make_unique<CBasketOperationPanel>(panelId, nullptr);
+        return panel.get();
+    }
+    COpBasketParamsWidget *form() const { return panel->basketWidget()->paramsWidget(); }
+
+    std::unique_ptr<CBasketOperationPanel> panel;
+};
+
+// A trader's panel, the one instructions reach.
+class InstructionEntry : public PanelEntry
 {
 protected:
     void SetUp() override
     {
-        SubstituteTest::SetUp();
-        getUserConfig()->setRole(200);
-        panel = std::make_unique<CBasketOperationPanel>(1, nullptr);
+        PanelEntry::SetUp();
+        open(200);
     }
-
-    COpBasketParamsWidget *form() const { return panel->basketWidget()->paramsWidget(); }
-
-    std::unique_ptr<CBasketOperationPanel> panel;
 };
 
 } // namespace
@@ -82,22 +82,17 @@ TEST_F(PanelEntry, OnlyBasketRolesGetTheForm)
         {90, true}, {91, true}, {100, true}, {101, true}, {80, true}, {200, true}, {400, false}, {0, false}, {300, false}};
     for (const auto &c : cases) {
         SCOPED_TRACE(c.role);
-        auto panel = makePanel(c.role);
+        open(c.role);
         EXPECT_EQ(panel->basketWidget() != nullptr, c.hasContent);
-        EXPECT_EQ(panel->tradeType(), ttservice::VQ_TRADER_BASKET);
         // A panel without the form says why instead of staying an empty grey area.
-        const QLabel *reason = panel->findChild<QLabel *>(QStringLiteral("no_rights_label"));
-        EXPECT_EQ(reason != nullptr, !c.hasContent);
-        if (reason) {
-            EXPECT_TRUE(reason->text().contains(QStringLiteral("没有组合交易权限")));
-        }
+        EXPECT_EQ(panel->findChild<QLabel *>(QStringLiteral("no_rights_label")) != nullptr, !c.hasContent);
     }
 }
 
 TEST_F(PanelEntry, EmptyPanelIgnoresEveryCall)
 {
     // Role 400 may receive instructions, but without content there is nothing to give them to.
-    auto panel = makePanel(400);
+    open(400);
     auto command = boost::make_shared<ttservice::COrderCommand>();
     command->m_commandKey = "cmd-1";
     CTradeClient::instance()->addCommand(command);
@@ -118,43 +113,39 @@ TEST_F(PanelEntry, EmptyPanelIgnoresEveryCall)
     EXPECT_TRUE(CTradeClient::instance()->placedTasks().empty());
 }
 
-TEST_F(PanelEntry, ThirdPieceOfTheClientTextReachesTheForm)
+TEST_F(PanelEntry, ThirdPieceOfTheClientTextAndTheTabWordReachTheForm)
 {
-    auto panel = makePanel(90);
+    open(90);
     // The form's piece is an older client's text that names the sell tab.
     panel->setParam(QStringLiteral("frame|dock|1024/T/400"));
-    COpBasketParamsWidget *form = panel->basketWidget()->paramsWidget();
-    EXPECT_EQ(form->getTradeOpType(), 0x400u);
+    EXPECT_EQ(form()->getTradeOpType(), 0x400u);
     // The panel answers only its own piece: the frame pieces are the client's.
     const QStringList pieces = panel->param().split(QLatin1Char('/'));
     ASSERT_GE(pieces.size(), 3);
-    EXPECT_EQ(pieces.at(0), form->param());
+    EXPECT_EQ(pieces.at(0), form()->param());
     EXPECT_EQ(pieces.at(2), QStringLiteral("400"));
 
     // A text with one bar in it (a basket's name) is the form's whole: neither half would read.
     CBasketSetting basket;
     basket.m_name = QStringLiteral("left|right");
     getUserConfig()->baskets().insert(basket.m_name, basket);
-    form->setCurrentOperationType(0x200);
+    form()->setCurrentOperationType(0x200);
     panel->setParam(QStringLiteral("{\"BS\":\"1024\",\"BBox\":\"left|right\"}"));
-    EXPECT_EQ(form->getTradeOpType(), 0x400u);
-    EXPECT_EQ(form->currentBasketName(), QStringLiteral("left|right"));
-}
+    EXPECT_EQ(form()->getTradeOpType(), 0x400u);
+    EXPECT_EQ(form()->currentBasketName(), QStringLiteral("left|right"));
 
-TEST_F(PanelEntry, WordWithoutATabBitIsDropped)
-{
-    auto panel = makePanel(90);
-    COpBasketParamsWidget *form = panel->basketWidget()->paramsWidget();
+    // A word without a tab bit is dropped: the form stays on its tab.
+    form()->setCurrentOperationType(0x200);
     for (const quint64 word : {0x10u, 0x400u, 0x400u | 0x10u}) {
         panel->setCurrentOperationType(word);
-        EXPECT_EQ(form->getTradeOpType(), word == 0x10u ? 0x200u : word) << word;
+        EXPECT_EQ(form()->getTradeOpType(), word == 0x10u ? 0x200u : word) << word;
     }
 }
 
 TEST_F(PanelEntry, AccountRefreshReloadsThePickerAndWritesItsTimingLine)
 {
-    auto panel = makePanel(91, 12);
-    COpAccountsWidget *accounts = panel->basketWidget()->paramsWidget()->accountsWidget();
+    open(91, 12);
+    COpAccountsWidget *accounts = form()->accountsWidget();
     EXPECT_EQ(accounts->accountCount(), 0);
     getUserConfig()->addAccount(account("a1"));
     panel->requestAccount(account("a1"));
@@ -174,13 +165,7 @@ TEST_F(PanelEntry, AccountRefreshReloadsThePickerAndWritesItsTimingLine)
                               "[PT] [panel_group|3] [panel|12] [trade_type|4], time = 0.00, account_num = 2.");
     EXPECT_EQ(log.lines()[1], "[" + address + "] [TC::CBasketOperationPanel::requestAccount] "
                               "[PT] [panel_group|3] [panel|12] [trade_type|4], time = 0.00.");
-    EXPECT_EQ(log.sourceFiles()[0], "basket\\CBasketOperationPanel");
-    EXPECT_EQ(log.levels()[0], 20000);
     utils::useSteadyClockMSec();
-
-    utils::CLogCenter::instance()->setLogEnabled(false);
-    panel->refreshAccounts();
-    EXPECT_EQ(log.lines().size(), 2u) << "disabled logging writes nothing";
 }
 
 TEST_F(InstructionEntry, LinesDecideTheTab)
@@ -194,15 +179,13 @@ TEST_F(InstructionEntry, LinesDecideTheTab)
         {"sellOnly", {{"SZ", 19}}, 0x400},
         {"noLinesKeepTheTab", {}, 0x400},
     };
-    getUserConfig()->setRole(90);
     for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
-        CBasketOperationPanel manager(1, nullptr);
-        manager.setCurrentOperationType(0x400);
+        open(90)->setCurrentOperationType(0x400);
         addCommand(c.name, c.lines);
-        manager.setSingleCommand(c.name);
-        EXPECT_EQ(manager.basketWidget()->paramsWidget()->getTradeOpType(), c.word);
-        EXPECT_EQ(manager.basketWidget()->paramsWidget()->commandKey(), c.name);
+        panel->setSingleCommand(c.name);
+        EXPECT_EQ(form()->getTradeOpType(), c.word);
+        EXPECT_EQ(form()->commandKey(), c.name);
     }
 }
 

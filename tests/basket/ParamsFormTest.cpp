@@ -8,8 +8,6 @@
 #include "COpBasketFutureParamsWidget.h"
 #include "COperationPushButtonGroup.h"
 #include "CParameterCell.h"
-#include "CPushButton.h"
-#include "CWidgetList.h"
 #include "LuaModuleCtrl.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
@@ -87,7 +85,6 @@ protected:
 TEST_F(ParamsForm, TabsFollowTheModules)
 {
     EXPECT_EQ(tabIds(*makeForm()), (std::vector<int>{0x200, 0x400}));
-    EXPECT_EQ(makeForm()->contractRow(), nullptr);
 
     switchOn({"mdl_order", "mdl_order_compose_one_key_futures"});
     // One-key futures needs the futures module as well.
@@ -95,44 +92,21 @@ TEST_F(ParamsForm, TabsFollowTheModules)
 
     switchOn(kAllTabs);
     EXPECT_EQ(tabIds(*makeForm()), (std::vector<int>{0x200, 0x400, 0x800, 0x2000, 0x1000, 0x4000, 0x80000}));
-
-    // The contract row comes with its module, and shows for no operation the credit tab opens on.
-    switchOn({"mdl_order_credit_has_special_opt"});
-    auto form = makeForm();
-    ASSERT_NE(form->contractRow(), nullptr);
-    form->show();
-    form->setCurrentOperationType(0x2000);
-    EXPECT_FALSE(form->contractRow()->isVisible());
 }
 
-TEST_F(ParamsForm, EachTabSetsOperationPickerHedgeMoneyUnitAndAdjustButton)
+TEST_F(ParamsForm, EachTabSetsOperationAndTheAccountsAndBasketsItOffers)
 {
     switchOn(kAllTabs);
-    switchOn({"mdl_order_compose_hedge", "mdl_order_compose_adjust_position"});
-    getUserConfig()->setUserAuth(1, true);
     auto form = makeForm();
-    form->show();
-    ASSERT_NE(form->hedgeWidget(), nullptr);
-    ASSERT_NE(form->adjustButton(), nullptr);
-    const struct { const char *name; quint64 word; int operation, brokerType; bool hedgeShown, hkd, adjustShown; } cases[] = {
-        {"buy", 0x200, 18, 2, true, false, false},
-        {"sell", 0x400, 19, 2, true, false, false},
-        {"oneKey", 0x800, -1, 2, false, false, true},
-        {"futures", 0x1000, 0, 1, false, false, false},
-        {"oneKeyFutures", 0x4000, -1, 1, false, false, true},
-        {"shanghaiConnect", 0x80000, -1, 7, false, true, false},
-        {"shenzhenConnect", 0x100000, -1, 11, false, true, false},
-    };
+    const struct { quint64 word; int operation, brokerType; } cases[] = {
+        {0x200, 18, 2}, {0x400, 19, 2}, {0x800, -1, 2}, {0x1000, 0, 1}, {0x4000, -1, 1}, {0x80000, -1, 7}, {0x100000, -1, 11}};
     for (const auto &c : cases) {
-        SCOPED_TRACE(c.name);
+        SCOPED_TRACE(c.word);
         form->setCurrentOperationType(c.word);
         EXPECT_EQ(form->getTradeOpType(), c.word);
         EXPECT_EQ(form->getOperationType(), c.operation);
         EXPECT_EQ(form->basketsCombo()->getBrokerType(), c.brokerType);
-        EXPECT_EQ(form->hedgeWidget()->isVisible(), c.hedgeShown);
         EXPECT_EQ(form->accountsWidget()->tradeOpType(), c.word);
-        EXPECT_EQ(form->cell(P::CellMoney)->unit(), c.hkd ? QStringLiteral("港币") : QStringLiteral("元"));
-        EXPECT_EQ(form->adjustButton()->isVisible(), c.adjustShown);
     }
     // A word between buy and sell refreshes the tab on view.
     form->setCurrentOperationType(0x400);
@@ -172,19 +146,12 @@ TEST_F(ParamsForm, OffersTheModesOfTabAndBasket)
 {
     switchOn(kAllTabs);
     // A basket kind of -1: no basket chosen.
-    const struct { const char *name; quint64 word; int basketKind; const char *indexCode; std::vector<int> modes; }
-        cases[] = {
-            {"futures", 0x1000, -1, "", {0, 1, 2}},
-            {"connect", 0x80000, -1, "", {0, 1}},
-            {"oneKey", 0x800, -1, "", {0, 1, 2, 3, 4}},
-            {"buyWithoutBasket", 0x200, -1, "", {}},
-            {"ownBasket", 0x200, 0, "", {0, 1, 2, 3, 4}},
-            {"indexBasketOnBuy", 0x200, 1, "000300", {1, 2, 3, 4, 6}},
-            {"otherIndexCode", 0x200, 1, "000001", {1, 2, 3, 4}},
-            {"indexBasketOnSell", 0x400, 1, "000905", {1, 2, 3, 4}},
-            {"indexKindTwo", 0x200, 2, "000016", {1, 2, 3, 4}},
-            {"etfBasket", 0x2000, 3, "", {0}},
-        };
+    const struct { const char *name; quint64 word; int basketKind; const char *indexCode; std::vector<int> modes; } cases[] = {
+        {"futures", 0x1000, -1, "", {0, 1, 2}},          {"connect", 0x80000, -1, "", {0, 1}},
+        {"oneKey", 0x800, -1, "", {0, 1, 2, 3, 4}},       {"buyWithoutBasket", 0x200, -1, "", {}},
+        {"ownBasket", 0x200, 0, "", {0, 1, 2, 3, 4}},     {"indexBasketOnBuy", 0x200, 1, "000300", {1, 2, 3, 4, 6}},
+        {"otherIndexCode", 0x200, 1, "000001", {1, 2, 3, 4}}, {"indexBasketOnSell", 0x400, 1, "000905", {1, 2, 3, 4}},
+        {"indexKindTwo", 0x200, 2, "000016", {1, 2, 3, 4}}, {"etfBasket", 0x2000, 3, "", {0}}};
     for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
         const QString name = QString::fromLatin1(c.name);
@@ -237,20 +204,14 @@ TEST_F(ParamsForm, AutoHedgeAddsAndRemovesTheContractMode)
 
 TEST_F(ParamsForm, ShowsTheCellOfTheModeOrTheSellRatio)
 {
-    const struct { const char *name; quint64 word; int mode, batchFlags; std::vector<int> shownCells; bool volumnRowShown; }
-        cases[] = {
-            {"copies", 0x200, 0, -1, {P::CellCopies}, true},
-            {"money", 0x200, 1, -1, {P::CellMoney}, true},
-            {"netValueUsesRatio", 0x200, 2, -1, {P::CellRatio}, true},
-            {"availableUsesRatio", 0x200, 3, -1, {P::CellRatio}, true},
-            {"assetRatio", 0x200, 4, -1, {P::CellAssetRatio}, true},
-            {"contractLots", 0x200, 5, -1, {P::CellContract}, true},
-            {"indexLots", 0x200, 6, -1, {P::CellTotalLots}, true},
-            {"batchSellOnSellTab", 0x400, 2, 2, {P::CellRatio, P::CellSellRatio}, false},
-            {"batchSellOnBuyTab", 0x200, 0, 2, {P::CellCopies}, true},
-            {"positionSellOnSellTab", 0x400, 0, 4, {P::CellSellRatio}, false},
-            {"positionSellOnBuyTab", 0x200, 1, 4, {P::CellCopies}, true},
-        };
+    // The amount the sizing reads is the one cell shown: a mode's own, or the sell ratio's.
+    const struct { const char *name; quint64 word; int mode, batchFlags; std::vector<int> shownCells; bool volumnRowShown; } cases[] = {
+        {"availableUsesRatio", 0x200, 3, -1, {P::CellRatio}, true},
+        {"indexLots", 0x200, 6, -1, {P::CellTotalLots}, true},
+        {"batchSellOnSellTab", 0x400, 2, 2, {P::CellRatio, P::CellSellRatio}, false},
+        {"batchSellOnBuyTab", 0x200, 0, 2, {P::CellCopies}, true},
+        {"positionSellOnSellTab", 0x400, 0, 4, {P::CellSellRatio}, false},
+        {"positionSellOnBuyTab", 0x200, 1, 4, {P::CellCopies}, true}};
     for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
         auto form = makeForm();
@@ -280,25 +241,10 @@ TEST_F(ParamsForm, SellTabTakesFractionalCopies)
 
 TEST_F(ParamsForm, IndexVolumeByMarketAndCode)
 {
-    EXPECT_EQ(P::getIndexVolume(QStringLiteral("SH"), QStringLiteral("000300")), 300);
-    EXPECT_EQ(P::getIndexVolume(QStringLiteral("SH"), QStringLiteral("000905")), 200);
-    EXPECT_EQ(P::getIndexVolume(QStringLiteral("SH"), QStringLiteral("000016")), 300);
-    EXPECT_EQ(P::getIndexVolume(QStringLiteral("SZ"), QStringLiteral("000300")), 1);
-    EXPECT_EQ(P::getIndexVolume(QStringLiteral("SH"), QStringLiteral("000001")), 1);
-}
-
-TEST_F(ParamsForm, EntrustmentOnlyForTouchOrdersOnStockTabs)
-{
-    switchOn(kAllTabs);
-    auto form = makeForm();
-    form->show();
-    form->updateEntrustVisible(true);
-    EXPECT_TRUE(form->entrustCombo()->isVisible());
-    form->updateEntrustVisible(false);
-    EXPECT_FALSE(form->entrustCombo()->isVisible());
-    form->setCurrentOperationType(0x1000);
-    form->updateEntrustVisible(true);
-    EXPECT_FALSE(form->entrustCombo()->isVisible());
+    const struct { const char *market, *code; int volume; } cases[] = {
+        {"SH", "000300", 300}, {"SH", "000905", 200}, {"SH", "000016", 300}, {"SZ", "000300", 1}, {"SH", "000001", 1}};
+    for (const auto &c : cases)
+        EXPECT_EQ(P::getIndexVolume(QString::fromLatin1(c.market), QString::fromLatin1(c.code)), c.volume) << c.market << c.code;
 }
 
 TEST_F(ParamsForm, PriceLimitsMarkWithinOneTickOrBeyond)

@@ -6,7 +6,6 @@
 
 #include "CGlobalOrderParamTable.h"
 #include "CPushButton.h"
-#include "CSimpleTextWidget.h"
 #include "CStandardTable.h"
 
 #include "CUserConfig.h"
@@ -15,8 +14,6 @@
 #include "SubstituteFixture.h"
 
 #include <QComboBox>
-#include <QGuiApplication>
-#include <QScreen>
 
 #include <functional>
 #include <memory>
@@ -340,16 +337,6 @@ protected:
     }
     void onTab(quint64 word) { form->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr); }
     int patchOperation() const { return form->patchSetting()->paramTable()->operationType(); }
-    // Shows the panel with the bar's top right corner at this global point and clicks the link.
-    COpBasketPatchSettingWidget *openWithBarCornerAt(const QPoint &corner)
-    {
-        COpBasketParamsButtonsBar *bar = form->buttonsBar();
-        panel->show();
-        panel->move(panel->pos() + corner - bar->mapToGlobal(bar->rect().topRight()));
-        bar->patchText()->show();
-        bar->handleEvent(9, 5, 0, QString(), nullptr); // the link's click
-        return form->patchSetting();
-    }
 
     std::unique_ptr<COperationBasketWidget> panel;
     COpBasketParamsWidget *form = nullptr;
@@ -370,29 +357,17 @@ TEST_F(PatchInForm, thePatchTableTakesTheOperationOfTheTabAndOfTheOneKeySide)
     EXPECT_EQ(patchOperation(), ttservice::OT_BUY);
 }
 
-TEST_F(PatchInForm, theBarsLinkOpensTheWindowRisingFromTheBarOrBelowAndBesideItNearTheScreensEdge)
+TEST_F(PatchInForm, theBarsLinkOpensTheLoadedSetsWhichATraderCannotChange)
 {
     getUserConfig()->patchSettings().insert(QStringLiteral("开盘补单"), QString());
     make();
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    form->buttonsBar()->handleEvent(9, 5, 0, QString(), nullptr); // the link's click
     COpBasketPatchSettingWidget *window = form->patchSetting();
-    const COpBasketParamsButtonsBar *bar = form->buttonsBar();
-    openWithBarCornerAt(screen.topLeft() + QPoint(window->width() + 20, window->height() + 20));
     ASSERT_TRUE(window->isVisible());
     EXPECT_EQ(window->listTable()->rowCount(), 1);
-    EXPECT_EQ(window->geometry().bottomRight(), bar->mapToGlobal(bar->rect().topRight()));
+    EXPECT_TRUE(window->isEnabled());
     window->hide();
 
-    openWithBarCornerAt(screen.topLeft() + QPoint(bar->width() + 10, 20));
-    ASSERT_TRUE(window->isVisible());
-    const QRect barFrame(bar->mapToGlobal(QPoint(0, 0)), bar->size());
-    EXPECT_GT(window->geometry().top(), barFrame.bottom());
-    EXPECT_GT(window->geometry().left(), barFrame.right());
-    window->hide();
-}
-
-TEST_F(PatchInForm, aTraderCannotChangeTheSets)
-{
     make(200);
     EXPECT_FALSE(form->patchSetting()->isEnabled());
 }

@@ -1,4 +1,6 @@
+// The basket form's small controls: the operation tabs, a named combo and the expanding bar.
 #include "CBasketParamTabButton.h"
+#include "COpBasketParamsExpandBar.h"
 #include "CComboxNameWidget.h"
 #include "COperationPushButtonGroup.h"
 #include "EventRecorder.h"
@@ -8,8 +10,9 @@
 
 #include <gtest/gtest.h>
 
-#include <QLayout>
 #include <QtTest/QTest>
+
+#include <functional>
 
 namespace {
 
@@ -42,36 +45,17 @@ TEST(OperationPushButtonGroup, aPressDeliversFiveWithTheTabWordAndChecksTheTab)
     }
 }
 
-TEST(OperationPushButtonGroup, tabsStackFromTheTopInTheOrderAdded)
-{
-    EventRecorder parent;
-    TC::COperationPushButtonGroup *group = makeTabs(parent);
-    group->resize(24, 600);
-    group->layout()->activate();
-    for (int i = 0; i < group->buttons().size(); ++i) {
-        EXPECT_EQ(group->buttons().at(i)->geometry().top(), i * TC::CBasketParamTabButton::kTabHeight) << i;
-        EXPECT_EQ(group->buttons().at(i)->height(), TC::CBasketParamTabButton::kTabHeight) << i;
-    }
-}
-
-TEST(OperationPushButtonGroup, setCheckedByIdMovesTheCheckAndTheTabsColoursSilently)
+TEST(OperationPushButtonGroup, setCheckedByIdMovesTheCheckAndTheTabsColourSilently)
 {
     EventRecorder parent;
     TC::COperationPushButtonGroup *group = makeTabs(parent);
     auto *buy = static_cast<TC::CBasketParamTabButton *>(group->button(0x200));
-    buy->setBackgroundColorKeys(QStringLiteral("clr_basket_param_tab_button_nomal"),
-                                QStringLiteral("clr_basket_param_buy_btn_press"),
-                                QStringLiteral("clr_basket_param_buy_btn_hover"));
-    buy->setTextColorKeys(QStringLiteral("clr_text_left_tab_inactive"), QStringLiteral("clr_param_table_order_mode_active"));
-    EXPECT_EQ(buy->currentBackgroundKey(), QStringLiteral("clr_basket_param_buy_btn_press"));
-    EXPECT_EQ(buy->currentTextKey(), QStringLiteral("clr_param_table_order_mode_active"));
+    buy->setBackgroundColorKeys(QStringLiteral("normal"), QStringLiteral("pressed"), QStringLiteral("hover"));
+    EXPECT_EQ(buy->currentBackgroundKey(), QStringLiteral("pressed"));
 
     group->setCheckedByID(0x800);
     EXPECT_EQ(group->checkedId(), 0x800);
-    EXPECT_FALSE(buy->isChecked());
-    EXPECT_EQ(buy->currentBackgroundKey(), QStringLiteral("clr_basket_param_tab_button_nomal"));
-    EXPECT_EQ(buy->currentTextKey(), QStringLiteral("clr_text_left_tab_inactive"));
-
+    EXPECT_EQ(buy->currentBackgroundKey(), QStringLiteral("normal"));
     group->setCheckedByID(0x4000); // no such tab
     EXPECT_EQ(group->checkedButton(), group->button(0x800));
     EXPECT_TRUE(parent.seen.empty());
@@ -93,6 +77,33 @@ TEST(ComboxNameWidget, onlyTheUsersChoiceDeliversSixtyFourWithTheRowsId)
 
     QTest::keyClick(row->comboBox(), Qt::Key_Down);
     EXPECT_EQ(parent.seen, (EventRecorder::Events{{64, 17, 1, QStringLiteral("按组合股票权重")}}));
+}
+
+TEST(OpBasketParamsExpandBar, aClickSpaceOrEnterCollapsesThenExpandsAndDeliversEachStateTheProgramNone)
+{
+    const std::pair<const char *, std::function<void(QWidget *)>> inputs[] = {
+        {"click", [](QWidget *w) { QTest::mouseClick(w, Qt::LeftButton); }},
+        {"space", [](QWidget *w) { QTest::keyClick(w, Qt::Key_Space); }},
+        {"enter", [](QWidget *w) { QTest::keyClick(w, Qt::Key_Return); }},
+    };
+    const QString title = QStringLiteral("组合交易设置");
+    for (const auto &input : inputs) {
+        SCOPED_TRACE(input.first);
+        EventRecorder parent;
+        auto *bar = new TC::COpBasketParamsExpandBar(5, title, &parent);
+        bar->resize(300, TC::COpBasketParamsExpandBar::kBarHeight);
+        input.second(bar);
+        EXPECT_FALSE(bar->isExpanded());
+        input.second(bar);
+        EXPECT_TRUE(bar->isExpanded());
+        bar->setExpanded(false);
+        EXPECT_FALSE(bar->isExpanded());
+        // A press released off the bar is no click.
+        QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, QPoint(10, 10));
+        QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, QPoint(10, 200));
+        EXPECT_FALSE(bar->isExpanded());
+        EXPECT_EQ(parent.seen, (EventRecorder::Events{{1137, 5, 0, title}, {1137, 5, 1, title}}));
+    }
 }
 
 } // namespace

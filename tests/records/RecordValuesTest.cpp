@@ -1,5 +1,5 @@
 // The records' own arithmetic: tolerant comparisons, keys, sides, and the price an order takes.
-#include "CBasketStockData.h"
+// (The basket rows' order is checked with the services' helpers that sort by it.)
 #include "CPriceData.h"
 #include "CPriceDataHelper.h"
 #include "DoubleCompare.h"
@@ -53,22 +53,6 @@ TEST(OperationSide, BuySideOperations)
         EXPECT_TRUE(isBuyOperation(op)) << op;
     for (EOperationType op : {OT_SELL, OT_SHORT_SELL, OT_SELL_TO_REPAY, OT_OPEN_SHORT, OT_CLOSE_LONG, OT_NONE})
         EXPECT_FALSE(isBuyOperation(op)) << op;
-}
-
-TEST(BasketStockData, CompareOrdersByMarketCodeThenAccount)
-{
-    TC::CBasketStockData a;
-    a.m_market = "SH";
-    a.m_stockCode = "600000";
-    TC::CBasketStockData b = a;
-    EXPECT_EQ(TC::CBasketStockCompareTraits::compare(a, b), 0);
-    b.m_accountKey = "x";
-    EXPECT_LT(TC::CBasketStockCompareTraits::compare(a, b), 0);
-    b.m_stockCode = "000001";
-    EXPECT_GT(TC::CBasketStockCompareTraits::compare(a, b), 0);
-    b.m_market = "SZ";
-    EXPECT_LT(TC::CBasketStockCompareTraits::compare(a, b), 0);
-    EXPECT_EQ(a.key(), QStringLiteral("600000.SH"));
 }
 
 TC::CPriceData quote()

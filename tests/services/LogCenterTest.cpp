@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -35,12 +34,28 @@ TEST_F(LogCenter, LineIsAddressMethodAndFormattedText)
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_EQ(lines[0], "[" + utils::CLogCenter::addressText(&panel)
                             + "] [TC::CBasketOperationPanel::requestAccount] [PT] [panel|3] time = 1.50.");
-    const std::regex shape(R"(\[0x[0-9a-f]+\] \[TC::CBasketOperationPanel::requestAccount\] .*)");
-    EXPECT_TRUE(std::regex_match(lines[0], shape)) << lines[0];
     EXPECT_EQ(capture.sourceFiles(), std::vector<std::string>{"basket\\CBasketOperationPanel"});
     EXPECT_EQ(capture.levels(), std::vector<int>{20000});
     EXPECT_EQ(utils::CLogCenter::addressText(reinterpret_cast<const void *>(0x6020000001b0)), "0x6020000001b0");
     EXPECT_EQ(utils::CLogCenter::addressText(nullptr), "0x0");
+}
+
+TEST_F(LogCenter, CaptureEndsWithItsLifetimeAndCatchesTheLinesOfSeveralThreads)
+{
+    {
+        utils::CLogCapture gone;
+    }
+    utils::CLogCapture capture;
+    std::vector<std::thread> writers;
+    for (int t = 0; t < 4; ++t) {
+        writers.emplace_back([t] {
+            for (int i = 0; i < 25; ++i)
+                TT_LOG_INFO(nullptr, "TC::X::y", "basket\\X", boost::format("%1%-%2%") % t % i);
+        });
+    }
+    for (std::thread &w : writers)
+        w.join();
+    EXPECT_EQ(capture.lines().size(), 100u);
 }
 
 TEST_F(LogCenter, FileLinesFollowTheFileLevelAndDisabledLoggingWritesAndFormatsNothing)
@@ -63,31 +78,4 @@ TEST_F(LogCenter, FileLinesFollowTheFileLevelAndDisabledLoggingWritesAndFormatsN
     EXPECT_EQ(capture.lines().size(), 1u);
     EXPECT_EQ(evaluated, 0);
     EXPECT_FALSE(utils::CLogCenter::instance()->fileLogEnabled(51));
-}
-
-TEST_F(LogCenter, CaptureEndsWithItsLifetime)
-{
-    auto capture = std::make_unique<utils::CLogCapture>();
-    TT_LOG_INFO(this, "TC::X::y", "basket\\X", boost::format("first"));
-    EXPECT_EQ(capture->lines().size(), 1u);
-    capture.reset();
-    utils::CLogCapture later;
-    TT_LOG_INFO(this, "TC::X::y", "basket\\X", boost::format("second"));
-    ASSERT_EQ(later.lines().size(), 1u);
-    EXPECT_NE(later.lines()[0].find("second"), std::string::npos);
-}
-
-TEST_F(LogCenter, LinesFromSeveralThreadsAreAllCaught)
-{
-    utils::CLogCapture capture;
-    std::vector<std::thread> writers;
-    for (int t = 0; t < 4; ++t) {
-        writers.emplace_back([t] {
-            for (int i = 0; i < 25; ++i)
-                TT_LOG_INFO(nullptr, "TC::X::y", "basket\\X", boost::format("%1%-%2%") % t % i);
-        });
-    }
-    for (std::thread &w : writers)
-        w.join();
-    EXPECT_EQ(capture.lines().size(), 100u);
 }

@@ -54,9 +54,7 @@ TEST(Operation, NameSideCloseAndSwap)
     EXPECT_EQ(TC::getBuyOrSellType(OT_NONE), OT_NONE);
     EXPECT_EQ(TC::swapOperationType(OT_MONEY), OT_MONEY);
     EXPECT_EQ(operationValueToString(OT_BUY), "买");
-    EXPECT_EQ(operationValueToString(OT_MARGIN_BUY), "融资买入");
     EXPECT_EQ(TypeManager::instance()->getEnumItemName("ttservice::EEntrustBS", ENTRUST_SELL, VQ_TRADER_BASKET), "卖出");
-    EXPECT_EQ(TypeManager::instance()->getEnumItemName("ttservice::EOperationType", 21, VQ_TRADER_BASKET), "融券卖出");
     EXPECT_EQ(TypeManager::instance()->getEnumItemName("unknown", 5, VQ_TRADER_BASKET), "5");
     EXPECT_TRUE(TC::isSubCmdOrder(SUB_COMMAND_ORDER));
     EXPECT_FALSE(TC::isSubCmdOrder(SUB_COMMAND_NONE));
@@ -142,9 +140,6 @@ TEST(BatchFlagNames, EachListHasItsNameAndOnlyListsHaveOne)
         EXPECT_FALSE(name.isEmpty()) << flag;
         EXPECT_EQ(TC::nameBatchFlag(name), QFlags<TC::ETempBatchOrderFlag>(flag)) << flag;
     }
-    EXPECT_EQ(TC::batchFlagName(TC::BATCH_CLIPBOARD), QStringLiteral("剪贴板组合"));
-    EXPECT_EQ(TC::batchFlagName(QFlags<TC::ETempBatchOrderFlag>(32)), QStringLiteral("自定义组合"));
-    EXPECT_EQ(TC::batchFlagName(QFlags<TC::ETempBatchOrderFlag>(16)), QStringLiteral("调仓组合"));
     EXPECT_EQ(TC::batchFlagName(TC::BATCH_SELL), QStringLiteral("批量卖出组合"));
     EXPECT_TRUE(TC::batchFlagName(TC::BATCH_NONE).isEmpty());
     EXPECT_TRUE(TC::batchFlagName(QFlags<TC::ETempBatchOrderFlag>(64)).isEmpty());

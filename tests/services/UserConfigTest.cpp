@@ -47,7 +47,7 @@ protected:
 
 } // namespace
 
-TEST_F(UserConfig, AccountIsFoundByKeyAndIsTheDataCentresAccount)
+TEST_F(UserConfig, AccountIsFoundByKeyIsTheDataCentresAccountAndIsReplacedByItsKey)
 {
     const boost::shared_ptr<CAccount> account = config->getAccountData(QStringLiteral("credit1"));
     ASSERT_TRUE(account);
@@ -59,6 +59,13 @@ TEST_F(UserConfig, AccountIsFoundByKeyAndIsTheDataCentresAccount)
     ASSERT_TRUE(data);
     EXPECT_EQ(data->getAccountInfo().get(), account.get());
     EXPECT_EQ(TraderCenter::instance()->getDataCenter()->getAccountData("credit1"), data);
+
+    // Adding an account again replaces it; removing it takes it from the data centre too.
+    config->addAccount(info("stock1", BROKER_TYPE_HGT));
+    EXPECT_EQ(config->getAccountCount(), 4);
+    EXPECT_EQ(config->getAccountData(QStringLiteral("stock1"))->m_brokerType, BROKER_TYPE_HGT);
+    config->removeAccount("stock1");
+    EXPECT_FALSE(TraderCenter::instance()->getDataCenter()->getAccountData("stock1"));
 }
 
 TEST_F(UserConfig, GroupAccountsAreFilteredByBrokerTypesAndGroup)
@@ -71,17 +78,6 @@ TEST_F(UserConfig, GroupAccountsAreFilteredByBrokerTypesAndGroup)
               std::vector<std::string>());
     EXPECT_EQ(keysOf(config->getGroupAccountsMultiType({}, QStringLiteral("B"))),
               (std::vector<std::string>{"future1", "credit1"}));
-}
-
-TEST_F(UserConfig, AddingAnAccountAgainReplacesIt)
-{
-    CAccountInfo changed = info("stock1", BROKER_TYPE_HGT);
-    config->addAccount(changed);
-    EXPECT_EQ(config->getAccountCount(), 4);
-    EXPECT_EQ(config->getAccountData(QStringLiteral("stock1"))->m_brokerType, BROKER_TYPE_HGT);
-    config->removeAccount("stock1");
-    EXPECT_FALSE(config->getAccountData(QStringLiteral("stock1")));
-    EXPECT_FALSE(TraderCenter::instance()->getDataCenter()->getAccountData("stock1"));
 }
 
 TEST_F(UserConfig, MoneyAndPositionsReachTheAccountData)

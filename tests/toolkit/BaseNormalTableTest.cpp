@@ -1,3 +1,4 @@
+#include "CBaseTableColumnPushButtonDelegate.h"
 #include "CBaseWidget.h"
 #include "COddEvenRowTable.h"
 #include "CStandardTable.h"
@@ -14,8 +15,10 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QTableView>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <set>
@@ -188,7 +191,7 @@ TEST(TableEdit, aValidateFunctionRefusesAndItsCorrectionStands)
     EXPECT_EQ(f.table->itemInt(2, Volume), 700);
 }
 
-TEST(TableEdit, theOwnerMayRewriteOrRefuseAnEditOnEvent46)
+TEST(TableEdit, theOwnerMayRewriteOrRefuseAnEditOnEvent46AlsoFromAnEditor)
 {
     Fixture f;
     f.owner.onCellEvent = [](int event, CTableCellEvent &cell) {
@@ -208,15 +211,13 @@ TEST(TableEdit, theOwnerMayRewriteOrRefuseAnEditOnEvent46)
     EXPECT_EQ(f.table->itemInt(0, Volume), 1300);
     EXPECT_EQ(f.owner.events.back().event, WK::TE_CELL_EDITED);
     EXPECT_EQ(f.owner.events.back().text, QStringLiteral("1300")) << "event 47 carries a plain number";
-}
 
-TEST(TableEdit, anEditorCommitTakesTheSameRoad)
-{
-    Fixture f;
+    // An editor's commit takes the same road, and a cell made read-only takes none.
+    f.owner.events.clear();
     f.table->setItemEditable(2, Volume, false);
-    EXPECT_TRUE(f.table->model()->setData(f.cell(0, Volume), QStringLiteral("400"), Qt::EditRole));
+    EXPECT_TRUE(f.table->model()->setData(f.cell(1, Volume), QStringLiteral("400"), Qt::EditRole));
     EXPECT_FALSE(f.table->model()->setData(f.cell(2, Volume), QStringLiteral("400"), Qt::EditRole));
-    EXPECT_EQ(f.table->itemInt(0, Volume), 400);
+    EXPECT_EQ(f.table->itemInt(1, Volume), 1300);
     EXPECT_EQ(f.table->itemInt(2, Volume), 300);
     EXPECT_EQ(f.owner.eventNumbers(), (std::vector<int>{WK::TE_VALIDATE_EDIT, WK::TE_CELL_EDITED}));
 }
@@ -246,6 +247,41 @@ TEST(TableCheckBox, onlyTheUsersTickDeliversEvent48WithRowAndColumn)
     EXPECT_FALSE(f.table->isItemChecked(0, Pick));
     EXPECT_TRUE(f.owner.saw(WK::TE_ITEM_CHECKED, 2, 1));
     EXPECT_TRUE(f.owner.saw(WK::TE_CELL_CLICKED, 2, Pick));
+}
+
+// A button drawn in every row of a column (the direction button of a target basket).
+TEST(TablePushButton, aClickDeliversItsEventWithTheIdOfTheRowOnScreenUnlessDisabledOrHidden)
+{
+    Fixture f;
+    auto *buttons = new WK::CBaseTableColumnPushButtonDelegate(Code, &f.owner, &f.owner);
+    f.table->setColumnDelegate(Code, buttons);
+    f.show();
+    f.table->sortByColumn(Volume, Qt::DescendingOrder); // row id 2 on top
+    f.click(0, Code);
+    EXPECT_TRUE(f.owner.saw(5, 2, Code));
+    const auto presses = [&f] {
+        return std::count_if(f.owner.events.begin(), f.owner.events.end(), [](const Seen &s) { return s.event == 5; });
+    };
+    EXPECT_EQ(presses(), 1);
+
+    f.owner.events.clear();
+    buttons->setButtonEnabled(0, false);
+    buttons->setButtonVisible(2, false);
+    EXPECT_FALSE(buttons->click(0));
+    EXPECT_FALSE(buttons->click(2));
+    EXPECT_TRUE(f.owner.events.empty());
+    buttons->setEventNumber(209);
+    ASSERT_TRUE(buttons->click(1));
+    ASSERT_EQ(f.owner.events.size(), 1u);
+    EXPECT_TRUE(f.owner.saw(209, 1, Code));
+    EXPECT_EQ(f.owner.events[0].text, QStringLiteral("1"));
+
+    // Button states do not outlive a cleared table.
+    buttons->setButtonText(0, QStringLiteral("卖出"));
+    f.table->clear();
+    f.table->setRowCount(1);
+    EXPECT_TRUE(buttons->isButtonEnabled(0));
+    EXPECT_TRUE(buttons->buttonText(0).isEmpty());
 }
 
 TEST(TableRows, deletingSelectedRowsKeepsTheOtherIdsAndDeliversEvent53)
@@ -316,7 +352,7 @@ TEST(TableFilterMenu, theTickedValuesBecomeTheColumnFilter)
     // An owner that filters its rows itself: the order parameter table's tests.
 }
 
-TEST(TableMenu, listsTheBuiltInEntriesThenTheOwnersActionsAndCtrlVPastes)
+TEST(TableMenu, listsTheBuiltInEntriesThenTheOwnersActionsCtrlVPastesAndCopyIsInViewOrder)
 {
     Fixture f;
     f.table->setFlag(f.table->flag() | CBaseNormalTable::TF_DELETE_ROWS | CBaseNormalTable::TF_COPY_ROWS);
@@ -335,7 +371,6 @@ TEST(TableMenu, listsTheBuiltInEntriesThenTheOwnersActionsAndCtrlVPastes)
     EXPECT_EQ(texts, (QStringList{QStringLiteral("复制"), QStringLiteral("删除"), QStringLiteral("粘贴"),
                                   QStringLiteral("保存篮子")}));
     EXPECT_FALSE(menu->actions().at(1)->isEnabled()) << "nothing selected to delete";
-    EXPECT_EQ(menu->actions().at(2)->toolTip(), QStringLiteral("格式为: 代码,名称"));
     menu->actions().last()->trigger();
     menu->actions().at(2)->trigger();
     EXPECT_EQ(saved, 1);
@@ -348,11 +383,8 @@ TEST(TableMenu, listsTheBuiltInEntriesThenTheOwnersActionsAndCtrlVPastes)
     QApplication::sendEvent(f.table->view(), &letter);
     EXPECT_EQ(pasted, 2);
     EXPECT_EQ(f.owner.keys, std::vector<int>{Qt::Key_A});
-}
 
-TEST(TableKeys, selectedRowsCopyAsTabSeparatedTextInViewOrder)
-{
-    Fixture f;
+    // Copy takes the selected rows as tab-separated text, in the order on screen.
     f.table->setColumnVisible(Pick, false);
     f.table->moveColumn(Price, 0);
     f.select({2, 0});
@@ -397,9 +429,20 @@ TEST(TableConfig, aMalformedTextChangesNothing)
     }
 }
 
-// ---- scale ---------------------------------------------------------------------------------
+// ---- scale and repaint -------------------------------------------------------------------
 
-TEST(TableScale, twentyThousandRowsLoadAndRefreshWithAViewAttached)
+// Adds up the region of the paint events a widget receives.
+struct PaintWatch : QObject {
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            painted += static_cast<QPaintEvent *>(event)->region();
+        return false;
+    }
+    QRegion painted;
+};
+
+TEST(TableScale, twentyThousandRowsLoadAndARefreshedColumnRepaintsOnlyItsBandWhereItStands)
 {
     Owner owner;
     auto *table = new WK::COddEvenRowTable(&owner);
@@ -413,6 +456,7 @@ TEST(TableScale, twentyThousandRowsLoadAndRefreshWithAViewAttached)
     int resets = 0;
     int changes = 0;
     QObject::connect(table->model(), &WK::CTableModel::modelReset, [&resets]() { ++resets; });
+    QObject::connect(table->model(), &WK::CTableModel::rowsInserted, [&changes]() { ++changes; });
     QObject::connect(table->model(), &WK::CTableModel::dataChanged, [&changes]() { ++changes; });
 
     table->beginUpdate();
@@ -427,10 +471,17 @@ TEST(TableScale, twentyThousandRowsLoadAndRefreshWithAViewAttached)
     table->adjustVisibleRowsColumnWidth();
     QApplication::processEvents();
     EXPECT_EQ(resets, 1);
+    EXPECT_EQ(changes, 0) << "a load into an empty table announces nothing but the reset";
     EXPECT_EQ(table->statText(9), QStringLiteral("20000.00"));
     EXPECT_GT(table->columnWidth(9), QFontMetrics(table->view()->font()).horizontalAdvance(table->statText(9)))
         << "the totals line is not cut";
 
+    // The half-second price refresh of a column the trader dragged to the front.
+    table->moveColumn(9, 0);
+    QApplication::processEvents();
+    QTableView *view = table->view();
+    PaintWatch watch;
+    view->viewport()->installEventFilter(&watch);
     changes = 0;
     QVector<QVariant> prices(10);
     prices[9] = 2.0;
@@ -441,6 +492,10 @@ TEST(TableScale, twentyThousandRowsLoadAndRefreshWithAViewAttached)
     QApplication::processEvents();
     EXPECT_EQ(changes, 2) << "one for the rows, one for the totals line";
     EXPECT_EQ(table->statText(9), QStringLiteral("40000.00"));
+    ASSERT_FALSE(watch.painted.isEmpty()) << "the changed column was not repainted";
+    const QRect band(view->columnViewportPosition(9), 0, view->columnWidth(9) + 1, view->viewport()->height());
+    EXPECT_EQ(band.left(), 0);
+    EXPECT_TRUE(band.contains(watch.painted.boundingRect())) << "repainted beyond the changed column";
 }
 
 } // namespace

