@@ -22,6 +22,7 @@
 #include <string>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace TC {
 namespace {
@@ -115,6 +116,12 @@ CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfi
     // making text, the table the cells that change (tick, value, status).
     std::map<const ttservice::CAccountInfo *, int> accountIndex;
     std::map<std::string, int> accountOfKey;
+    // By the table's instrument, the sized value of its ticked lines and whether it has any; lines
+    // without an instrument of the table by their key. Stock keys are made once per instrument,
+    // not once per line at every tick.
+    const size_t instruments = withDrift ? static_cast<size_t>(widget.instrumentCount()) : 0;
+    std::vector<double> byInstrument(instruments, 0.0);
+    std::vector<char> instrumentTicked(instruments, 0);
     // By stock key: the sized value, then the basket's weight.
     std::unordered_map<std::string, std::pair<double, double>> byKey;
     double total = 0.0;
@@ -147,8 +154,19 @@ CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfi
         const double value = cents(table->itemDouble(rowId, W::COL_COST));
         line.m_money = cents(line.m_money + value);
         total += value;
-        if (withDrift)
+        if (!withDrift)
+            continue;
+        const int instrument = widget.instrumentOfRow(rowId);
+        if (instrument >= 0 && static_cast<size_t>(instrument) < instruments) {
+            byInstrument[static_cast<size_t>(instrument)] += value;
+            instrumentTicked[static_cast<size_t>(instrument)] = 1;
+        } else {
             byKey[utils::vqStockKey(param->m_stockInfo.m_market, param->m_stockInfo.m_stockCode)].first += value;
+        }
+    }
+    for (size_t instrument = 0; instrument < instruments; ++instrument) {
+        if (instrumentTicked[instrument])
+            byKey[widget.instrumentKey(static_cast<int>(instrument))].first += byInstrument[instrument];
     }
 
     if (!withDrift || total <= 0.0)

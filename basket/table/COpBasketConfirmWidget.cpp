@@ -209,23 +209,29 @@ int lastPriceDecimals(const QString &market, const QString &code)
 }
 
 // What the account can trade of the line's instrument with this operation; 0 when unknown.
-int64_t availableVolumeOf(const CCodeOrderParam &line, ttservice::EOperationType operation)
+int64_t availableVolumeOf(const CCodeOrderParam &line, ttservice::EOperationType operation,
+                          ttservice::ICalculator &calculator, const boost::shared_ptr<ttservice::CAccountData> &data)
 {
-    if (!line.m_account)
-        return 0;
-    ttservice::TraderCenter *center = ttservice::TraderCenter::instance();
-    const boost::shared_ptr<ttservice::ICalculator> calculator = center->getCalculator();
-    const boost::shared_ptr<ttservice::IDataCenter> dataCenter = center->getDataCenter();
-    if (!calculator)
-        return 0;
-    const boost::shared_ptr<ttservice::CAccountData> data =
-        dataCenter ? dataCenter->getAccountData(line.m_account->getKey()) : boost::shared_ptr<ttservice::CAccountData>();
     char entrustBs = 48;
     char offsetFlag = 48;
-    const long long volume = calculator->calcAvailableVolume(
+    const long long volume = calculator.calcAvailableVolume(
         data, line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode, operation, ttservice::HEDGE_FLAG_SPECULATION,
         entrustBs, offsetFlag, line.m_price, ttservice::ICalculator::NO_VOLUME, 0);
     return volume > ttservice::ICalculator::NO_VOLUME - 1 ? 0 : volume;
+}
+
+boost::shared_ptr<ttservice::CAccountData> accountDataOf(const ttservice::CAccountInfo &account)
+{
+    const boost::shared_ptr<ttservice::IDataCenter> dataCenter = ttservice::TraderCenter::instance()->getDataCenter();
+    return dataCenter ? dataCenter->getAccountData(account.getKey()) : boost::shared_ptr<ttservice::CAccountData>();
+}
+
+int64_t availableVolumeOf(const CCodeOrderParam &line, ttservice::EOperationType operation)
+{
+    const boost::shared_ptr<ttservice::ICalculator> calculator = ttservice::TraderCenter::instance()->getCalculator();
+    if (!line.m_account || !calculator)
+        return 0;
+    return availableVolumeOf(line, operation, *calculator, accountDataOf(*line.m_account));
 }
 
 QString columnTitle(int column, int tradeType)
@@ -260,27 +266,58 @@ QString columnTitle(int column, int tradeType)
     }
 }
 
+// What the reason a line stands at 0 asks of its instrument: the same for the lines of every
+// account, so a load looks it up once per instrument.
+struct ZeroVolumeFacts
+{
+    QString m_key; // market and code as the services know them
+    bool m_stopped = false;
+    bool m_priced = false;
+    int m_unit = 1;
+};
+
+ZeroVolumeFacts zeroVolumeFactsOf(const CCodeOrderParam &line)
+{
+    ZeroVolumeFacts facts;
+    facts.m_key = QString::fromStdString(utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode));
+    facts.m_stopped = CQuoteClient::instance()->isStoppedStock(facts.m_key);
+    const auto price = CQuoteClient::instance()->getStockPrice(facts.m_key);
+    facts.m_priced = price && ttservice::hasValue(price->m_lastPrice) && !ttservice::isZero(price->m_lastPrice);
+    facts.m_unit = std::max(1, ttservice::getTradeMinUnit(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode));
+    return facts;
+}
+
+bool needsZeroVolumeReason(const CCodeOrderParam &line)
+{
+    return line.m_volume == 0 && line.m_operationType != ttservice::OT_MONEY
+        && line.m_operationType != ttservice::OT_MONEY_TRANSFER;
+}
+
 // Why a line of an instrument that trades stands at 0, as its status cell says it: a line of 0
 // is never sent, and the trader must see why it is there. Empty for a line with a volume.
-QString zeroVolumeReason(const CCodeOrderParam &line, int64_t available)
+QString zeroVolumeReason(const CCodeOrderParam &line, int64_t available, const ZeroVolumeFacts &facts,
+                         const QString &accountId)
 {
-    if (line.m_volume != 0 || line.m_operationType == ttservice::OT_MONEY
-        || line.m_operationType == ttservice::OT_MONEY_TRANSFER)
+    if (!needsZeroVolumeReason(line))
         return QString();
-    const std::string key = utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode);
-    if (CQuoteClient::instance()->isStoppedStock(QString::fromStdString(key)))
+    if (facts.m_stopped)
         return QStringLiteral("停牌");
-    if (line.m_account
-        && CBlackAndWhiteListService::instance()->isBlackStock(accountDisplayIDQs(line.m_account), QString::fromStdString(key)))
+    if (line.m_account && CBlackAndWhiteListService::instance()->isBlackStock(accountId, facts.m_key))
         return QStringLiteral("黑名单");
-    const auto price = CQuoteClient::instance()->getStockPrice(QString::fromStdString(key));
-    if (!price || !ttservice::hasValue(price->m_lastPrice) || ttservice::isZero(price->m_lastPrice))
+    if (!facts.m_priced)
         return QStringLiteral("无行情");
     const bool buy = ttservice::isBuyOperation(line.m_operationType);
-    const int unit = std::max(1, ttservice::getTradeMinUnit(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode));
-    if (available < unit)
+    if (available < facts.m_unit)
         return buy ? QStringLiteral("资金不足") : QStringLiteral("无可用");
     return QStringLiteral("不足一手");
+}
+
+QString zeroVolumeReason(const CCodeOrderParam &line, int64_t available)
+{
+    if (!needsZeroVolumeReason(line))
+        return QString();
+    return zeroVolumeReason(line, available, zeroVolumeFactsOf(line),
+                            line.m_account ? accountDisplayIDQs(line.m_account) : QString());
 }
 
 // The status texts as the display records keep them, made once: a quote writes one per line.
@@ -597,6 +634,9 @@ void COpBasketConfirmWidget::setSlotVolume(int slot, const CCodeOrderParam &line
 struct COpBasketConfirmWidget::CLoadCaches
 {
     QHash<const ttservice::CAccountInfo *, QString> accountIds;
+    boost::shared_ptr<ttservice::ICalculator> calculator;
+    std::unordered_map<const ttservice::CAccountInfo *, boost::shared_ptr<ttservice::CAccountData>> accountData;
+    std::unordered_map<int, ZeroVolumeFacts> zeroVolumeFacts; // by instrument index
     QHash<int, QString> operationTexts;
     std::unordered_map<int, boost::shared_ptr<CPriceData>> instrumentPrice;
     std::unordered_map<int, EOpConfirmFilterStatus> instrumentStatus;
@@ -645,6 +685,7 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
     m_slotVolumes.assign(count, 0);
     m_slotMoney.assign(count, 0);
     caches.switches = filterSwitches();
+    caches.calculator = ttservice::TraderCenter::instance()->getCalculator();
     m_quoteRequests.reserve(static_cast<int>(count));
     for (size_t i = 0; i < count; ++i)
         loadLine(static_cast<int>(i), lines[i], caches);
@@ -752,7 +793,7 @@ void COpBasketConfirmWidget::loadLine(int slot, CCodeOrderParam &line, CLoadCach
     instrument.m_slots.push_back(slot);
     m_slotInstrument[i] = instrumentIndex;
 
-    const int64_t available = availableVolumeOf(line, line.m_operationType);
+    const int64_t available = availableAtLoad(line, caches);
     const std::string market = shownMarket(line);
     const std::string code = shownCode(line);
     // One quote of the instrument for all its lines; a money line asks under its shown key.
@@ -783,7 +824,7 @@ void COpBasketConfirmWidget::loadLine(int slot, CCodeOrderParam &line, CLoadCach
             line.m_volume = available;
         m_table->setItemInt(row, COL_VOLUME, line.m_volume);
     }
-    showStatus(row, line, status, available);
+    showStatus(row, status, status == OCFS_NORMAL ? zeroReasonAtLoad(line, available, instrumentIndex, caches) : QString());
     m_slotVolumes[i] = line.m_volume;
 
     // On a money line the shown key has no quote; the value is the line's money anyway, and its
@@ -867,7 +908,7 @@ int COpBasketConfirmWidget::writeRow(CCodeOrderParam *line, OtherOrderParam *oth
 
     EOpConfirmFilterStatus status = OCFS_NORMAL;
     m_table->setItemChecked(row, COL_CHECK, !isParamFilter(*line, status));
-    showStatus(row, *line, status, other->m_availableVolume);
+    showStatus(row, status, status == OCFS_NORMAL ? zeroVolumeReason(*line, other->m_availableVolume) : QString());
 
     showValueCells(row, money ? OtherOrderParam() : *other, priceDecimals);
     m_table->addRowEnd(true);
@@ -961,6 +1002,28 @@ CCodeOrderParam *COpBasketConfirmWidget::getParamByRowIndex(int rowIndex) const
     if (!m_params || !m_table)
         return nullptr;
     return lineOfRow(m_table->rowID(rowIndex));
+}
+
+int COpBasketConfirmWidget::instrumentOfRow(int rowId) const
+{
+    const int slot = slotOfRow(rowId);
+    const CCodeOrderParam *line = lineOfSlot(slot);
+    if (!line || static_cast<size_t>(slot) >= m_slotInstrument.size())
+        return -1;
+    const int instrument = m_slotInstrument[static_cast<size_t>(slot)];
+    if (instrument < 0 || static_cast<size_t>(instrument) >= m_instruments.size())
+        return -1;
+    // A line whose instrument was changed after the load is no longer the loaded instrument's.
+    const InstrumentLines &lines = m_instruments[static_cast<size_t>(instrument)];
+    return lines.m_code == line->m_stockInfo.m_stockCode && lines.m_market == line->m_stockInfo.m_market ? instrument : -1;
+}
+
+std::string COpBasketConfirmWidget::instrumentKey(int instrument) const
+{
+    if (instrument < 0 || static_cast<size_t>(instrument) >= m_instruments.size())
+        return std::string();
+    const InstrumentLines &lines = m_instruments[static_cast<size_t>(instrument)];
+    return utils::vqStockKey(lines.m_market, lines.m_code);
 }
 
 // ---- cell events ---------------------------------------------------------------------------
@@ -1452,19 +1515,47 @@ void COpBasketConfirmWidget::colourRow(int row, const CCodeOrderParam &line, boo
         m_table->setRowColorKey(row, QStringLiteral("clr_global_rise"));
 }
 
-void COpBasketConfirmWidget::showStatus(int row, const CCodeOrderParam &line, EOpConfirmFilterStatus status, int64_t available)
+void COpBasketConfirmWidget::showStatus(int row, EOpConfirmFilterStatus status, const QString &zeroReason)
 {
-    QString text = getStatusString(status);
-    QLatin1String colour(getStatusColor(status));
-    if (status == OCFS_NORMAL) {
-        const QString reason = zeroVolumeReason(line, available);
-        if (!reason.isEmpty()) {
-            text = reason;
-            colour = QLatin1String(getStatusColor(OCFS_SUSPENDED));
-        }
+    // The colour keys as the model keeps them, made once rather than once per line.
+    static const QString colours[] = {
+        QLatin1String(getStatusColor(OCFS_NORMAL)),
+        QLatin1String(getStatusColor(OCFS_RISE_LIMIT)),
+        QLatin1String(getStatusColor(OCFS_FALL_LIMIT)),
+        QLatin1String(getStatusColor(OCFS_SUSPENDED)),
+    };
+    if (!zeroReason.isEmpty()) {
+        m_table->setItemText(row, COL_STATUS, zeroReason);
+        m_table->setItemColorKey(row, COL_STATUS, colours[OCFS_SUSPENDED]);
+        return;
     }
-    m_table->setItemText(row, COL_STATUS, text);
-    m_table->setItemColorKey(row, COL_STATUS, colour);
+    const int index = static_cast<int>(status);
+    m_table->setItemText(row, COL_STATUS, getStatusString(status));
+    m_table->setItemColorKey(row, COL_STATUS, colours[index >= 0 && index <= 3 ? index : 0]);
+}
+
+// The same reason as for a single line, with what the instrument and the account answer looked
+// up once per load.
+QString COpBasketConfirmWidget::zeroReasonAtLoad(const CCodeOrderParam &line, int64_t available, int instrumentIndex,
+                                                 CLoadCaches &caches)
+{
+    if (!needsZeroVolumeReason(line))
+        return QString();
+    auto facts = caches.zeroVolumeFacts.find(instrumentIndex);
+    if (facts == caches.zeroVolumeFacts.end())
+        facts = caches.zeroVolumeFacts.emplace(instrumentIndex, zeroVolumeFactsOf(line)).first;
+    const QString accountId = line.m_account ? caches.accountIds.value(line.m_account.get()) : QString();
+    return TC::zeroVolumeReason(line, available, facts->second, accountId);
+}
+
+int64_t COpBasketConfirmWidget::availableAtLoad(const CCodeOrderParam &line, CLoadCaches &caches)
+{
+    if (!line.m_account || !caches.calculator)
+        return 0;
+    auto data = caches.accountData.find(line.m_account.get());
+    if (data == caches.accountData.end())
+        data = caches.accountData.emplace(line.m_account.get(), accountDataOf(*line.m_account)).first;
+    return TC::availableVolumeOf(line, line.m_operationType, *caches.calculator, data->second);
 }
 
 void COpBasketConfirmWidget::updateStatData()

@@ -129,6 +129,11 @@ public:
     std::vector<ttservice::CCodeOrderParam> shownOrderParams() const;
     // The line of the row shown at this visual index, null when there is none.
     ttservice::CCodeOrderParam *getParamByRowIndex(int rowIndex) const;
+    // The instruments of the last load, each one for the lines of every account: how many, the
+    // instrument of a row's line (by row id; -1 for none) and its stock key (market and code).
+    int instrumentCount() const { return static_cast<int>(m_instruments.size()); }
+    int instrumentOfRow(int rowId) const;
+    std::string instrumentKey(int instrument) const;
     // Height for the rows in view, at most 25 of them, with header and totals line.
     int getHeightHint() const;
 
@@ -180,7 +185,7 @@ protected:
     // The colours of a buy's replacement and suspended lines, after a load or a filter alike.
     void colourRow(int row, const ttservice::CCodeOrderParam &line, bool replacing, const QSet<QString> &replacedCodes);
     // The status cell: the switches' status, or why a line of a trading instrument stands at 0.
-    void showStatus(int row, const ttservice::CCodeOrderParam &line, EOpConfirmFilterStatus status, int64_t available);
+    void showStatus(int row, EOpConfirmFilterStatus status, const QString &zeroReason);
     // Moves the lines that the switches leave out to the end of the list, keeping the order on
     // both sides.
     void sortParam();
@@ -224,6 +229,9 @@ private:
     void prepareTableFor(const std::vector<ttservice::CCodeOrderParam> &lines);
     int instrumentIndexOf(const ttservice::CCodeOrderParam &line);
     void loadLine(int slot, ttservice::CCodeOrderParam &line, CLoadCaches &caches);
+    QString zeroReasonAtLoad(const ttservice::CCodeOrderParam &line, int64_t available, int instrumentIndex,
+                             CLoadCaches &caches);
+    int64_t availableAtLoad(const ttservice::CCodeOrderParam &line, CLoadCaches &caches);
     void showIdentityCells(int row, const ttservice::CCodeOrderParam &line, const InstrumentLines &instrument, bool money,
                            CLoadCaches &caches);
     QVector<int> columnWidths() const;
