@@ -9,6 +9,7 @@
 #include "CTableColumnFilterPopup.h"
 #include "CTableModel.h"
 
+#include "CBlackAndWhiteListService.h"
 #include "CExchangeClient.h"
 #include "CQuoteClient.h"
 #include "CUserConfig.h"
@@ -368,6 +369,36 @@ TEST_F(ConfirmWidgetTest, TheLastFilteredColumnDecidesAlone)
     EXPECT_EQ(shownCodes(), (std::vector<std::string>{"600000", "000001"}));
     EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("200"));
     EXPECT_EQ(lines.size(), 3u) << "a filter leaves the list alone";
+}
+
+// A line at 0 says why, per line: what belongs to the instrument (suspended, no quote, less than
+// a lot) is the same on every account, what belongs to the account (its black list, its money,
+// its holding) is not. A buy beyond the account's money is cut to what it can pay, here 0.
+TEST_F(ConfirmWidgetTest, ALineAtZeroSaysWhyOnEveryAccount)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
+    addAccount("a2", ttservice::BROKER_TYPE_STOCK, 500.0);
+    for (const char *code : {"600001", "600002", "600004"})
+        addStock(code, 10.0);
+    addInstrument("SH", "600003");
+    CQuoteClient::instance()->setStoppedStock(QStringLiteral("600001.SH"), true);
+    CBlackAndWhiteListService::instance()->addBlackStock(QStringLiteral("a2"), QStringLiteral("600002.SH"));
+    load({line("a1", "600001", 18, 0), line("a2", "600001", 18, 0), line("a1", "600002", 18, 0),
+          line("a2", "600002", 18, 0), line("a1", "600003", 18, 0), line("a2", "600003", 18, 0),
+          line("a1", "600004", 18, 0), line("a2", "600004", 18, 0), line("a1", "600004", 19, 0),
+          line("a2", "600004", 18, 100), line("a1", "600004", 18, 100)});
+    std::vector<std::string> shown;
+    for (int i = 0; i < table()->rowCount(); ++i) {
+        const CCodeOrderParam *l = widget->getParamByRowIndex(i);
+        shown.push_back(l->m_account->m_accountKey + " " + l->m_stockInfo.m_stockCode + " "
+                        + std::to_string(int(l->m_operationType)) + " "
+                        + cell(table()->rowID(i), Widget::COL_STATUS).toStdString());
+    }
+    const std::vector<std::string> expected{
+        "a1 600001 18 停牌",   "a2 600001 18 停牌",   "a1 600002 18 不足一手", "a2 600002 18 黑名单",
+        "a1 600003 18 无行情", "a2 600003 18 无行情", "a1 600004 18 不足一手", "a2 600004 18 资金不足",
+        "a1 600004 19 无可用", "a2 600004 18 资金不足", "a1 600004 18 -"};
+    EXPECT_EQ(shown, expected);
 }
 
 TEST_F(ConfirmWidgetTest, AFilterIsCountedAndRowsKeepTheirColoursAndReasons)
