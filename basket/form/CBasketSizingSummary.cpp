@@ -17,6 +17,7 @@
 #include <QTimer>
 #include <QToolButton>
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <string>
@@ -95,7 +96,16 @@ void CBasketSizingSummary::setTable(COpBasketConfirmWidget *table)
     // Quote ticks and reloads reach the strip as changes of the table's model; many changes in
     // one pass of the event loop make one refresh.
     const QAbstractItemModel *model = table->table()->model();
-    connect(model, &QAbstractItemModel::dataChanged, this, &CBasketSizingSummary::scheduleRefresh);
+    connect(model, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex &, const QModelIndex &, const QVector<int> &roles) {
+                // A flash that ends or a row's colour changes no value: a live market would
+                // otherwise read every line twice a tick.
+                const bool coloursOnly = !roles.isEmpty() && std::all_of(roles.begin(), roles.end(), [](int role) {
+                    return role == Qt::BackgroundRole || role == Qt::ForegroundRole;
+                });
+                if (!coloursOnly)
+                    scheduleRefresh();
+            });
     connect(model, &QAbstractItemModel::modelReset, this, &CBasketSizingSummary::scheduleRefresh);
     connect(model, &QAbstractItemModel::rowsInserted, this, &CBasketSizingSummary::scheduleRefresh);
     connect(model, &QAbstractItemModel::rowsRemoved, this, &CBasketSizingSummary::scheduleRefresh);
