@@ -10,6 +10,8 @@
 
 #include "CCodeOrderParam.h"
 
+#include "SampleMarket.h"
+
 #include <string>
 #include <vector>
 
@@ -54,26 +56,13 @@ struct Held
     double canUse;
 };
 
-// A stock account with money and positions in SH.
+// An account with money and positions in SH.
 inline void addAccount(const std::string &key, EVQBrokerType type, double money, const std::vector<Held> &held = {})
 {
-    ttservice::CAccountInfo info;
-    info.m_accountKey = key;
-    info.m_accountId = key;
-    info.m_brokerType = type;
-    ttservice::CAccountDetail detail;
-    detail.m_accountKey = key;
-    detail.m_available = money;
     std::vector<ttservice::CPositionStatics> positions;
-    for (const Held &h : held) {
-        ttservice::CPositionStatics position;
-        position.m_market = "SH";
-        position.m_stockCode = h.code;
-        position.m_volume = h.canUse;
-        position.m_canUseVolume = h.canUse;
-        positions.push_back(position);
-    }
-    getUserConfig()->addAccount(info, detail, positions);
+    for (const Held &h : held)
+        positions.push_back(sample::held("SH", h.code, h.canUse, h.canUse));
+    sample::addAccount(key, type, money, positions);
 }
 
 inline void addInstrument(const std::string &market, const std::string &code, int multiple = 1)

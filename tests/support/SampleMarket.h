@@ -66,6 +66,7 @@ inline void addAccount(const std::string &key, ttservice::EVQBrokerType broker, 
     info.m_brokerType = broker;
     info.m_accountType = broker == ttservice::BROKER_TYPE_CREDIT ? 3 : 0;
     ttservice::CAccountDetail detail;
+    detail.m_accountKey = key;
     detail.m_available = available;
     TC::getUserConfig()->addAccount(info, detail, positions);
 }
