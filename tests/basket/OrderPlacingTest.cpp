@@ -2,11 +2,13 @@
 #include "COpBasketParamsWidget.h"
 #include "COpBasketReplaceStockToolBar.h"
 #include "COpBasketsComboBox.h"
+#include "COpBasketStockParamsWidget.h"
 #include "COperationBasketWidget.h"
 #include "OrderSettling.h"
 
 #include "CBasketHedgeParam.h"
 #include "CComboBox.h"
+#include "CGlobalOrderParamTable.h"
 #include "CCreatePortfolioKeyboard.h"
 #include "CMessageBox.h"
 #include "CMsgService.h"
@@ -337,6 +339,17 @@ TEST_F(OrderPlacing, HedgedBasketCarriesTheHedgeAsBson)
     sent.bsonValueFromObj(placed()[0].m_hedgeBson, true, nullptr);
     EXPECT_TRUE(sent.m_enabled);
     EXPECT_EQ(sent.m_hedgeType, hedge->hedgeType());
+
+    // As an algorithm order the basket stays hedged and carries the algorithm's parameters.
+    COpBasketStockParamsWidget *block = form->stockParams();
+    ASSERT_TRUE(block->table()->setOrderType(13));
+    block->table()->resetStrategyType(13, QStringLiteral("TWAP"));
+    pressLater();
+    ASSERT_EQ(placed().size(), 2u) << messages().toStdString();
+    EXPECT_EQ(placed()[1].m_hedgeType, 2);
+    EXPECT_EQ(placed()[1].m_paramString, block->table()->getAlgParamsStr(placed()[1].m_orders));
+    sent.bsonValueFromObj(placed()[1].m_hedgeBson, true, nullptr);
+    EXPECT_TRUE(sent.m_enabled);
 }
 
 TEST_F(OrderPlacing, TraderWithoutAKnownInstructionPlacesNothing)
