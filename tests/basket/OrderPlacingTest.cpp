@@ -1,3 +1,4 @@
+#include "COpBasketParamsButtonsBar.h"
 #include "COpBasketParamsEditWidget.h"
 #include "COpBasketParamsWidget.h"
 #include "COpBasketReplaceStockToolBar.h"
@@ -152,9 +153,11 @@ TEST_F(OrderPlacing, PlainOrderCarriesEveryArgumentAndARepeatIsAskedAbout)
     ASSERT_EQ(placed().size(), 2u);
     EXPECT_EQ(placed()[1].m_orders.size(), 2u);
     WK::CMessageBox::clearScriptedAnswer();
+    form->buttonsBar()->setCommandChange(false);
     pressLater();
-    EXPECT_EQ(placed().size(), 3u);
+    ASSERT_EQ(placed().size(), 3u);
     EXPECT_EQ(WK::CMessageBox::records().size(), 2);
+    EXPECT_EQ(placed()[2].m_limitedPriceType, 0) << "the box unticked, traders may not change parameters";
 
     // The same lines for another account are a new order, not a repeat.
     addAccount("a2", 1e9);
