@@ -57,6 +57,33 @@ QString zeroReason(const WK::CBaseNormalTable &table, int rowId)
     return QStringLiteral("不足一手或资金不足");
 }
 
+// How far the sized values (first of each pair, of the total) are from the basket's weights:
+// half the sum of absolute differences, and the largest single one.
+void settleDrift(CBasketSizingSummary::Summary &summary, std::unordered_map<std::string, std::pair<double, double>> &byKey,
+                 double total, const QList<CBasketStockData> &stocks)
+{
+    double weights = 0.0;
+    for (const CBasketStockData &row : stocks) {
+        byKey[utils::vqStockKey(row.m_market.toStdString(), row.m_stockCode.toStdString())].second += row.m_weight;
+        weights += row.m_weight;
+    }
+    if (weights <= 0.0)
+        return;
+    double sum = 0.0;
+    const std::string *largest = nullptr;
+    for (const auto &entry : byKey) {
+        const double drift = std::fabs(entry.second.first / total - entry.second.second / weights) * 100.0;
+        sum += drift;
+        if (!largest || drift > summary.m_largestDrift || (drift == summary.m_largestDrift && entry.first < *largest)) {
+            summary.m_largestDrift = drift;
+            largest = &entry.first;
+        }
+    }
+    summary.m_largestKey = largest ? QString::fromStdString(*largest) : QString();
+    summary.m_hasDrift = true;
+    summary.m_drift = sum / 2.0;
+}
+
 } // namespace
 
 CBasketSizingSummary::CBasketSizingSummary(QWidget *parent)
@@ -179,28 +206,8 @@ CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfi
             byKey[widget.instrumentKey(static_cast<int>(instrument))].first += byInstrument[instrument];
     }
 
-    if (!withDrift || total <= 0.0)
-        return summary;
-    double weights = 0.0;
-    for (const CBasketStockData &row : config->baskets().constFind(basketName)->m_stocks) {
-        byKey[utils::vqStockKey(row.m_market.toStdString(), row.m_stockCode.toStdString())].second += row.m_weight;
-        weights += row.m_weight;
-    }
-    if (weights <= 0.0)
-        return summary;
-    double sum = 0.0;
-    const std::string *largest = nullptr;
-    for (const auto &entry : byKey) {
-        const double drift = std::fabs(entry.second.first / total - entry.second.second / weights) * 100.0;
-        sum += drift;
-        if (!largest || drift > summary.m_largestDrift || (drift == summary.m_largestDrift && entry.first < *largest)) {
-            summary.m_largestDrift = drift;
-            largest = &entry.first;
-        }
-    }
-    summary.m_largestKey = largest ? QString::fromStdString(*largest) : QString();
-    summary.m_hasDrift = true;
-    summary.m_drift = sum / 2.0;
+    if (withDrift && total > 0.0)
+        settleDrift(summary, byKey, total, config->baskets().constFind(basketName)->m_stocks);
     return summary;
 }
 
