@@ -353,6 +353,18 @@ TEST_F(ParamPersistence, OldTextsAutoHedgeTickComesBackAsSaved)
     }
 }
 
+// The futures settings of the bar (close today first, hedge flag) reach every futures line: a
+// text that does not carry them leaves them as they stand, one that does sets them.
+TEST_F(ParamPersistence, TheBarsFuturesSettingsChangeOnlyWithTheirOwnText)
+{
+    COpBasketParamsWidget *form = makeForm();
+    form->buttonsBar()->setParam(QStringLiteral("1:51"));
+    form->setParam(formText({{"BS", QStringLiteral("2")}}));
+    EXPECT_EQ(form->buttonsBar()->param(), QStringLiteral("1:51"));
+    form->setParam(formText({{"BS", QStringLiteral("2")}, {"BB", QStringLiteral("0:50")}}));
+    EXPECT_EQ(form->buttonsBar()->param(), QStringLiteral("0:50"));
+}
+
 TEST_F(ParamPersistence, DamagedTextFallsBackToTheOldReader)
 {
     addAccount("a1", ttservice::BROKER_TYPE_STOCK);
