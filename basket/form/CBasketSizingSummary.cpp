@@ -193,7 +193,7 @@ CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfi
         total += value;
         if (!withDrift)
             continue;
-        const int instrument = widget.instrumentOfRow(rowId);
+        const int instrument = widget.instrumentOfRow(rowId, *param);
         if (instrument >= 0 && static_cast<size_t>(instrument) < instruments) {
             byInstrument[static_cast<size_t>(instrument)] += value;
             instrumentTicked[static_cast<size_t>(instrument)] = 1;

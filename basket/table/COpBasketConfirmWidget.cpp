@@ -294,12 +294,10 @@ bool needsZeroVolumeReason(const CCodeOrderParam &line)
 }
 
 // Why a line of an instrument that trades stands at 0, as its status cell says it: a line of 0
-// is never sent, and the trader must see why it is there. Empty for a line with a volume.
+// is never sent, and the trader must see why it is there. For a line that needsZeroVolumeReason.
 QString zeroVolumeReason(const CCodeOrderParam &line, int64_t available, const ZeroVolumeFacts &facts,
                          const QString &accountId)
 {
-    if (!needsZeroVolumeReason(line))
-        return QString();
     if (facts.m_stopped)
         return QStringLiteral("停牌");
     if (line.m_account && CBlackAndWhiteListService::instance()->isBlackStock(accountId, facts.m_key))
@@ -1004,18 +1002,17 @@ CCodeOrderParam *COpBasketConfirmWidget::getParamByRowIndex(int rowIndex) const
     return lineOfRow(m_table->rowID(rowIndex));
 }
 
-int COpBasketConfirmWidget::instrumentOfRow(int rowId) const
+int COpBasketConfirmWidget::instrumentOfRow(int rowId, const CCodeOrderParam &line) const
 {
     const int slot = slotOfRow(rowId);
-    const CCodeOrderParam *line = lineOfSlot(slot);
-    if (!line || static_cast<size_t>(slot) >= m_slotInstrument.size())
+    if (slot < 0 || static_cast<size_t>(slot) >= m_slotInstrument.size())
         return -1;
     const int instrument = m_slotInstrument[static_cast<size_t>(slot)];
     if (instrument < 0 || static_cast<size_t>(instrument) >= m_instruments.size())
         return -1;
     // A line whose instrument was changed after the load is no longer the loaded instrument's.
     const InstrumentLines &lines = m_instruments[static_cast<size_t>(instrument)];
-    return lines.m_code == line->m_stockInfo.m_stockCode && lines.m_market == line->m_stockInfo.m_market ? instrument : -1;
+    return lines.m_code == line.m_stockInfo.m_stockCode && lines.m_market == line.m_stockInfo.m_market ? instrument : -1;
 }
 
 std::string COpBasketConfirmWidget::instrumentKey(int instrument) const

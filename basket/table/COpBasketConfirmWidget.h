@@ -130,9 +130,10 @@ public:
     // The line of the row shown at this visual index, null when there is none.
     ttservice::CCodeOrderParam *getParamByRowIndex(int rowIndex) const;
     // The instruments of the last load, each one for the lines of every account: how many, the
-    // instrument of a row's line (by row id; -1 for none) and its stock key (market and code).
+    // instrument of a row (by row id) holding this line, -1 for none or where the line's
+    // instrument changed since the load, and an instrument's stock key (market and code).
     int instrumentCount() const { return static_cast<int>(m_instruments.size()); }
-    int instrumentOfRow(int rowId) const;
+    int instrumentOfRow(int rowId, const ttservice::CCodeOrderParam &line) const;
     std::string instrumentKey(int instrument) const;
     // Height for the rows in view, at most 25 of them, with header and totals line.
     int getHeightHint() const;
