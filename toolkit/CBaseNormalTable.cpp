@@ -387,6 +387,11 @@ void CBaseNormalTable::setColumnFlashChange(int column, bool flash)
     changeColumn(column, [flash](CTableColumn &c) { c.m_flashChange = flash; });
 }
 
+void CBaseNormalTable::setColumnSource(int column, std::function<CSourcedValue(int rowId)> source)
+{
+    changeColumn(column, [&source](CTableColumn &c) { c.m_source = std::move(source); });
+}
+
 void CBaseNormalTable::setColumnFilterable(int column, bool filterable)
 {
     changeColumn(column, [filterable](CTableColumn &c) { c.m_filterable = filterable; });

@@ -99,6 +99,8 @@ public:
     QValidator *columnValidator(int column) const;
     void setColumnBoldFont(int column, bool bold);
     void setColumnFlashChange(int column, bool flash);
+    // Values the owner keeps itself (CTableColumn::m_source); a null source stores cells again.
+    void setColumnSource(int column, std::function<CSourcedValue(int rowId)> source);
     void setColumnFilterable(int column, bool filterable);
     void setColumnCheckable(int column, bool checkable);
     void setColumnSummed(int column, bool summed);

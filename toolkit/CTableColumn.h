@@ -7,6 +7,8 @@
 #include <QVariant>
 #include <Qt>
 
+#include <functional>
+
 namespace WK {
 
 // How a column stores the text the user types into it, and how its numbers are shown.
@@ -20,6 +22,15 @@ enum EColumnFormat {
 enum EFilterType {
     FT_EQUAL = 0,   // the value equals one of them, exactly
     FT_CONTAIN = 1, // the value contains one of them, whatever the case
+};
+
+// A row's value in a column whose numbers the owner of the rows keeps (CTableColumn::m_source).
+struct CSourcedValue
+{
+    bool m_known = false; // false: the cell shows m_text
+    double m_value = 0.0;
+    int m_precision = -1; // -1: the column's
+    QString m_text;
 };
 
 // The description of one table column. A column is addressed by its number (its id), which
@@ -50,6 +61,13 @@ struct BASKET_TOOLKIT_EXPORT CTableColumn
     bool m_filterable = false;                  // offers the filter menu on its header
     bool m_checkable = false;                   // every cell carries a check box
     bool m_summed = false;                      // the totals line shows its sum
+    // Set when the owner of the rows keeps the column's values itself: the model asks the
+    // source for a row's value whenever it shows, sorts, filters or sums the column, and
+    // ignores the numbers and texts stored in its cells (their colours, check boxes and
+    // editability still count). A column that a live market moves on every row then costs
+    // what is read, not a stored cell per row per tick. The owner says what changed with
+    // CTableModel::sourcedValuesChanged.
+    std::function<CSourcedValue(int rowId)> m_source;
 };
 
 } // namespace WK

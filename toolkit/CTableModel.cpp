@@ -133,11 +133,12 @@ QVariant CTableModel::data(const QModelIndex &index, int role) const
 
     const Row &row = m_rows[static_cast<size_t>(m_visible[static_cast<size_t>(index.row())])];
     const Cell &c = row.m_cells[static_cast<size_t>(column)];
+    Cell scratch;
     switch (role) {
     case Qt::DisplayRole:
-        return cellText(c, column);
+        return cellText(shownCell(row, column, scratch), column);
     case Qt::EditRole:
-        return editText(c, column);
+        return editText(shownCell(row, column, scratch), column);
     case Qt::TextAlignmentRole:
         return int(description.m_alignment);
     case Qt::ForegroundRole: {
@@ -171,7 +172,7 @@ QVariant CTableModel::data(const QModelIndex &index, int role) const
     case BoldRole:
         return description.m_bold;
     case NumberRole:
-        return c.m_number.toVariant();
+        return shownCell(row, column, scratch).m_number.toVariant();
     default:
         return QVariant();
     }
@@ -667,7 +668,8 @@ bool CTableModel::rowPassesFilters(int storageIndex) const
     for (auto it = m_filters.cbegin(); it != m_filters.cend(); ++it) {
         if (it.key() >= columnCount())
             continue;
-        if (!textPassesFilter(it.value(), cellText(row.m_cells[static_cast<size_t>(it.key())], it.key())))
+        Cell scratch;
+        if (!textPassesFilter(it.value(), cellText(shownCell(row, it.key(), scratch), it.key())))
             return false;
     }
     return true;
@@ -728,8 +730,9 @@ void CTableModel::sortIndexes(std::vector<int> &indexes) const
     std::sort(indexes.begin(), indexes.end());
     std::vector<std::pair<SortKey, int>> keyed;
     keyed.reserve(indexes.size());
+    Cell scratch;
     for (int index : indexes) {
-        const Cell &c = m_rows[static_cast<size_t>(index)].m_cells[static_cast<size_t>(m_sortColumn)];
+        const Cell &c = shownCell(m_rows[static_cast<size_t>(index)], m_sortColumn, scratch);
         keyed.emplace_back(sortKeyOf(c.m_number, c.m_text), index);
     }
     const bool ascending = m_sortOrder == Qt::AscendingOrder;
@@ -743,8 +746,10 @@ void CTableModel::sortIndexes(std::vector<int> &indexes) const
 
 bool CTableModel::lessThan(int a, int b) const
 {
-    const Cell &ca = m_rows[static_cast<size_t>(a)].m_cells[static_cast<size_t>(m_sortColumn)];
-    const Cell &cb = m_rows[static_cast<size_t>(b)].m_cells[static_cast<size_t>(m_sortColumn)];
+    Cell scratchA;
+    Cell scratchB;
+    const Cell &ca = shownCell(m_rows[static_cast<size_t>(a)], m_sortColumn, scratchA);
+    const Cell &cb = shownCell(m_rows[static_cast<size_t>(b)], m_sortColumn, scratchB);
     const int result = compareKeys(sortKeyOf(ca.m_number, ca.m_text), sortKeyOf(cb.m_number, cb.m_text));
     return m_sortOrder == Qt::AscendingOrder ? result < 0 : result > 0;
 }
@@ -796,6 +801,28 @@ const CTableModel::Cell *CTableModel::cell(int rowId, int column) const
     if (index < 0 || column < 0 || column >= columnCount())
         return nullptr;
     return &m_rows[static_cast<size_t>(index)].m_cells[static_cast<size_t>(column)];
+}
+
+const CTableModel::Cell &CTableModel::shownCell(const Row &row, int column, Cell &scratch) const
+{
+    const Cell &stored = row.m_cells[static_cast<size_t>(column)];
+    const auto &source = m_columns[static_cast<size_t>(column)].m_source;
+    if (!source)
+        return stored;
+    const CSourcedValue value = source(row.m_id);
+    scratch.m_number = value.m_known ? CellNumber::ofDouble(value.m_value) : CellNumber();
+    scratch.m_text = value.m_known ? QString() : value.m_text;
+    scratch.m_precision = static_cast<qint8>(qBound(-1, value.m_precision, 15));
+    scratch.m_numberFlags = stored.m_numberFlags;
+    return scratch;
+}
+
+const CTableModel::Cell *CTableModel::shownCell(int rowId, int column, Cell &scratch) const
+{
+    const int index = storageIndexOf(rowId);
+    if (index < 0 || column < 0 || column >= columnCount())
+        return nullptr;
+    return &shownCell(m_rows[static_cast<size_t>(index)], column, scratch);
 }
 
 QString CTableModel::cellText(const Cell &c, int column) const
@@ -924,6 +951,18 @@ bool CTableModel::setItemDoubles(int rowId, std::initializer_list<DoubleCell> ce
     return true;
 }
 
+void CTableModel::sourcedValuesChanged(int rowId, int left, int right)
+{
+    left = std::max(left, 0);
+    right = std::min(right, columnCount() - 1);
+    if (storageIndexOf(rowId) < 0 || left > right)
+        return;
+    bool summed = false;
+    for (int column = left; column <= right; ++column)
+        summed = summed || m_columns[static_cast<size_t>(column)].m_summed;
+    announceRowChange(rowId, left, right, summed);
+}
+
 bool CTableModel::setItemValue(int rowId, int column, const QVariant &value)
 {
     const int type = value.userType();
@@ -992,13 +1031,15 @@ bool CTableModel::updateRow(int rowId, const QVector<QVariant> &values)
 
 QString CTableModel::itemText(int rowId, int column) const
 {
-    const Cell *c = cell(rowId, column);
+    Cell scratch;
+    const Cell *c = shownCell(rowId, column, scratch);
     return c ? cellText(*c, column) : QString();
 }
 
 QVariant CTableModel::itemValue(int rowId, int column) const
 {
-    const Cell *c = cell(rowId, column);
+    Cell scratch;
+    const Cell *c = shownCell(rowId, column, scratch);
     if (!c)
         return QVariant();
     return c->m_number.isValid() ? c->m_number.toVariant() : QVariant(c->m_text);
@@ -1006,13 +1047,15 @@ QVariant CTableModel::itemValue(int rowId, int column) const
 
 QString CTableModel::itemEditText(int rowId, int column) const
 {
-    const Cell *c = cell(rowId, column);
+    Cell scratch;
+    const Cell *c = shownCell(rowId, column, scratch);
     return c ? editText(*c, column) : QString();
 }
 
 qint64 CTableModel::itemInt(int rowId, int column) const
 {
-    const Cell *c = cell(rowId, column);
+    Cell scratch;
+    const Cell *c = shownCell(rowId, column, scratch);
     if (!c)
         return 0;
     if (c->m_number.isDouble())
@@ -1027,7 +1070,8 @@ qint64 CTableModel::itemInt(int rowId, int column) const
 
 double CTableModel::itemDouble(int rowId, int column) const
 {
-    const Cell *c = cell(rowId, column);
+    Cell scratch;
+    const Cell *c = shownCell(rowId, column, scratch);
     if (!c)
         return 0.0;
     if (c->m_number.isValid())
@@ -1152,8 +1196,9 @@ QSet<QString> CTableModel::distinctTexts(int column) const
     QSet<QString> texts;
     if (column < 0 || column >= columnCount())
         return texts;
+    Cell scratch;
     for (const Row &row : m_rows)
-        texts.insert(cellText(row.m_cells[static_cast<size_t>(column)], column));
+        texts.insert(cellText(shownCell(row, column, scratch), column));
     return texts;
 }
 
@@ -1221,8 +1266,9 @@ double CTableModel::columnSum(int column) const
     double sum = 0.0;
     if (column < 0 || column >= columnCount())
         return sum;
+    Cell scratch;
     for (int index : m_visible) {
-        const Cell &c = m_rows[static_cast<size_t>(index)].m_cells[static_cast<size_t>(column)];
+        const Cell &c = shownCell(m_rows[static_cast<size_t>(index)], column, scratch);
         if (c.m_number.isValid()) {
             const double value = c.m_number.toDouble();
             if (usableDouble(value))
@@ -1241,8 +1287,9 @@ qint64 CTableModel::columnIntSum(int column) const
     qint64 sum = 0;
     if (column < 0 || column >= columnCount())
         return sum;
+    Cell scratch;
     for (int index : m_visible) {
-        const Cell &c = m_rows[static_cast<size_t>(index)].m_cells[static_cast<size_t>(column)];
+        const Cell &c = shownCell(m_rows[static_cast<size_t>(index)], column, scratch);
         if (c.m_number.isDouble())
             sum += doubleToInt(c.m_number.m_double);
         else if (c.m_number.isValid())
@@ -1279,8 +1326,9 @@ void CTableModel::recomputeTotals() const
         qint64 intSum = 0;
         double sum = 0.0;
         bool integral = description.m_format != CF_DOUBLE;
+        Cell scratch;
         for (int index : m_visible) {
-            const Cell &c = m_rows[static_cast<size_t>(index)].m_cells[static_cast<size_t>(column)];
+            const Cell &c = shownCell(m_rows[static_cast<size_t>(index)], column, scratch);
             if (c.m_number.isValid() && !c.m_number.isDouble()) {
                 intSum += c.m_number.m_int;
                 sum += static_cast<double>(c.m_number.m_int);
@@ -1320,6 +1368,19 @@ void CTableModel::noteFlash(int rowId, int column, const Cell &before, const Cel
         if (old.m_kind == 0 && now.m_kind == 0)
             direction = now.m_number > old.m_number ? 1 : (now.m_number < old.m_number ? -1 : 0);
     }
+    recordFlash(rowId, column, direction);
+}
+
+void CTableModel::flashCell(int rowId, int column, int direction)
+{
+    if (storageIndexOf(rowId) < 0 || column < 0 || column >= columnCount()
+        || !m_columns[static_cast<size_t>(column)].m_flashChange)
+        return;
+    recordFlash(rowId, column, direction < 0 ? -1 : (direction > 0 ? 1 : 0));
+}
+
+void CTableModel::recordFlash(int rowId, int column, int direction)
+{
     if (m_flashes.size() <= static_cast<size_t>(column))
         m_flashes.resize(static_cast<size_t>(column) + 1);
     std::vector<Flash> &slots = m_flashes[static_cast<size_t>(column)];

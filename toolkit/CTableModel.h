@@ -131,6 +131,13 @@ public:
     // number flags; one dataChanged for the cells that changed.
     bool updateRow(int rowId, const QVector<QVariant> &values);
 
+    // A sourced column's values of one row changed, from column left to right: announced as
+    // a stored cell's change is (see CTableColumn::m_source).
+    void sourcedValuesChanged(int rowId, int left, int right);
+    // Lights a cell of a flashing column up as a changed value does: direction 1 rose, -1
+    // fell, 0 changed. For sourced columns, whose changes the model does not see.
+    void flashCell(int rowId, int column, int direction);
+
     QString itemText(int rowId, int column) const; // as shown
     QVariant itemValue(int rowId, int column) const; // the number, or the text
     // The cell as an editor shows it: numbers plain, without separators or percent sign.
@@ -260,6 +267,10 @@ private:
     }
     Cell *cell(int rowId, int column);
     const Cell *cell(int rowId, int column) const;
+    // The cell of a row as shown: the stored one, or, in a sourced column, one holding the
+    // source's value (in scratch).
+    const Cell &shownCell(const Row &row, int column, Cell &scratch) const;
+    const Cell *shownCell(int rowId, int column, Cell &scratch) const;
     QString cellText(const Cell &cell, int column) const;
     QString editText(const Cell &cell, int column) const;
     bool storeCell(int rowId, int column, Cell &target, const CellNumber &number, const QString &text,
@@ -268,6 +279,7 @@ private:
     void announceRowChange(int rowId, int left, int right, bool summed);
     void announce(int top, int bottom, int left, int right, const QVector<int> &roles = QVector<int>());
     void noteFlash(int rowId, int column, const Cell &before, const CellNumber &number, const QString &text);
+    void recordFlash(int rowId, int column, int direction);
     const Flash *flashOf(int rowId, int column) const;
     void clearFlashes();
     void onFlashTimer();

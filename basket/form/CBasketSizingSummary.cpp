@@ -57,34 +57,25 @@ QString zeroReason(const WK::CBaseNormalTable &table, int rowId)
     return QStringLiteral("不足一手或资金不足");
 }
 
-// How far the sized values (first of each pair, of the total) are from the basket's weights:
-// half the sum of absolute differences, and the largest single one.
-void settleDrift(CBasketSizingSummary::Summary &summary, std::unordered_map<std::string, std::pair<double, double>> &byKey,
-                 double total, const QList<CBasketStockData> &stocks)
-{
-    double weights = 0.0;
-    for (const CBasketStockData &row : stocks) {
-        byKey[utils::vqStockKey(row.m_market.toStdString(), row.m_stockCode.toStdString())].second += row.m_weight;
-        weights += row.m_weight;
-    }
-    if (weights <= 0.0)
-        return;
-    double sum = 0.0;
-    const std::string *largest = nullptr;
-    for (const auto &entry : byKey) {
-        const double drift = std::fabs(entry.second.first / total - entry.second.second / weights) * 100.0;
-        sum += drift;
-        if (!largest || drift > summary.m_largestDrift || (drift == summary.m_largestDrift && entry.first < *largest)) {
-            summary.m_largestDrift = drift;
-            largest = &entry.first;
-        }
-    }
-    summary.m_largestKey = largest ? QString::fromStdString(*largest) : QString();
-    summary.m_hasDrift = true;
-    summary.m_drift = sum / 2.0;
-}
-
 } // namespace
+
+struct CBasketSizingSummary::Lines
+{
+    QVector<Account> m_accounts; // names, line counts and aims; no money, no lines at 0 yet
+    // The ticked rows in the order of the table, with their account and their entry.
+    std::vector<int> m_ticked;
+    std::vector<int> m_tickedAccount;
+    std::vector<int> m_tickedEntry; // -1 without drift
+    // The rows at 0: their reason follows the price column, which a quote may fill.
+    std::vector<int> m_zero;
+    std::vector<int> m_zeroAccount;
+    // With drift: one entry per stock key of the ticked rows and of the basket, with the
+    // basket's weight of it.
+    bool m_withDrift = false;
+    std::vector<std::string> m_entryKeys;
+    std::vector<double> m_entryWeights;
+    double m_weights = 0.0;
+};
 
 CBasketSizingSummary::CBasketSizingSummary(QWidget *parent)
     : QWidget(parent)
@@ -118,50 +109,59 @@ CBasketSizingSummary::~CBasketSizingSummary() = default;
 void CBasketSizingSummary::setTable(COpBasketConfirmWidget *table)
 {
     m_table = table;
+    m_lines.reset();
     if (!table || !table->table())
         return;
     // Quote ticks and reloads reach the strip as changes of the table's model; many changes in
     // one pass of the event loop make one refresh.
     const QAbstractItemModel *model = table->table()->model();
     connect(model, &QAbstractItemModel::dataChanged, this,
-            [this](const QModelIndex &, const QModelIndex &, const QVector<int> &roles) {
+            [this](const QModelIndex &topLeft, const QModelIndex &bottomRight, const QVector<int> &roles) {
                 // A flash that ends or a row's colour changes no value: a live market would
                 // otherwise read every line twice a tick.
                 const bool coloursOnly = !roles.isEmpty() && std::all_of(roles.begin(), roles.end(), [](int role) {
                     return role == Qt::BackgroundRole || role == Qt::ForegroundRole;
                 });
-                if (!coloursOnly)
+                // The totals line, last of all rows, is the table's own sum, not a line.
+                if (coloursOnly || topLeft.data(WK::CTableModel::TotalsLineRole).toBool())
+                    return;
+                // A quote tick moves the value columns alone: the lines stay as gathered.
+                if (topLeft.column() >= W::COL_LAST_PRICE && bottomRight.column() <= W::COL_COST)
                     scheduleRefresh();
+                else
+                    linesChanged();
             });
-    connect(model, &QAbstractItemModel::modelReset, this, &CBasketSizingSummary::scheduleRefresh);
-    connect(model, &QAbstractItemModel::rowsInserted, this, &CBasketSizingSummary::scheduleRefresh);
-    connect(model, &QAbstractItemModel::rowsRemoved, this, &CBasketSizingSummary::scheduleRefresh);
-    connect(model, &QAbstractItemModel::layoutChanged, this, &CBasketSizingSummary::scheduleRefresh);
-    scheduleRefresh();
+    connect(model, &QAbstractItemModel::modelReset, this, &CBasketSizingSummary::linesChanged);
+    connect(model, &QAbstractItemModel::rowsInserted, this, &CBasketSizingSummary::linesChanged);
+    connect(model, &QAbstractItemModel::rowsRemoved, this, &CBasketSizingSummary::linesChanged);
+    connect(model, &QAbstractItemModel::layoutChanged, this, &CBasketSizingSummary::linesChanged);
+    linesChanged();
 }
 
-CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfirmWidget &widget, const QString &basketName,
-                                                            const QMap<QString, double> &aimed)
+std::unique_ptr<CBasketSizingSummary::Lines> CBasketSizingSummary::gather(const COpBasketConfirmWidget &widget,
+                                                                          const QString &basketName,
+                                                                          const QMap<QString, double> &aimed)
 {
-    Summary summary;
+    auto lines = std::make_unique<Lines>();
     const WK::CBaseNormalTable *table = widget.table();
     if (!table)
-        return summary;
+        return lines;
     const CUserConfig *config = getUserConfig();
-    const bool withDrift = config && config->baskets().contains(basketName);
-    // Read at every tick over every line: the line gives its account and instrument without
-    // making text, the table the cells that change (tick, value, status).
+    const auto basket = config ? config->baskets().constFind(basketName) : QMap<QString, CBasketSetting>::const_iterator();
+    lines->m_withDrift = config && basket != config->baskets().constEnd();
     std::map<const ttservice::CAccountInfo *, int> accountIndex;
     std::map<std::string, int> accountOfKey;
-    // By the table's instrument, the sized value of its ticked lines and whether it has any; lines
-    // without an instrument of the table by their key. Stock keys are made once per instrument,
-    // not once per line at every tick.
-    const size_t instruments = withDrift ? static_cast<size_t>(widget.instrumentCount()) : 0;
-    std::vector<double> byInstrument(instruments, 0.0);
-    std::vector<char> instrumentTicked(instruments, 0);
-    // By stock key: the sized value, then the basket's weight.
-    std::unordered_map<std::string, std::pair<double, double>> byKey;
-    double total = 0.0;
+    std::unordered_map<std::string, int> entryOfKey;
+    auto entryOf = [&lines, &entryOfKey](const std::string &key) {
+        const auto found = entryOfKey.emplace(key, static_cast<int>(lines->m_entryKeys.size()));
+        if (found.second) {
+            lines->m_entryKeys.push_back(key);
+            lines->m_entryWeights.push_back(0.0);
+        }
+        return found.first->second;
+    };
+    // Stock keys are made once per instrument of the table, not once per line.
+    std::vector<int> entryOfInstrument(lines->m_withDrift ? static_cast<size_t>(widget.instrumentCount()) : 0, -1);
     for (int visual = 0; visual < table->rowCount(); ++visual) {
         const int rowId = table->rowID(visual);
         const ttservice::CCodeOrderParam *param = widget.getParamByRowIndex(visual);
@@ -174,41 +174,95 @@ CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfi
             const std::string key = param->m_account ? param->m_account->getKey() : std::string();
             auto byKey = accountOfKey.find(key);
             if (byKey == accountOfKey.end()) {
-                byKey = accountOfKey.emplace(key, summary.m_accounts.size()).first;
-                summary.m_accounts.push_back(Account());
-                summary.m_accounts.back().m_account = table->itemText(rowId, W::COL_ACCOUNT);
-                summary.m_accounts.back().m_aimed = aimed.value(summary.m_accounts.back().m_account, -1.0);
+                byKey = accountOfKey.emplace(key, lines->m_accounts.size()).first;
+                lines->m_accounts.push_back(Account());
+                lines->m_accounts.back().m_account = table->itemText(rowId, W::COL_ACCOUNT);
+                lines->m_accounts.back().m_aimed = aimed.value(lines->m_accounts.back().m_account, -1.0);
             }
             found = accountIndex.emplace(param->m_account.get(), byKey->second).first;
         }
-        Account &line = summary.m_accounts[found->second];
-        ++line.m_lines;
-        if (param->m_volume == 0 && !(ttservice::hasValue(param->m_money) && param->m_money > 0.0))
-            ++line.m_zeroLines[zeroReason(*table, rowId)];
+        const int account = found->second;
+        ++lines->m_accounts[account].m_lines;
+        if (param->m_volume == 0 && !(ttservice::hasValue(param->m_money) && param->m_money > 0.0)) {
+            lines->m_zero.push_back(rowId);
+            lines->m_zeroAccount.push_back(account);
+        }
         if (!table->isItemChecked(rowId, W::COL_CHECK))
             continue;
-        // A value not known yet shows "-" and reads as 0.
-        const double value = cents(table->itemDouble(rowId, W::COL_COST));
-        line.m_money = cents(line.m_money + value);
-        total += value;
-        if (!withDrift)
-            continue;
-        const int instrument = widget.instrumentOfRow(rowId, *param);
-        if (instrument >= 0 && static_cast<size_t>(instrument) < instruments) {
-            byInstrument[static_cast<size_t>(instrument)] += value;
-            instrumentTicked[static_cast<size_t>(instrument)] = 1;
-        } else {
-            byKey[utils::vqStockKey(param->m_stockInfo.m_market, param->m_stockInfo.m_stockCode)].first += value;
+        int entry = -1;
+        if (lines->m_withDrift) {
+            const int instrument = widget.instrumentOfRow(rowId, *param);
+            if (instrument >= 0 && static_cast<size_t>(instrument) < entryOfInstrument.size()) {
+                int &known = entryOfInstrument[static_cast<size_t>(instrument)];
+                if (known < 0)
+                    known = entryOf(widget.instrumentKey(instrument));
+                entry = known;
+            } else {
+                entry = entryOf(utils::vqStockKey(param->m_stockInfo.m_market, param->m_stockInfo.m_stockCode));
+            }
+        }
+        lines->m_ticked.push_back(rowId);
+        lines->m_tickedAccount.push_back(account);
+        lines->m_tickedEntry.push_back(entry);
+    }
+    if (lines->m_withDrift) {
+        for (const CBasketStockData &row : basket->m_stocks) {
+            const int entry = entryOf(utils::vqStockKey(row.m_market.toStdString(), row.m_stockCode.toStdString()));
+            lines->m_entryWeights[static_cast<size_t>(entry)] += row.m_weight;
+            lines->m_weights += row.m_weight;
         }
     }
-    for (size_t instrument = 0; instrument < instruments; ++instrument) {
-        if (instrumentTicked[instrument])
-            byKey[widget.instrumentKey(static_cast<int>(instrument))].first += byInstrument[instrument];
-    }
+    return lines;
+}
 
-    if (withDrift && total > 0.0)
-        settleDrift(summary, byKey, total, config->baskets().constFind(basketName)->m_stocks);
+CBasketSizingSummary::Summary CBasketSizingSummary::sum(const COpBasketConfirmWidget &widget, const Lines &lines)
+{
+    Summary summary;
+    summary.m_accounts = lines.m_accounts;
+    const WK::CBaseNormalTable *table = widget.table();
+    if (!table)
+        return summary;
+    for (size_t i = 0; i < lines.m_zero.size(); ++i)
+        ++summary.m_accounts[lines.m_zeroAccount[i]].m_zeroLines[zeroReason(*table, lines.m_zero[i])];
+
+    const WK::CTableModel *model = table->model();
+    std::vector<double> entryValues(lines.m_entryKeys.size(), 0.0);
+    double total = 0.0;
+    for (size_t i = 0; i < lines.m_ticked.size(); ++i) {
+        // A value not known yet shows "-" and reads as 0.
+        const double value = cents(model->itemDouble(lines.m_ticked[i], W::COL_COST));
+        Account &account = summary.m_accounts[lines.m_tickedAccount[i]];
+        account.m_money = cents(account.m_money + value);
+        total += value;
+        if (lines.m_tickedEntry[i] >= 0)
+            entryValues[static_cast<size_t>(lines.m_tickedEntry[i])] += value;
+    }
+    if (!lines.m_withDrift || total <= 0.0 || lines.m_weights <= 0.0)
+        return summary;
+
+    // How far the sized values are from the basket's weights: half the sum of absolute
+    // differences, and the largest single one.
+    double drifts = 0.0;
+    const std::string *largest = nullptr;
+    for (size_t entry = 0; entry < entryValues.size(); ++entry) {
+        const double drift = std::fabs(entryValues[entry] / total - lines.m_entryWeights[entry] / lines.m_weights) * 100.0;
+        drifts += drift;
+        const std::string &key = lines.m_entryKeys[entry];
+        if (!largest || drift > summary.m_largestDrift || (drift == summary.m_largestDrift && key < *largest)) {
+            summary.m_largestDrift = drift;
+            largest = &key;
+        }
+    }
+    summary.m_largestKey = largest ? QString::fromStdString(*largest) : QString();
+    summary.m_hasDrift = true;
+    summary.m_drift = drifts / 2.0;
     return summary;
+}
+
+CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfirmWidget &widget, const QString &basketName,
+                                                            const QMap<QString, double> &aimed)
+{
+    return sum(widget, *gather(widget, basketName, aimed));
 }
 
 QString CBasketSizingSummary::lineText(const Summary &summary)
@@ -257,13 +311,13 @@ QStringList CBasketSizingSummary::detailTexts(const Summary &summary)
 void CBasketSizingSummary::setBasketName(const QString &name)
 {
     m_basketName = name;
-    scheduleRefresh();
+    linesChanged();
 }
 
 void CBasketSizingSummary::setAimedMoney(const QMap<QString, double> &aimed)
 {
     m_aimed = aimed;
-    scheduleRefresh();
+    linesChanged();
 }
 
 void CBasketSizingSummary::setCollapsed(bool collapsed)
@@ -280,7 +334,9 @@ QString CBasketSizingSummary::text() const
 
 void CBasketSizingSummary::refresh()
 {
-    const Summary summary = m_table ? compute(*m_table, m_basketName, m_aimed) : Summary();
+    if (m_table && !m_lines)
+        m_lines = gather(*m_table, m_basketName, m_aimed);
+    const Summary summary = m_table ? sum(*m_table, *m_lines) : Summary();
     QString text = lineText(summary);
     if (!m_collapsed) {
         const QStringList details = detailTexts(summary);
@@ -288,6 +344,12 @@ void CBasketSizingSummary::refresh()
             text += QLatin1Char('\n') + details.join(QLatin1Char('\n'));
     }
     m_label->setText(text);
+}
+
+void CBasketSizingSummary::linesChanged()
+{
+    m_lines.reset();
+    scheduleRefresh();
 }
 
 void CBasketSizingSummary::scheduleRefresh()

@@ -7,6 +7,8 @@
 #include <QVector>
 #include <QWidget>
 
+#include <memory>
+
 class QLabel;
 class QTimer;
 class QToolButton;
@@ -61,9 +63,19 @@ public Q_SLOTS:
     void refresh();
 
 private:
+    // What a pass over the table's lines learnt that only a reload, an edit, a tick box, a sort
+    // or a filter changes: accounts, the ticked rows with their account and instrument, the rows
+    // at 0. While quotes alone move the values, the strip adds values up over it again instead of
+    // reading every line's account and instrument at every tick.
+    struct Lines;
+    static std::unique_ptr<Lines> gather(const COpBasketConfirmWidget &table, const QString &basketName,
+                                         const QMap<QString, double> &aimed);
+    static Summary sum(const COpBasketConfirmWidget &table, const Lines &lines);
     void scheduleRefresh();
+    void linesChanged();
 
     COpBasketConfirmWidget *m_table = nullptr;
+    std::unique_ptr<Lines> m_lines; // null until the next refresh gathers them again
     QString m_basketName;
     QMap<QString, double> m_aimed;
     bool m_collapsed = true;

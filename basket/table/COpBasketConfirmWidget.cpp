@@ -482,6 +482,10 @@ void COpBasketConfirmWidget::resetTable()
     for (int column = 0; column < COLUMN_COUNT; ++column)
         m_table->setColumnFilterable(column, true);
     m_table->setColumnFlashChange(COL_COST, true);
+    // A live market moves these three columns on every row: the table reads them from the
+    // widget's copy when it needs them instead of storing a cell per row at every tick.
+    for (int column : {COL_LAST_PRICE, COL_CHANGE, COL_COST})
+        m_table->setColumnSource(column, [this, column](int rowId) { return shownValue(rowId, column); });
 
     // The toolkit keeps numbers as numbers; formats say how typed text is stored and how many
     // decimals a number shows when its cell does not say.
@@ -524,6 +528,7 @@ void COpBasketConfirmWidget::clearSlots()
     m_instruments.clear();
     m_instrumentIndex.clear();
     m_changedSlots.clear();
+    m_shownValues.clear();
 }
 
 QSet<QString> COpBasketConfirmWidget::replacementCodes(const QString &basketName) const
@@ -682,6 +687,7 @@ void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
     m_slotInstrument.assign(count, -1);
     m_slotVolumes.assign(count, 0);
     m_slotMoney.assign(count, 0);
+    m_shownValues.assign(count, ShownValues());
     caches.switches = filterSwitches();
     caches.calculator = ttservice::TraderCenter::instance()->getCalculator();
     m_quoteRequests.reserve(static_cast<int>(count));
@@ -831,7 +837,9 @@ void COpBasketConfirmWidget::loadLine(int slot, CCodeOrderParam &line, CLoadCach
     const double changeRatio = hasCost(cost) && !money && price ? changeRatioOf(lastPrice, price->m_lastClose) : 0.0;
     m_otherRecords[i] = OtherOrderParam(available, 0.0, cost, lastPrice, changeRatio, std::string());
     m_otherParams[i] = &m_otherRecords[i];
-    showValueCells(row, money ? OtherOrderParam() : m_otherRecords[i], instrument.m_priceDecimals);
+    // A new row: its values are filled, not changed, and do not light up.
+    if (!money)
+        m_shownValues[i] = shownValuesOf(m_otherRecords[i]);
 
     colourRow(row, line, caches.replacing, caches.replacedCodes);
     bindRow(row, slot);
@@ -855,26 +863,60 @@ void COpBasketConfirmWidget::fitColumnWidths()
     m_fittedWidths = columnWidths();
 }
 
-// Columns 9, 7 and 8 from a display record: "-" while the value is not known.
-void COpBasketConfirmWidget::showValueCells(int row, const OtherOrderParam &other, int decimals)
+// A display record's values as its row shows them: all three "-" while the value is not known.
+COpBasketConfirmWidget::ShownValues COpBasketConfirmWidget::shownValuesOf(const OtherOrderParam &other)
 {
-    if (!hasCost(other.m_cost)) {
-        m_table->setItemText(row, COL_COST, QStringLiteral("-"));
-        m_table->setItemText(row, COL_LAST_PRICE, QStringLiteral("-"));
-        m_table->setItemText(row, COL_CHANGE, QStringLiteral("-"));
-        return;
-    }
-    m_table->model()->setItemDoubles(row, {{COL_LAST_PRICE, other.m_lastPrice, decimals, -1},
-                                           {COL_CHANGE, other.m_changeRatio, 2, WK::NF_PERCENT},
-                                           {COL_COST, other.m_cost, 2, -1}});
+    ShownValues values;
+    if (!hasCost(other.m_cost))
+        return values;
+    values.m_lastPrice = other.m_lastPrice;
+    values.m_changeRatio = other.m_changeRatio;
+    values.m_cost = other.m_cost;
+    values.m_priced = true;
+    return values;
 }
 
-int COpBasketConfirmWidget::addTableRow(CCodeOrderParam *line, OtherOrderParam *other)
+void COpBasketConfirmWidget::showValues(int slot, const ShownValues &values)
 {
-    if (!line)
-        return -1;
-    return writeRow(line, other,
-                    lastPriceDecimals(WK::sToQs(line->m_stockInfo.m_market), WK::sToQs(line->m_stockInfo.m_stockCode)));
+    if (slot < 0 || static_cast<size_t>(slot) >= m_shownValues.size())
+        return;
+    ShownValues &shown = m_shownValues[static_cast<size_t>(slot)];
+    const bool costChanged = !ttservice::isEqual(shown.m_cost, values.m_cost) || hasCost(shown.m_cost) != hasCost(values.m_cost);
+    const bool priceChanged = shown.m_priced != values.m_priced
+                              || (values.m_priced && (!ttservice::isEqual(shown.m_lastPrice, values.m_lastPrice)
+                                                      || !ttservice::isEqual(shown.m_changeRatio, values.m_changeRatio)));
+    const double before = shown.m_cost;
+    shown = values;
+    const int row = m_slotRows[static_cast<size_t>(slot)];
+    if (row < 0 || !m_table || (!costChanged && !priceChanged))
+        return;
+    WK::CTableModel *model = m_table->model();
+    if (costChanged) {
+        // Up or down between two known values; to or from "-" it is only a change.
+        const bool bothKnown = hasCost(before) && hasCost(values.m_cost);
+        model->flashCell(row, COL_COST, bothKnown ? (values.m_cost > before ? 1 : (values.m_cost < before ? -1 : 0)) : 0);
+    }
+    model->sourcedValuesChanged(row, priceChanged ? COL_LAST_PRICE : COL_COST, COL_COST);
+}
+
+WK::CSourcedValue COpBasketConfirmWidget::shownValue(int rowId, int column) const
+{
+    WK::CSourcedValue value;
+    const int slot = slotOfRow(rowId);
+    if (slot < 0 || static_cast<size_t>(slot) >= m_shownValues.size())
+        return value;
+    const ShownValues &shown = m_shownValues[static_cast<size_t>(slot)];
+    value.m_text = QStringLiteral("-");
+    if (column == COL_COST) {
+        value.m_known = hasCost(shown.m_cost);
+        value.m_value = shown.m_cost;
+        value.m_precision = 2;
+    } else if (shown.m_priced) {
+        value.m_known = true;
+        value.m_value = column == COL_LAST_PRICE ? shown.m_lastPrice : shown.m_changeRatio;
+        value.m_precision = column == COL_LAST_PRICE ? priceDecimalsOfSlot(slot) : 2;
+    }
+    return value;
 }
 
 int COpBasketConfirmWidget::priceDecimalsOfSlot(int slot) const
@@ -885,9 +927,9 @@ int COpBasketConfirmWidget::priceDecimalsOfSlot(int slot) const
     return instrument >= 0 ? m_instruments[static_cast<size_t>(instrument)].m_priceDecimals : 2;
 }
 
-int COpBasketConfirmWidget::writeRow(CCodeOrderParam *line, OtherOrderParam *other, int priceDecimals)
+int COpBasketConfirmWidget::writeRow(int slot, CCodeOrderParam *line, const OtherOrderParam &other)
 {
-    if (!m_table || !line || !other)
+    if (!m_table || !line)
         return -1;
     // The row shows what the load showed for the same line: a money line's quantity is its
     // money, and it has no instrument to show.
@@ -898,7 +940,7 @@ int COpBasketConfirmWidget::writeRow(CCodeOrderParam *line, OtherOrderParam *oth
     m_table->setItemText(row, COL_CODE, WK::sToQs(shownCode(*line)));
     m_table->setItemText(row, COL_NAME, money ? QStringLiteral("-") : WK::sToQs(line->m_stockInfo.m_stockName));
     m_table->setItemText(row, COL_OPERATION, operationToString(line->m_operationType));
-    m_table->setItemInt(row, COL_AVAILABLE, other->m_availableVolume);
+    m_table->setItemInt(row, COL_AVAILABLE, other.m_availableVolume);
     if (money)
         m_table->setItemDouble(row, COL_VOLUME, line->m_money, 2);
     else
@@ -906,9 +948,10 @@ int COpBasketConfirmWidget::writeRow(CCodeOrderParam *line, OtherOrderParam *oth
 
     EOpConfirmFilterStatus status = OCFS_NORMAL;
     m_table->setItemChecked(row, COL_CHECK, !isParamFilter(*line, status));
-    showStatus(row, status, status == OCFS_NORMAL ? zeroVolumeReason(*line, other->m_availableVolume) : QString());
-
-    showValueCells(row, money ? OtherOrderParam() : *other, priceDecimals);
+    showStatus(row, status, status == OCFS_NORMAL ? zeroVolumeReason(*line, other.m_availableVolume) : QString());
+    // A new row: its values are filled, not changed, and do not light up.
+    if (slot >= 0 && static_cast<size_t>(slot) < m_shownValues.size())
+        m_shownValues[static_cast<size_t>(slot)] = money ? ShownValues() : shownValuesOf(other);
     m_table->addRowEnd(true);
     return row;
 }
@@ -1115,10 +1158,13 @@ void COpBasketConfirmWidget::volumeEdited(int row, const QString &text)
         if (other)
             other->m_cost = cost;
     }
-    if (hasCost(cost))
-        m_table->setItemDouble(row, COL_COST, cost, 2);
-    else
-        m_table->setItemText(row, COL_COST, QStringLiteral("-"));
+    const int slot = slotOfRow(row);
+    if (slot >= 0 && static_cast<size_t>(slot) < m_shownValues.size()) {
+        // The quantity moves the value alone; price and change stay as they are.
+        ShownValues values = m_shownValues[static_cast<size_t>(slot)];
+        values.m_cost = cost;
+        showValues(slot, values);
+    }
     updateStatData();
     // The form keeps the edit, so that the next recalculation shows it again.
     deliverEvent(kEventLineEdited, row, 0, QString(), line);
@@ -1191,13 +1237,10 @@ void COpBasketConfirmWidget::switchDirection(int row)
     if (cut && !isMoneyLine(*line))
         m_table->setItemInt(row, COL_VOLUME, line->m_volume);
     if (hasCost(cost) && !isMoneyLine(*line)) {
-        showValueCells(row, OtherOrderParam(available, 0.0, cost, lastPrice, changeRatio, std::string()),
-                       priceDecimalsOfSlot(slotOfRow(row)));
+        showValues(slotOfRow(row), shownValuesOf(OtherOrderParam(available, 0.0, cost, lastPrice, changeRatio, std::string())));
     } else {
-        m_table->setItemText(row, COL_COST, QStringLiteral("-"));
-        m_table->setItemText(row, COL_LAST_PRICE, QStringLiteral("-"));
+        showValues(slotOfRow(row), ShownValues());
         m_table->setItemText(row, COL_STATUS, QString());
-        m_table->setItemText(row, COL_CHANGE, QStringLiteral("-"));
     }
     updateStatData();
     if (next != before || cut)
@@ -1482,7 +1525,7 @@ void COpBasketConfirmWidget::filterData(const COrderParamTable::FilterMap &filte
                 ++hidden;
                 continue;
             }
-            const int row = writeRow(line, other, priceDecimalsOfSlot(slot));
+            const int row = writeRow(slot, line, *other);
             colourRow(row, *line, replacing, replacedCodes);
             bindRow(row, slot);
         }
@@ -1649,10 +1692,9 @@ void COpBasketConfirmWidget::slotTimeout()
         if (!other || !other->m_changed)
             continue;
         other->m_changed = false;
-        const int row = m_slotRows[s];
-        if (row < 0)
+        if (m_slotRows[s] < 0)
             continue; // out of the table now; a row made later shows the record as it stands
-        showValueCells(row, *other, priceDecimalsOfSlot(slot));
+        showValues(slot, shownValuesOf(*other));
         anyShown = true;
     }
     m_changedSlots.clear();

@@ -178,9 +178,6 @@ protected:
     void saveBasketCallBack(QString name);
     void createUi();
     void resetTable();
-    // A row written from the line and its display record as they stand, after a column filter;
-    // answers its row id, -1 without a table.
-    int addTableRow(ttservice::CCodeOrderParam *line, OtherOrderParam *other);
     QSet<QString> getTableItems(int column);
     void filterData(const COrderParamTable::FilterMap &filters);
     // The colours of a buy's replacement and suspended lines, after a load or a filter alike.
@@ -217,6 +214,17 @@ private:
         std::string m_name;
     };
 
+    // What the value columns (last price, change, value) show of a slot. The display records
+    // belong to the quote threads; these are the widget's, copied at each tick, and the table
+    // reads them when it paints, sorts, filters or sums those columns.
+    struct ShownValues
+    {
+        double m_lastPrice = 0.0;
+        double m_changeRatio = 0.0;
+        double m_cost = ttservice::NO_VALUE; // "-" when not known
+        bool m_priced = false;               // false: price and change show "-"
+    };
+
     static constexpr int NO_SLOT = -1;
     static constexpr int IN_BACKUP = -2;
 
@@ -239,10 +247,14 @@ private:
     // Fits the columns to the rows in view unless the widths are the user's.
     void fitColumnWidths();
     QSet<QString> replacementCodes(const QString &basketName) const;
-    // The row of a line, with the decimals of its price column.
-    int writeRow(ttservice::CCodeOrderParam *line, OtherOrderParam *other, int priceDecimals);
+    // A new row for the line of a slot, showing it and its display record as they stand.
+    int writeRow(int slot, ttservice::CCodeOrderParam *line, const OtherOrderParam &other);
     int priceDecimalsOfSlot(int slot) const;
-    void showValueCells(int row, const OtherOrderParam &other, int decimals);
+    static ShownValues shownValuesOf(const OtherOrderParam &other);
+    // The value columns of a slot from now on; a row that shows the slot is told, and its value
+    // cell lights up when the value changed.
+    void showValues(int slot, const ShownValues &values);
+    WK::CSourcedValue shownValue(int rowId, int column) const;
     QString columnValue(const ttservice::CCodeOrderParam &line, const OtherOrderParam *other, int column) const;
     void validateVolume(WK::CTableCellEvent &cell);
     void volumeEdited(int row, const QString &text);
@@ -293,6 +305,7 @@ private:
     std::vector<InstrumentLines> m_instruments;
     std::unordered_map<std::string, int> m_instrumentIndex; // market + '.' + code -> instrument
     std::vector<int> m_changedSlots; // slots whose record a quote marked since the last tick
+    std::vector<ShownValues> m_shownValues; // slot -> what its row shows; the widget's thread only
 
     quint64 m_tradeOpType = 512;
     int m_filterFlags = 0;

@@ -502,7 +502,6 @@ TEST_F(ConfirmWidgetTest, TheTickShowsOnlyTheRowsAQuoteChanged)
     addStock("600000", 10.0);
     addStock("600001", 20.0);
     load({line("a1", "600000", 18, 100), line("a1", "600001", 18, 100), line("a2", "600000", 18, 200)});
-    table()->setItemText(1, Widget::COL_LAST_PRICE, QStringLiteral("untouched"));
 
     CQuoteClient::instance()->publishQuote(quote("SH", "600000", 11.0, 0.0));
     EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("10.00")) << "quotes wait for the tick";
@@ -512,7 +511,10 @@ TEST_F(ConfirmWidgetTest, TheTickShowsOnlyTheRowsAQuoteChanged)
     EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("11.00"));
     EXPECT_EQ(cell(2, Widget::COL_COST), QStringLiteral("2200.00"));
     EXPECT_EQ(cell(2, Widget::COL_CHANGE), QStringLiteral("0.00%"));
-    EXPECT_EQ(cell(1, Widget::COL_LAST_PRICE), QStringLiteral("untouched"));
+    // Only what a quote changed lights up: the other stock's row is not touched.
+    EXPECT_TRUE(table()->model()->isFlashing(2, Widget::COL_COST));
+    EXPECT_FALSE(table()->model()->isFlashing(1, Widget::COL_COST));
+    EXPECT_EQ(cell(1, Widget::COL_LAST_PRICE), QStringLiteral("20.00"));
     EXPECT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("5300.00"));
 }
 

@@ -830,6 +830,13 @@ private:
                 fault("summary", "the strip says " + std::to_string(account.m_money) + " for " + account.m_account.toStdString()
                                      + ", the table " + std::to_string(byAccount[account.m_account]));
         }
+        // The strip on screen re-adds values over the lines it gathered while only quotes
+        // moved: it must say what a pass over the whole table says.
+        CBasketSizingSummary *strip = m_panel->basketWidget()->editWidget()->sizingSummary();
+        strip->refresh();
+        const QString full = CBasketSizingSummary::lineText(summary);
+        if (!strip->text().startsWith(full))
+            fault("stripStale", "the strip shows " + strip->text().toStdString() + ", the table gives " + full.toStdString());
     }
 
     void checkWork()
