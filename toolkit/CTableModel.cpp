@@ -1070,6 +1070,14 @@ qint64 CTableModel::itemInt(int rowId, int column) const
 
 double CTableModel::itemDouble(int rowId, int column) const
 {
+    // A known value of a sourced column straight from its source: the sizing strip reads one
+    // per ticked line at every tick.
+    const int index = storageIndexOf(rowId);
+    if (index >= 0 && column >= 0 && column < columnCount() && m_columns[static_cast<size_t>(column)].m_source) {
+        const CSourcedValue value = m_columns[static_cast<size_t>(column)].m_source(rowId);
+        if (value.m_known)
+            return value.m_value;
+    }
     Cell scratch;
     const Cell *c = shownCell(rowId, column, scratch);
     if (!c)
@@ -1266,8 +1274,17 @@ double CTableModel::columnSum(int column) const
     double sum = 0.0;
     if (column < 0 || column >= columnCount())
         return sum;
+    const auto &source = m_columns[static_cast<size_t>(column)].m_source;
     Cell scratch;
     for (int index : m_visible) {
+        if (source) {
+            const CSourcedValue value = source(m_rows[static_cast<size_t>(index)].m_id);
+            if (value.m_known) {
+                if (usableDouble(value.m_value))
+                    sum += value.m_value;
+                continue;
+            }
+        }
         const Cell &c = shownCell(m_rows[static_cast<size_t>(index)], column, scratch);
         if (c.m_number.isValid()) {
             const double value = c.m_number.toDouble();

@@ -45,16 +45,28 @@ QString percent(double value)
     return QString::number(value, 'f', 2) + QLatin1Char('%');
 }
 
-// Why a line came out at 0, as the table's status and price columns show it.
-QString zeroReason(const WK::CBaseNormalTable &table, int rowId)
+const QString &noQuoteReason()
 {
-    const QString status = table.itemText(rowId, W::COL_STATUS);
-    if (status != W::getStatusString(W::OCFS_NORMAL))
-        return status;
-    const QString last = table.itemText(rowId, W::COL_LAST_PRICE);
-    if (last.isEmpty() || last == QStringLiteral("-"))
-        return QStringLiteral("无行情");
-    return QStringLiteral("不足一手或资金不足");
+    static const QString reason = QStringLiteral("无行情");
+    return reason;
+}
+
+const QString &tooLittleReason()
+{
+    static const QString reason = QStringLiteral("不足一手或资金不足");
+    return reason;
+}
+
+// Whether the price column of a row shows a price: empty or "-" is no quote.
+bool showsPrice(const WK::CTableModel &model, int rowId)
+{
+    const QVariant last = model.itemValue(rowId, W::COL_LAST_PRICE);
+    if (last.userType() == QMetaType::QString) {
+        const QString text = last.toString();
+        return !text.isEmpty() && text != QStringLiteral("-");
+    }
+    const double value = last.toDouble();
+    return std::isfinite(value) && !ttservice::isEqual(value, ttservice::NO_VALUE);
 }
 
 } // namespace
@@ -66,7 +78,8 @@ struct CBasketSizingSummary::Lines
     std::vector<int> m_ticked;
     std::vector<int> m_tickedAccount;
     std::vector<int> m_tickedEntry; // -1 without drift
-    // The rows at 0: their reason follows the price column, which a quote may fill.
+    // The rows at 0 of a trading instrument: whether they have a quote, which one may bring,
+    // says why. The others' reasons (suspended, limits) are in m_accounts already.
     std::vector<int> m_zero;
     std::vector<int> m_zeroAccount;
     // With drift: one entry per stock key of the ticked rows and of the basket, with the
@@ -184,8 +197,13 @@ std::unique_ptr<CBasketSizingSummary::Lines> CBasketSizingSummary::gather(const 
         const int account = found->second;
         ++lines->m_accounts[account].m_lines;
         if (param->m_volume == 0 && !(ttservice::hasValue(param->m_money) && param->m_money > 0.0)) {
-            lines->m_zero.push_back(rowId);
-            lines->m_zeroAccount.push_back(account);
+            const QString status = table->itemText(rowId, W::COL_STATUS);
+            if (status != W::getStatusString(W::OCFS_NORMAL)) {
+                ++lines->m_accounts[account].m_zeroLines[status];
+            } else {
+                lines->m_zero.push_back(rowId);
+                lines->m_zeroAccount.push_back(account);
+            }
         }
         if (!table->isItemChecked(rowId, W::COL_CHECK))
             continue;
@@ -222,10 +240,20 @@ CBasketSizingSummary::Summary CBasketSizingSummary::sum(const COpBasketConfirmWi
     const WK::CBaseNormalTable *table = widget.table();
     if (!table)
         return summary;
-    for (size_t i = 0; i < lines.m_zero.size(); ++i)
-        ++summary.m_accounts[lines.m_zeroAccount[i]].m_zeroLines[zeroReason(*table, lines.m_zero[i])];
-
     const WK::CTableModel *model = table->model();
+    std::vector<std::pair<int, int>> quoted(static_cast<size_t>(summary.m_accounts.size())); // no quote, quote
+    for (size_t i = 0; i < lines.m_zero.size(); ++i) {
+        std::pair<int, int> &count = quoted[static_cast<size_t>(lines.m_zeroAccount[i])];
+        ++(showsPrice(*model, lines.m_zero[i]) ? count.second : count.first);
+    }
+    for (int account = 0; account < summary.m_accounts.size(); ++account) {
+        const std::pair<int, int> &count = quoted[static_cast<size_t>(account)];
+        if (count.first > 0)
+            summary.m_accounts[account].m_zeroLines[noQuoteReason()] += count.first;
+        if (count.second > 0)
+            summary.m_accounts[account].m_zeroLines[tooLittleReason()] += count.second;
+    }
+
     std::vector<double> entryValues(lines.m_entryKeys.size(), 0.0);
     double total = 0.0;
     for (size_t i = 0; i < lines.m_ticked.size(); ++i) {

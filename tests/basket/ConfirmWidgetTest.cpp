@@ -1,4 +1,5 @@
 #include "COpBasketConfirmWidget.h"
+#include "CBasketSizingSummary.h"
 #include "COpBasketReplaceStockToolBar.h"
 
 #include "CCheckBox.h"
@@ -399,6 +400,16 @@ TEST_F(ConfirmWidgetTest, ALineAtZeroSaysWhyOnEveryAccount)
         "a1 600003 18 无行情", "a2 600003 18 无行情", "a1 600004 18 不足一手", "a2 600004 18 资金不足",
         "a1 600004 19 无可用", "a2 600004 18 资金不足", "a1 600004 18 -"};
     EXPECT_EQ(shown, expected);
+
+    // The strip under the table counts the same reasons; a line typed down to 0 has no status
+    // of its own, and with a quote it is short of a lot or of money.
+    EXPECT_TRUE(table()->submitEdit(table()->rowID(10), Widget::COL_VOLUME, QStringLiteral("0")));
+    const CBasketSizingSummary::Summary summary = CBasketSizingSummary::compute(*widget, QString());
+    ASSERT_EQ(summary.m_accounts.size(), 2);
+    using Reasons = QMap<QString, int>;
+    EXPECT_EQ(summary.m_accounts[0].m_zeroLines,
+              (Reasons{{"停牌", 1}, {"不足一手", 2}, {"无行情", 1}, {"无可用", 1}, {"不足一手或资金不足", 1}}));
+    EXPECT_EQ(summary.m_accounts[1].m_zeroLines, (Reasons{{"停牌", 1}, {"黑名单", 1}, {"无行情", 1}, {"资金不足", 2}}));
 }
 
 TEST_F(ConfirmWidgetTest, AFilterIsCountedAndRowsKeepTheirColoursAndReasons)
