@@ -571,7 +571,8 @@ void CTableModel::rebuildVisualPos()
 
 void CTableModel::beginUpdate()
 {
-    ++m_updateDepth;
+    if (m_updateDepth++ == 0)
+        m_batchClock = -1;
 }
 
 void CTableModel::endUpdate()
@@ -1406,7 +1407,14 @@ void CTableModel::recordFlash(int rowId, int column, int direction)
     Flash &slot = slots[static_cast<size_t>(rowId)];
     if (slot.m_start < 0)
         m_flashing.push_back(flashKey(rowId, column));
-    slot = Flash{m_clock.elapsed(), direction};
+    // The cells a batch lights up start together: a tick that moves every row reads the clock
+    // once, not once per cell.
+    qint64 start = m_batchClock;
+    if (m_updateDepth == 0 || start < 0)
+        start = m_clock.elapsed();
+    if (m_updateDepth > 0)
+        m_batchClock = start;
+    slot = Flash{start, direction};
     if (!m_flashTimer.isActive())
         m_flashTimer.start();
 }

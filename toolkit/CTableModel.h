@@ -332,6 +332,7 @@ private:
     std::vector<quint64> m_flashing; // (row id << 32 | column) of the cells flashing now
     QTimer m_flashTimer;
     QElapsedTimer m_clock;
+    qint64 m_batchClock = -1; // when the open batch first lit a cell up, -1 before
     int m_flashDuration = 800;
 
     EditHandler m_editHandler;
