@@ -257,8 +257,9 @@ CBasketSizingSummary::Summary CBasketSizingSummary::sum(const COpBasketConfirmWi
     std::vector<double> entryValues(lines.m_entryKeys.size(), 0.0);
     double total = 0.0;
     for (size_t i = 0; i < lines.m_ticked.size(); ++i) {
-        // A value not known yet shows "-" and reads as 0.
-        const double value = cents(model->itemDouble(lines.m_ticked[i], W::COL_COST));
+        // A value not known yet shows "-" and counts as 0.
+        const double shown = widget.shownCost(lines.m_ticked[i]);
+        const double value = std::isfinite(shown) && !ttservice::isEqual(shown, ttservice::NO_VALUE) ? cents(shown) : 0.0;
         Account &account = summary.m_accounts[lines.m_tickedAccount[i]];
         account.m_money = cents(account.m_money + value);
         total += value;

@@ -906,7 +906,6 @@ WK::CSourcedValue COpBasketConfirmWidget::shownValue(int rowId, int column) cons
     if (slot < 0 || static_cast<size_t>(slot) >= m_shownValues.size())
         return value;
     const ShownValues &shown = m_shownValues[static_cast<size_t>(slot)];
-    value.m_text = QStringLiteral("-");
     if (column == COL_COST) {
         value.m_known = hasCost(shown.m_cost);
         value.m_value = shown.m_cost;
@@ -916,7 +915,17 @@ WK::CSourcedValue COpBasketConfirmWidget::shownValue(int rowId, int column) cons
         value.m_value = column == COL_LAST_PRICE ? shown.m_lastPrice : shown.m_changeRatio;
         value.m_precision = column == COL_LAST_PRICE ? priceDecimalsOfSlot(slot) : 2;
     }
+    if (!value.m_known)
+        value.m_text = QStringLiteral("-");
     return value;
+}
+
+double COpBasketConfirmWidget::shownCost(int rowId) const
+{
+    const int slot = slotOfRow(rowId);
+    if (slot < 0 || static_cast<size_t>(slot) >= m_shownValues.size())
+        return ttservice::NO_VALUE;
+    return m_shownValues[static_cast<size_t>(slot)].m_cost;
 }
 
 int COpBasketConfirmWidget::priceDecimalsOfSlot(int slot) const

@@ -135,6 +135,9 @@ public:
     int instrumentCount() const { return static_cast<int>(m_instruments.size()); }
     int instrumentOfRow(int rowId, const ttservice::CCodeOrderParam &line) const;
     std::string instrumentKey(int instrument) const;
+    // The value column of a row as it shows it, NO_VALUE for "-"; cheaper than reading the cell
+    // for a pass over every row.
+    double shownCost(int rowId) const;
     // Height for the rows in view, at most 25 of them, with header and totals line.
     int getHeightHint() const;
 
