@@ -248,3 +248,46 @@ TEST(TableModelFlash, aChangedValueFlashesUntilItsTimeIsUp)
 }
 
 } // namespace
+
+namespace {
+
+// A column whose values its owner keeps: the model shows, sorts, filters, sums and lights them
+// up from the source, never from the cells stored under them.
+TEST(TableModelSourcedColumn, everyReaderTakesTheOwnersValue)
+{
+    auto model = makeModel(2, {{"a", "stale"}, {"b", "stale"}, {"c", "stale"}});
+    CTableColumn column = model->tableColumn(1);
+    column.m_format = WK::CF_DOUBLE;
+    column.m_flashChange = true;
+    std::vector<double> values{12.5, -1.0, 3.25}; // -1: not known, shows "-"
+    column.m_source = [&values](int rowId) {
+        WK::CSourcedValue value;
+        value.m_known = values[static_cast<size_t>(rowId)] >= 0.0;
+        value.m_value = values[static_cast<size_t>(rowId)];
+        value.m_precision = rowId == 2 ? 3 : -1;
+        if (!value.m_known)
+            value.m_text = QStringLiteral("-");
+        return value;
+    };
+    model->setTableColumn(1, column);
+
+    EXPECT_EQ(model->itemText(0, 1), QStringLiteral("12.50"));
+    EXPECT_EQ(model->itemText(1, 1), QStringLiteral("-"));
+    EXPECT_EQ(model->itemText(2, 1), QStringLiteral("3.250"));
+    EXPECT_EQ(model->data(model->index(2, 1), CTableModel::NumberRole).toDouble(), 3.25);
+    EXPECT_DOUBLE_EQ(model->columnSum(1), 15.75);
+    EXPECT_DOUBLE_EQ(model->itemDouble(1, 1), 0.0);
+
+    // The owner's new value is what a sort and a filter see, once the owner says so.
+    values[0] = 1.0;
+    model->sourcedValuesChanged(0, 1, 1);
+    model->flashCell(0, 1, -1);
+    EXPECT_TRUE(model->isFlashing(0, 1));
+    EXPECT_FALSE(model->isFlashing(2, 1));
+    model->sortByColumn(1, Qt::AscendingOrder);
+    EXPECT_EQ(model->visibleRowIds(), ids({0, 2, 1}));
+    model->setColumnFilter(1, {QStringLiteral("3.250")});
+    EXPECT_EQ(model->visibleRowIds(), ids({2}));
+}
+
+} // namespace
