@@ -468,9 +468,7 @@ TEST_F(BasketImport, sizingSummaryAgreesWithTheTableToTheCent)
               QStringList{QStringLiteral("a1：3 行，勾选市值 171,999.00 元，目标 200,000.00 元，剩余 28,001.00 元；数量为 0：不足一手 1 行")});
 
     // A tick reaches the strip with the table's own half-second refresh.
-    TC::CPriceData tick;
-    tick.m_market = "SH", tick.m_stockCode = "600000", tick.m_lastPrice = 10.5, tick.m_lastClose = 10.37;
-    TC::CQuoteClient::instance()->publishQuote(tick);
+    sample::publishQuote("SH", "600000", 10.5, 10.37);
     wrapper.confirmWidget()->slotTimeout();
     QCoreApplication::processEvents();
     EXPECT_TRUE(wrapper.sizingSummary()->text().contains(QStringLiteral("勾选市值 172,038.00 元")))

@@ -69,17 +69,6 @@ ttservice::CPositionStatics position(const char *code, double volume, int64_t av
     return p;
 }
 
-// A quote stored as the last one and published to the subscribers.
-void publish(const char *market, const char *code, double last)
-{
-    setQuote(market, code, last);
-    CPriceData quote;
-    quote.m_market = market;
-    quote.m_stockCode = code;
-    quote.m_lastPrice = last;
-    CQuoteClient::instance()->publishQuote(quote);
-}
-
 // --- the target basket table ---
 
 class BasketTable : public SubstituteTest
@@ -214,17 +203,17 @@ TEST_F(BasketTable, MoneySizingWaitsForEveryQuoteThenFollowsAndKeepsHandEdits)
     requested.sort();
     EXPECT_EQ(requested, (QStringList{QStringLiteral("600000.SH"), QStringLiteral("600001.SH")}));
 
-    publish("SH", "600000", 10);
+    sample::publishQuote("SH", "600000", 10);
     QCoreApplication::processEvents();
     EXPECT_EQ(volumes().at("600000"), 0) << "sized before the last awaited quote";
 
-    publish("SH", "600001", 20);
+    sample::publishQuote("SH", "600001", 20);
     QCoreApplication::processEvents();
     EXPECT_EQ(volumes(), (std::map<std::string, int64_t>{{"600000", 10000}, {"600001", 5000}}));
 
     // The user's volume stands while the market moves the other row.
     ASSERT_TRUE(table->table()->submitEdit(1, CExChangeBasketTable::COL_VOLUME, QStringLiteral("700")));
-    publish("SH", "600000", 20);
+    sample::publishQuote("SH", "600000", 20);
     ASSERT_TRUE(QTest::qWaitFor([this] { return volumes().at("600000") == 5000; }, 3000));
     EXPECT_EQ(volumes().at("600001"), 700);
 
@@ -243,8 +232,8 @@ TEST_F(BasketTable, QuotesFromTheFeedsThreadSizeOnTheWidgetsThread)
     chooseBasket(QStringLiteral("w"));
     sizeByMoney(400000);
     std::thread feed([] {
-        publish("SH", "600000", 10);
-        publish("SH", "600001", 20);
+        sample::publishQuote("SH", "600000", 10);
+        sample::publishQuote("SH", "600001", 20);
     });
     feed.join();
     ASSERT_TRUE(QTest::qWaitFor([this] { return volumes().at("600001") == 15000; }, 3000));

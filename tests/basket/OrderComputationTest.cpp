@@ -44,15 +44,6 @@ public:
     using P::filterStockParam;
 };
 
-void publishQuote(const char *code, double last)
-{
-    CPriceData quote;
-    quote.m_market = "SH";
-    quote.m_stockCode = code;
-    quote.m_lastPrice = last;
-    CQuoteClient::instance()->publishQuote(quote);
-}
-
 class OrderComputation : public SubstituteTest
 {
 protected:
@@ -372,15 +363,15 @@ TEST_F(PendingQuotes, OneRebuildAfterTheLastAwaitedQuote)
     EXPECT_EQ(totalVolume(), 0) << "a list waiting for prices must not look sized";
 
     const int before = count(1070);
-    publishQuote("600000", 10);
-    publishQuote("600001", 10);
+    sample::publishQuote("SH", "600000", 10);
+    sample::publishQuote("SH", "600001", 10);
     EXPECT_EQ(count(1070), before);
-    publishQuote("600002", 10);
+    sample::publishQuote("SH", "600002", 10);
     EXPECT_EQ(count(1070), before + 1);
     EXPECT_EQ(totalVolume(), 300);
 
     // Live subscriptions keep reporting, but nothing is awaited any more.
-    publishQuote("600000", 11);
+    sample::publishQuote("SH", "600000", 11);
     EXPECT_EQ(count(1070), before + 1);
     // A second run finds every key subscribed and asks for nothing new.
     form->updateBasketConfirmData();
@@ -419,7 +410,7 @@ TEST_F(PendingQuotes, QuotesFromAWorkerThreadRebuildOnTheWidgetThread)
     const int before = count(1070);
     std::thread worker([] {
         for (const char *code : {"600000", "600001", "600002"})
-            publishQuote(code, 10);
+            sample::publishQuote("SH", code, 10);
     });
     worker.join();
     QElapsedTimer clock;

@@ -27,12 +27,26 @@
 #include <QApplication>
 #include <QClipboard>
 
+#include <functional>
 #include <memory>
+#include <sstream>
 
 using namespace TC;
 using ttservice::CCodeOrderParam;
 
 namespace {
+
+// The values, '|' between them, as the failure message shows them.
+template <typename... T>
+std::string joined(const T &...values)
+{
+    std::ostringstream out;
+    out.precision(15);
+    ((out << values << '|'), ...);
+    std::string text = out.str();
+    text.pop_back();
+    return text;
+}
 
 class OrderPlacing : public SubstituteTest
 {
@@ -116,31 +130,18 @@ TEST_F(OrderPlacing, PlainOrderCarriesEveryArgumentAndARepeatIsAskedAbout)
     press();
     ASSERT_EQ(placed().size(), 1u) << messages().toStdString();
     const CPlaceCommandsCall &call = placed().front();
-    EXPECT_EQ(call.m_traderType, 4);
-    EXPECT_EQ(call.m_hedgeType, 1);
-    EXPECT_EQ(call.m_specBtnBarType, 0);
     ASSERT_EQ(call.m_orders.size(), 2u);
-    EXPECT_EQ(call.m_orders[0].m_volume, 100);
-    EXPECT_EQ(call.m_orders[1].m_volume, 200);
-    EXPECT_EQ(call.m_orders[0].m_account->getKey(), "a1");
-    EXPECT_EQ(call.m_orders[0].m_userId, "u1");
-    EXPECT_DOUBLE_EQ(call.m_orders[0].m_price, 10.01);
-    EXPECT_TRUE(call.m_valueMap.empty());
-    EXPECT_EQ(call.m_stopLossType, 0);
-    EXPECT_FALSE(call.m_firstFlag);
-    EXPECT_TRUE(call.m_secondFlag);
-    EXPECT_FALSE(call.m_createPortfolio);
-    EXPECT_TRUE(call.m_resultCallback.empty());
-    EXPECT_TRUE(call.m_hedgeBson.isEmpty());
-    EXPECT_EQ(call.m_commandText, "");
-    EXPECT_EQ(call.m_tradePlatform, 0);
-    EXPECT_EQ(call.m_paramString, "");
-    EXPECT_EQ(call.m_limitedPriceType, 1) << "the bar's box that lets traders change parameters starts ticked";
-    EXPECT_EQ(call.m_basketName, "b");
-    EXPECT_EQ(call.m_strategyType, -1);
-    EXPECT_EQ(call.m_extraInt, -1);
-    EXPECT_EQ(call.m_etfHedgeStatus, -1);
-    EXPECT_TRUE(call.m_extraBson.isEmpty());
+    const struct { const char *what; std::string got, expected; } fields[] = {
+        {"trader|hedge|bar|stop loss", joined(call.m_traderType, call.m_hedgeType, call.m_specBtnBarType, call.m_stopLossType), "4|1|0|0"},
+        {"volumes", joined(call.m_orders[0].m_volume, call.m_orders[1].m_volume), "100|200"},
+        {"account|user|price", joined(call.m_orders[0].m_account->getKey(), call.m_orders[0].m_userId, call.m_orders[0].m_price), "a1|u1|10.01"},
+        {"flags|portfolio|callback", joined(call.m_firstFlag, call.m_secondFlag, call.m_createPortfolio, !call.m_resultCallback.empty()), "0|1|0|0"},
+        {"command|params|basket", joined(call.m_commandText, call.m_paramString, call.m_basketName), "||b"},
+        // The bar's box that lets traders change parameters starts ticked: limited price type 1.
+        {"platform|limited|strategy|extra|etf", joined(call.m_tradePlatform, call.m_limitedPriceType, call.m_strategyType, call.m_extraInt, call.m_etfHedgeStatus), "0|1|-1|-1|-1"},
+        {"values|hedge|extra empty", joined(call.m_valueMap.empty(), call.m_hedgeBson.isEmpty(), call.m_extraBson.isEmpty()), "1|1|1"}};
+    for (const auto &f : fields)
+        EXPECT_EQ(f.got, f.expected) << f.what;
 
     // The same lines pressed again within a minute are asked about first; a no sends nothing, a
     // yes sends them, and after a minute nobody is asked.
@@ -198,31 +199,49 @@ TEST_F(OrderPlacing, NoLineOfNothingAndNoPriceOffItsTickLeaves)
     EXPECT_TRUE(messages().contains(QStringLiteral("数量均为0")));
 }
 
-TEST_F(OrderPlacing, AnAccountShortOfMoneyIsNamedAndNothingLeaves)
+// Each refusal names its reason, and nothing leaves.
+TEST_F(OrderPlacing, RefusalsSayWhyAndSendNothing)
 {
-    // Together the accounts could pay; one of them can pay each of its lines (100 of each
-    // stock at 10) but not both.
-    makeWidget();
-    addAccount("poor", 1500);
-    addAccount("rich", 1e9);
-    chooseBasket();
-    press();
-    EXPECT_TRUE(placed().empty());
-    EXPECT_TRUE(messages().contains(QStringLiteral("poor 需"))) << messages().toStdString();
-    EXPECT_FALSE(messages().contains(QStringLiteral("rich 需")));
+    // whole: the messages are exactly these; else they name this among others.
+    const struct { const char *name; std::function<void()> setUp; int value; const char *says; bool whole; } cases[] = {
+        {"noAccount", [this] { makeWidget(); }, 0, "您没有选择任何账号!|您没有选择任何账号!", true},
+        // Together the accounts could pay; one of them can pay each of its lines (100 of each
+        // stock at 10) but not both, and it alone is named.
+        {"oneAccountShort", [this] { makeWidget(); addAccount("poor", 1500); addAccount("rich", 1e9); chooseBasket(); }, 0,
+         "poor 需", false},
+        {"valueMinusOneEvenWithMoney", [this] { ready(); }, -1, "可用资金不足!", true},
+        // A row that sizes to no line at all, its account being another one: refused before the money check.
+        {"emptyTable", [this] {
+             makeWidget();
+             addAccount("a1", 0);
+             CBasketStockData elsewhere = sample::row("SH", "600000", 0, 100);
+             elsewhere.m_accountKey = "elsewhere";
+             sample::storeBasket(QStringLiteral("b"), {elsewhere});
+             form->updateBasketSetting();
+             form->basketsCombo()->setBasket(QStringLiteral("b"), false);
+         }, 0, "您选择的篮子不包含任何股票!", true}};
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        SetUp();
+        c.setUp();
+        press(c.value);
+        EXPECT_TRUE(placed().empty());
+        if (c.whole) {
+            EXPECT_EQ(messages(), QString::fromUtf8(c.says));
+        }
+        EXPECT_TRUE(messages().contains(QString::fromUtf8(c.says))) << messages().toStdString();
+        EXPECT_FALSE(messages().contains(QStringLiteral("rich 需")));
+        if (c.value == -1) {
+            EXPECT_TRUE(getMsgService()->shownMessages().back().m_playSound) << "this refusal always sounds";
+        }
+    }
 }
 
-TEST_F(OrderPlacing, RefusalsComeInTheirOrder)
+TEST_F(OrderPlacing, MoneyShortForTheWholeListEmptiesItsVolumes)
 {
     makeWidget();
-    press();
-    // The check reports as it fails, and the press reports its refusal again.
-    EXPECT_EQ(messages(), QStringLiteral("您没有选择任何账号!|您没有选择任何账号!"));
-    EXPECT_TRUE(placed().empty());
-
     addAccount("a1", 2500);
     chooseBasket();
-    getMsgService()->reset();
     press();
     // Each line alone fits the 2500 of money (the table cuts a line to what the account can
     // buy), but the two together cost 3000: the list comes back with no volumes.
@@ -231,29 +250,6 @@ TEST_F(OrderPlacing, RefusalsComeInTheirOrder)
     for (const CCodeOrderParam &line : list())
         EXPECT_EQ(line.m_volume, 0);
     EXPECT_EQ(form->cell(COpBasketParamsWidget::CellCopies)->toInt(), 0);
-}
-
-TEST_F(OrderPlacing, ValueMinusOneRefusesEvenWithMoney)
-{
-    ready();
-    press(-1);
-    ASSERT_EQ(messages(), QStringLiteral("可用资金不足!"));
-    EXPECT_TRUE(placed().empty());
-    EXPECT_TRUE(getMsgService()->shownMessages().back().m_playSound) << "this refusal always sounds";
-}
-
-TEST_F(OrderPlacing, EmptyTableIsRefusedBeforeTheMoneyCheck)
-{
-    makeWidget();
-    addAccount("a1", 0);
-    // A row that sizes to no line at all: its account is another one.
-    CBasketStockData elsewhere = sample::row("SH", "600000", 0, 100);
-    elsewhere.m_accountKey = "elsewhere";
-    sample::storeBasket(QStringLiteral("b"), {elsewhere});
-    form->updateBasketSetting();
-    form->basketsCombo()->setBasket(QStringLiteral("b"), false);
-    press();
-    EXPECT_EQ(messages(), QStringLiteral("您选择的篮子不包含任何股票!"));
 }
 
 TEST_F(OrderPlacing, TouchLinesOfTheOneKeyTabMustShareTheirWork)

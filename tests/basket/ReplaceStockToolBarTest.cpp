@@ -11,6 +11,7 @@
 #include "CQuoteClient.h"
 #include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
 #include "../platform/EventRecorder.h"
@@ -62,13 +63,7 @@ void quote(const QString &code, double last)
     detail.m_stockCode = code.toStdString();
     detail.m_priceTick = 0.25;
     CExchangeClient::instance()->addInstrument(detail);
-    CPriceData price;
-    price.m_market = "SH";
-    price.m_stockCode = code.toStdString();
-    price.m_lastPrice = last;
-    price.m_upStopPrice = 11.0;
-    price.m_downStopPrice = 9.0;
-    CQuoteClient::instance()->setStockPrice(price);
+    CQuoteClient::instance()->setStockPrice(sample::quote("SH", code.toStdString(), last, ttservice::NO_VALUE, 11.0, 9.0));
 }
 
 class ReplaceToolBarTest : public SubstituteTest

@@ -1,5 +1,6 @@
 #include "CQuoteClient.h"
 #include "CUserConfig.h"
+#include "SampleMarket.h"
 #include "SubstituteReset.h"
 #include "TraderCenter.h"
 
@@ -80,11 +81,7 @@ TEST_F(Calculator, AvailableVolumeOfASellIsWhatCanBeSoldAndOfABuyWhatTheMoneyPay
     EXPECT_EQ(available(nullptr, "SH", "600000", OT_BUY, 10.0), 0);
     // Without a line price the quote's price counts; without either nothing can be worked out.
     EXPECT_EQ(available(data, "SH", "600000", OT_BUY, NO_VALUE), 0);
-    TC::CPriceData quote;
-    quote.m_market = "SH";
-    quote.m_stockCode = "600000";
-    quote.m_lastPrice = 25.0;
-    TC::CQuoteClient::instance()->setStockPrice(quote);
+    sample::setQuote("SH", "600000", 25.0);
     EXPECT_EQ(available(data, "SH", "600000", OT_BUY, NO_VALUE), 200);
 }
 

@@ -1,5 +1,6 @@
 #include "CQuoteClient.h"
 #include "CQuoteRequest.h"
+#include "SampleMarket.h"
 #include "SubstituteReset.h"
 
 #include <gtest/gtest.h>
@@ -21,14 +22,7 @@ namespace {
 
 const QString kKey = QStringLiteral("600000.SH");
 
-CPriceData quote(const char *code, double last)
-{
-    CPriceData q;
-    q.m_market = "SH";
-    q.m_stockCode = code;
-    q.m_lastPrice = last;
-    return q;
-}
+CPriceData quote(const char *code, double last) { return sample::quote("SH", code, last); }
 
 // Counts the quotes a callback received and remembers the last price and thread.
 struct Receiver

@@ -21,6 +21,8 @@
 #include "SubstituteReset.h"
 #include "TraderCenter.h"
 
+#include "SampleMarket.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -185,15 +187,9 @@ void fillEverything()
     command->m_commandKey = "c";
     TC::CTradeClient::instance()->addCommand(command);
 
-    TC::CPriceData quote;
-    quote.m_market = "SH";
-    quote.m_stockCode = "600000";
-    TC::CQuoteClient::instance()->publishQuote(quote);
+    sample::setQuote("SH", "600000", 10.0);
     TC::CQuoteClient::instance()->setStoppedStock(QStringLiteral("600000.SH"), true);
-    CInstrumentDetail detail;
-    detail.m_market = "SH";
-    detail.m_stockCode = "600000";
-    TC::CExchangeClient::instance()->addInstrument(detail);
+    sample::addInstrument("SH", "600000");
     TC::CBlackAndWhiteListService::instance()->addBlackStock(QStringLiteral("acc"), QStringLiteral("600000.SH"));
     TC::CBasketHedgeManager::instance()->onBasketCommand(command, true);
     TC::getMsgService()->showMsg(QStringLiteral("m"), TC::MSG_TYPE_ORDER, MSG_LEVEL_ORDER, true, true, QString());
@@ -218,51 +214,41 @@ TEST(SubstituteReset, EveryServiceIsBackToItsEmptyState)
     fillEverything();
     TC::resetAllSubstitutes();
 
-    const TC::CUserConfig *config = TC::getUserConfig();
-    EXPECT_EQ(config->getRole(), 0);
-    EXPECT_TRUE(config->getUserName().isEmpty());
-    EXPECT_TRUE(config->getUserId().empty());
-    EXPECT_FALSE(config->hasPortfolio());
-    EXPECT_FALSE(config->isPbManager());
-    EXPECT_FALSE(config->hasUserAuth(1));
-    EXPECT_EQ(config->getAccountCount(), 0);
-    EXPECT_TRUE(config->baskets().isEmpty());
-    EXPECT_TRUE(config->msgSettings().isEmpty());
-    EXPECT_TRUE(config->patchSettings().isEmpty());
     // A store left set would outlive the test that set it.
     patchStoreCalls = 0;
-    config->savePatchSettings();
-    EXPECT_EQ(patchStoreCalls, 0);
-    EXPECT_TRUE(config->portfolios().isEmpty());
-    EXPECT_FALSE(TraderCenter::instance()->getDataCenter()->getAccountData("acc"));
-    EXPECT_TRUE(TraderCenter::instance()->memoryDataCenter()->queries().empty());
-
+    TC::getUserConfig()->savePatchSettings();
+    const TC::CUserConfig *config = TC::getUserConfig();
     TC::CTradeClient *trade = TC::CTradeClient::instance();
-    EXPECT_TRUE(trade->placedCommands().empty());
-    EXPECT_TRUE(trade->placedTasks().empty());
-    EXPECT_TRUE(trade->confirmedTasks().empty());
-    EXPECT_FALSE(trade->getCommandByKey("c"));
-    EXPECT_EQ(trade->getLoginStatus("acc"), 0);
     std::vector<CCodeOrderParam> orders;
-    EXPECT_TRUE(trade->confirmTask(nullptr, orders, false));
-
-    EXPECT_FALSE(TC::CQuoteClient::instance()->getStockPrice(QStringLiteral("600000.SH")));
-    EXPECT_FALSE(TC::CQuoteClient::instance()->isStoppedStock(QStringLiteral("600000.SH")));
-    EXPECT_EQ(TC::CExchangeClient::instance()->instrumentCount(), 0);
-    EXPECT_FALSE(TC::CBlackAndWhiteListService::instance()->isBlackStock(QStringLiteral("acc"),
-                                                                         QStringLiteral("600000.SH")));
-    EXPECT_TRUE(TC::CBasketHedgeManager::instance()->basketCommands().empty());
-    EXPECT_TRUE(TC::getMsgService()->shownMessages().empty());
-    EXPECT_EQ(TC::getTimeService()->currentTime(), TC::CTimeService::DEFAULT_TIME);
-    EXPECT_TRUE(TC::CTradeStatistics::instance()->checkedOrders().empty());
-    EXPECT_TRUE(TC::CTradeStatistics::instance()->checkMinAndInterval(orders));
-    EXPECT_TRUE(TC::CAlgorithmAuthorityConfig::instance().bCheckAuthority(orders, "", ""));
-    EXPECT_TRUE(TC::CAlgorithmHelpDialog::triedHelps().empty());
-    EXPECT_FALSE(StockTypeCenter::isTypedStock(126, "SH", "204001"));
-    EXPECT_TRUE(luawrapper::LuaModuleCtrl::instance()->modulesOn().empty());
-    EXPECT_TRUE(utils::CLogCenter::instance()->logEnabled());
-    EXPECT_TRUE(utils::isClockMSecFrozen());
-    EXPECT_DOUBLE_EQ(utils::clockMSec(), 0.0);
+    const std::pair<const char *, bool> emptied[] = {
+        {"role", config->getRole() == 0}, {"user name", config->getUserName().isEmpty()},
+        {"user id", config->getUserId().empty()}, {"portfolio right", !config->hasPortfolio()},
+        {"manager", !config->isPbManager()}, {"user right", !config->hasUserAuth(1)},
+        {"accounts", config->getAccountCount() == 0}, {"baskets", config->baskets().isEmpty()},
+        {"message settings", config->msgSettings().isEmpty()}, {"patch settings", config->patchSettings().isEmpty()},
+        {"patch store", patchStoreCalls == 0}, {"portfolios", config->portfolios().isEmpty()},
+        {"account data", !TraderCenter::instance()->getDataCenter()->getAccountData("acc")},
+        {"queries", TraderCenter::instance()->memoryDataCenter()->queries().empty()},
+        {"placed commands", trade->placedCommands().empty()}, {"placed tasks", trade->placedTasks().empty()},
+        {"confirmed tasks", trade->confirmedTasks().empty()}, {"instructions", !trade->getCommandByKey("c")},
+        {"login status", trade->getLoginStatus("acc") == 0}, {"confirm answer", trade->confirmTask(nullptr, orders, false)},
+        {"quotes", !TC::CQuoteClient::instance()->getStockPrice(QStringLiteral("600000.SH"))},
+        {"suspensions", !TC::CQuoteClient::instance()->isStoppedStock(QStringLiteral("600000.SH"))},
+        {"instruments", TC::CExchangeClient::instance()->instrumentCount() == 0},
+        {"black list", !TC::CBlackAndWhiteListService::instance()->isBlackStock(QStringLiteral("acc"), QStringLiteral("600000.SH"))},
+        {"hedge commands", TC::CBasketHedgeManager::instance()->basketCommands().empty()},
+        {"messages", TC::getMsgService()->shownMessages().empty()},
+        {"time", TC::getTimeService()->currentTime() == TC::CTimeService::DEFAULT_TIME},
+        {"checked orders", TC::CTradeStatistics::instance()->checkedOrders().empty()},
+        {"check answer", TC::CTradeStatistics::instance()->checkMinAndInterval(orders)},
+        {"authority answer", TC::CAlgorithmAuthorityConfig::instance().bCheckAuthority(orders, "", "")},
+        {"help calls", TC::CAlgorithmHelpDialog::triedHelps().empty()},
+        {"typed stocks", !StockTypeCenter::isTypedStock(126, "SH", "204001")},
+        {"modules", luawrapper::LuaModuleCtrl::instance()->modulesOn().empty()},
+        {"log", utils::CLogCenter::instance()->logEnabled()},
+        {"clock frozen", utils::isClockMSecFrozen()}, {"clock at 0", utils::clockMSec() == 0.0}};
+    for (const auto &e : emptied)
+        EXPECT_TRUE(e.second) << e.first << " outlived the reset";
 }
 
 // ---- the trade client ----

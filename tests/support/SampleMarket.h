@@ -19,16 +19,33 @@ inline void addInstrument(const std::string &market, const std::string &code, in
     TC::CExchangeClient::instance()->addInstrument(detail);
 }
 
-// Stores a quote as the last one of its instrument, without telling subscribers.
-inline void setQuote(const std::string &market, const std::string &code, double last,
-                     double close = ttservice::NO_VALUE)
+// A quote with the day's previous close and price limits.
+inline TC::CPriceData quote(const std::string &market, const std::string &code, double last,
+                            double close = ttservice::NO_VALUE, double up = ttservice::NO_VALUE,
+                            double down = ttservice::NO_VALUE)
 {
     TC::CPriceData quote;
     quote.m_market = market;
     quote.m_stockCode = code;
     quote.m_lastPrice = last;
     quote.m_lastClose = close;
-    TC::CQuoteClient::instance()->setStockPrice(quote);
+    quote.m_upStopPrice = up;
+    quote.m_downStopPrice = down;
+    return quote;
+}
+
+// Stores a quote as the last one of its instrument, without telling subscribers.
+inline void setQuote(const std::string &market, const std::string &code, double last,
+                     double close = ttservice::NO_VALUE)
+{
+    TC::CQuoteClient::instance()->setStockPrice(quote(market, code, last, close));
+}
+
+// Stores a quote as the last one and tells the subscribers, as the feed does.
+inline void publishQuote(const std::string &market, const std::string &code, double last,
+                         double close = ttservice::NO_VALUE)
+{
+    TC::CQuoteClient::instance()->publishQuote(quote(market, code, last, close));
 }
 
 } // namespace sample
@@ -102,15 +119,10 @@ inline void storeBasket(const QString &name, const QList<TC::CBasketStockData> &
 inline void setBook(const std::string &market, const std::string &code, double last, double ask, double bid,
                     double up = ttservice::NO_VALUE, double down = ttservice::NO_VALUE)
 {
-    TC::CPriceData quote;
-    quote.m_market = market;
-    quote.m_stockCode = code;
-    quote.m_lastPrice = last;
-    quote.m_askPrice1 = ask;
-    quote.m_bidPrice1 = bid;
-    quote.m_upStopPrice = up;
-    quote.m_downStopPrice = down;
-    TC::CQuoteClient::instance()->setStockPrice(quote);
+    TC::CPriceData book = quote(market, code, last, ttservice::NO_VALUE, up, down);
+    book.m_askPrice1 = ask;
+    book.m_bidPrice1 = bid;
+    TC::CQuoteClient::instance()->setStockPrice(book);
 }
 
 } // namespace sample
