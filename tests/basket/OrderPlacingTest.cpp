@@ -1,3 +1,7 @@
+#include "COpBasketBuySellWidget.h"
+#include "COpBasketCrdBuySellWidget.h"
+#include "COpBasketFtrBuySellWidget.h"
+#include "COpBasketFtrOneKeyWidget.h"
 #include "COpBasketParamsButtonsBar.h"
 #include "COpBasketParamsEditWidget.h"
 #include "COpBasketParamsWidget.h"
@@ -7,6 +11,8 @@
 #include "COperationBasketWidget.h"
 #include "OrderSettling.h"
 
+#include "CAlgorithmAuthorityConfig.h"
+#include "CBasketHedgeManager.h"
 #include "CBasketHedgeParam.h"
 #include "CComboBox.h"
 #include "CGlobalOrderParamTable.h"
@@ -17,6 +23,8 @@
 #include "COpBasketFutureParamsWidget.h"
 #include "CParameterCell.h"
 #include "CTimeService.h"
+#include "COrderCommand.h"
+#include "CUserConfig.h"
 #include "CTradeClient.h"
 #include "LuaModuleCtrl.h"
 #include "SampleMarket.h"
@@ -26,6 +34,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QSignalSpy>
 
 #include <functional>
 #include <memory>
@@ -33,6 +42,8 @@
 
 using namespace TC;
 using ttservice::CCodeOrderParam;
+
+Q_DECLARE_METATYPE(boost::shared_ptr<ttservice::COrderCommand>)
 
 namespace {
 
@@ -46,6 +57,16 @@ std::string joined(const T &...values)
     std::string text = out.str();
     text.pop_back();
     return text;
+}
+
+CCodeOrderParam lineOf(int operation, const char *code)
+{
+    CCodeOrderParam line;
+    line.m_operationType = static_cast<ttservice::EOperationType>(operation);
+    line.m_stockInfo.m_market = "SH";
+    line.m_stockInfo.m_stockCode = code;
+    line.m_volume = 100;
+    return line;
 }
 
 class OrderPlacing : public SubstituteTest
@@ -96,6 +117,13 @@ protected:
         makeWidget();
         addAccount("a1", 1e9);
         chooseBasket(platform);
+    }
+
+    void onTab(quint64 word) { form->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr); }
+    static void setAlgorithm(COpBasketStockParamsWidget *block, int orderType, const char *strategy)
+    {
+        ASSERT_TRUE(block->table()->setOrderType(orderType));
+        block->table()->resetStrategyType(orderType, QString::fromLatin1(strategy));
     }
 
     void press(int value = 0) { widget->handleEvent(1046, 0, value, QString(), nullptr); }
@@ -390,3 +418,265 @@ TEST_F(OrderPlacing, PastedRowsBecomeTheListAndCanBePlaced)
     ASSERT_EQ(placed().size(), 1u) << messages().toStdString();
     EXPECT_EQ(placed()[0].m_orders.size(), 2u);
 }
+
+namespace {
+
+// --- algorithm orders ---
+
+TEST_F(OrderPlacing, oneKeyTabChecksBothSides)
+{
+    const QString a = QStringLiteral("一键买卖,换仓策略仅支持同买同卖操作");
+    const QString b = QStringLiteral("仅支持买入卖出,相同三方算法下单");
+    const QString c = QStringLiteral("一键买卖,买卖双方均需设置换仓策略，否则两边进度不能有效控制");
+    // Lines of each side, each side's order type and strategy, the authority's answer, the result
+    // and the message shown (empty: none).
+    const struct { const char *name; int buyLines, sellLines, buyOrderType; const char *buyStrategy; int sellOrderType;
+                   const char *sellStrategy; bool authority; int result; QString message; } cases[] = {
+        {"plainTablesArePlain", 1, 1, 0, "", 0, "", true, 0, {}},
+        {"emptyListSellSwitchA", 0, 0, 0, "", 13, "SWITCH", true, -1, a},
+        {"onlyBuyLinesSwitchA", 1, 0, 13, "SWITCH", 0, "", true, -1, a},
+        {"onlySellLinesOverPlainSellTable", 0, 1, 13, "TWAP", 0, "", true, 0, {}},
+        {"onlySellLinesAlgorithm", 0, 1, 0, "", 14, "VWAPPLUS", true, 1, {}},
+        {"differentOrderTypesB", 1, 1, 13, "VWAP", 14, "VWAPPLUS", true, -1, b},
+        {"sameStrategyPasses", 1, 1, 13, "VWAP", 13, "VWAP", true, 1, {}},
+        {"bothSwitchPasses", 1, 1, 13, "SWITCH", 13, "SWITCH", true, 1, {}},
+        {"buySwitchSellOtherC", 1, 1, 13, "SWITCH", 13, "VWAP", true, -1, c},
+        {"sellSwitchBuyOtherC", 1, 1, 13, "TWAP", 13, "SWITCH", true, -1, c},
+        {"twoOtherStrategiesPass", 1, 1, 13, "TWAP", 13, "VWAP", true, 1, {}},
+        {"authorityRefusesSilently", 1, 1, 13, "VWAP", 13, "VWAP", false, -1, {}},
+    };
+    makeWidget();
+    onTab(TOT_ALL);
+    for (const auto &row : cases) {
+        SCOPED_TRACE(row.name);
+        getMsgService()->reset();
+        setAlgorithm(form->buySellWidget()->getBuyParam(), row.buyOrderType, row.buyStrategy);
+        setAlgorithm(form->buySellWidget()->getSellParam(), row.sellOrderType, row.sellStrategy);
+        CAlgorithmAuthorityConfig::instance().setAuthorityResult(row.authority);
+
+        std::vector<CCodeOrderParam> orders;
+        for (int i = 0; i < row.buyLines; ++i)
+            orders.push_back(lineOf(18, "600000"));
+        for (int i = 0; i < row.sellLines; ++i)
+            orders.push_back(lineOf(19, "600001"));
+        std::string paramString = "stale";
+        ttservice::ETradePlatform platform = ttservice::TRADE_PLATFORM_NONE;
+        EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), row.result);
+        EXPECT_EQ(messages(), row.message);
+        // Both outside algorithms run on platform 3; a plain answer leaves the platform alone.
+        EXPECT_EQ(platform, row.result == 1 ? 3 : 0);
+        if (row.buyLines + row.sellLines == 2 && form->getAlgorithmTable()) {
+            EXPECT_EQ(QString::fromStdString(paramString).split(QLatin1Char('@')).size(), 2) << paramString;
+        }
+    }
+}
+
+TEST_F(OrderPlacing, oneSidedTabHandsTheTablesStringAndPlatform)
+{
+    makeWidget();
+    onTab(TOT_BUY);
+    std::vector<CCodeOrderParam> orders{lineOf(18, "600000")};
+    std::string paramString;
+    ttservice::ETradePlatform platform = ttservice::TRADE_PLATFORM_NONE;
+    EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), 0) << "a plain table is no algorithm";
+
+    setAlgorithm(form->stockParams(), 13, "TWAP");
+    ASSERT_EQ(form->getAlgorithmTable(), form->stockParams()->table());
+    EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), 1);
+    EXPECT_EQ(platform, 3);
+    EXPECT_EQ(paramString, form->stockParams()->table()->getAlgParamsStr(orders));
+    ASSERT_EQ(CAlgorithmAuthorityConfig::instance().checks().size(), 1u);
+    EXPECT_EQ(CAlgorithmAuthorityConfig::instance().checks()[0].m_buyStrategy, "TWAP");
+
+    CAlgorithmAuthorityConfig::instance().setAuthorityResult(false);
+    EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), -1);
+    EXPECT_TRUE(messages().isEmpty());
+}
+
+// --- the rest of a hedged instruction ---
+
+TEST_F(OrderPlacing, hedgedInstructionPlacesWhatIsNotTradedYet)
+{
+    makeWidget();
+    auto command = boost::make_shared<ttservice::COrderCommand>();
+    ttservice::CBasketHedgeParam hedge;
+    hedge.m_enabled = true;
+    hedge.m_hedgeType = 1;
+    hedge.m_contractCode = "IF2401";
+    bson::BSONObjBuilder builder;
+    hedge.appendElements(builder);
+    command->m_hedgeBson = builder.obj();
+    // A stock line 1000 with 299.6 traded, the same with 250, a futures line 7 with 2.4, and a
+    // stock line of unknown fills.
+    for (const double traded : {299.6, 250.0, 2.4, ttservice::NO_VALUE}) {
+        const bool futures = traded == 2.4;
+        CCodeOrderParam line = lineOf(futures ? 0 : 18, futures ? "IF2401" : "600000");
+        if (futures)
+            line.m_stockInfo.m_market = "CFFEX";
+        line.m_account = boost::make_shared<ttservice::CAccountInfo>();
+        line.m_account->m_accountKey = futures ? "f1" : "s1";
+        line.m_account->m_brokerType = futures ? ttservice::BROKER_TYPE_FUTURE : ttservice::BROKER_TYPE_STOCK;
+        line.m_volume = futures ? 7 : 1000;
+        line.m_tradedVolume = traded;
+        command->m_orders.push_back(line);
+    }
+
+    // The hedge service reaches the slot by name only.
+    ASSERT_TRUE(QMetaObject::invokeMethod(widget.get(), "slotPlaceAutoHedgeTaskForCommand",
+                                          Q_ARG(boost::shared_ptr<ttservice::COrderCommand>, command)));
+
+    const auto &tasks = CTradeClient::instance()->placedTasks();
+    ASSERT_EQ(tasks.size(), 1u);
+    const CPlaceTasksCall &call = tasks.front();
+    EXPECT_EQ(call.m_traderType, 4);
+    EXPECT_EQ(call.m_hedgeType, 1);
+    EXPECT_EQ(call.m_command, command);
+    // 750 rounds down to whole units; a futures remainder is not rounded.
+    std::vector<std::string> sent;
+    for (const CCodeOrderParam &line : call.m_orders)
+        sent.push_back(joined(line.m_volume, line.m_tradedVolume));
+    EXPECT_EQ(sent, (std::vector<std::string>{"700|0", "700|0", "5|0", "1000|0"}));
+
+    ASSERT_TRUE(call.m_callback);
+    QSignalSpy spy(widget.get(), &COperationBasketWidget::sigHedgeParam);
+    auto tag = boost::make_shared<ttservice::CVqOrderTag>();
+    tag->m_orderTagKey = "k";
+    tag->m_orderTagName = "n";
+    tag->m_orderTagSeq = 3;
+    call.m_callback({}, tag);
+    call.m_callback({}, nullptr);
+    const auto &saved = CBasketHedgeManager::instance()->savedHedgeParams();
+    ASSERT_EQ(saved.size(), 1u);
+    EXPECT_EQ(saved[0].m_key, "k____n____3");
+    EXPECT_EQ(saved[0].m_param.m_contractCode, "IF2401");
+    EXPECT_EQ(spy.count(), 1);
+
+    // An instruction without a hedge (the empty document) leaves at once.
+    command->m_hedgeBson = bson::BSONObj();
+    widget->slotPlaceAutoHedgeTaskForCommand(command);
+    widget->slotPlaceAutoHedgeTaskForCommand(nullptr);
+    EXPECT_EQ(tasks.size(), 1u);
+}
+
+// --- what each tab sends ---
+
+// Each tab's blocks are set to something of their own; the order that leaves must carry it.
+// sent: the operations of the first line (a buy row) and the second (a sell row), their price
+// types, the first line's order type and the platform; paramText: expected in the algorithm
+// string, empty for none sent.
+struct TabOrder {
+    const char *name;
+    quint64 tab;
+    ttservice::EVQBrokerType broker;
+    std::function<void(COpBasketParamsWidget *)> setBlocks;
+    const char *sent;
+    const char *paramText;
+};
+
+COpBasketStockParamsWidget *single(COpBasketParamsWidget *form)
+{
+    switch (form->getTradeOpType()) {
+    case TOT_CREDIT: return form->crdWidget()->getParamWidget();
+    case TOT_FUTURE: return form->ftrWidget()->getParamWidget();
+    default: return form->stockParams();
+    }
+}
+
+void setTable(COpBasketStockParamsWidget *block, int priceType, int orderType, const char *strategy = "")
+{
+    block->table()->setPriceType(priceType);
+    block->table()->setOrderType(orderType);
+    block->table()->resetStrategyType(orderType, QString::fromLatin1(strategy));
+}
+
+class TabOrders : public OrderPlacing, public ::testing::WithParamInterface<TabOrder>
+{
+protected:
+    void SetUp() override
+    {
+        OrderPlacing::SetUp();
+        luawrapper::LuaModuleCtrl::instance()->setModules(
+            {"mdl_order_compose_credits", "mdl_order_compose_futures", "mdl_order_compose_one_key_futures"}, true);
+    }
+};
+
+TEST_P(TabOrders, placedOrderCarriesTheTabsOperationPriceAndAlgorithm)
+{
+    const TabOrder &c = GetParam();
+    const bool futures = c.broker == ttservice::BROKER_TYPE_FUTURE;
+    const char *market = futures ? "CFFEX" : "SH";
+    const char *codes[] = {futures ? "IF2401" : "600000", futures ? "IH2401" : "600001"};
+    // Holdings of both instruments on both sides, so that every sell and close has a volume: a
+    // line of 0 would never leave.
+    std::vector<ttservice::CPositionStatics> held;
+    QList<CBasketStockData> rows;
+    for (const char *code : codes) {
+        ttservice::CInstrumentDetail detail;
+        detail.m_market = market;
+        detail.m_stockCode = code;
+        detail.m_tradeUnit = futures ? 1 : 100;
+        detail.m_volumeMultiple = futures ? 300 : 0x7fffffff;
+        CExchangeClient::instance()->addInstrument(detail);
+        sample::setBook(market, code, 10, 10.01, 9.99, 11, 9);
+        for (int direction : {48, 49}) {
+            held.push_back(sample::held(market, code, 1000, 1000));
+            held.back().m_direction = direction;
+            held.back().m_availableVolume = 1000;
+        }
+        rows << sample::row(market, code, 1, futures ? 2 : 100, rows.isEmpty() ? ttservice::OT_BUY : ttservice::OT_SELL);
+    }
+    sample::addAccount("a1", c.broker, 1e8, held);
+    sample::storeBasket(QStringLiteral("b"), rows, futures ? ttservice::BROKER_TYPE_FUTURE : ttservice::BROKER_TYPE_STOCK);
+
+    makeWidget();
+    onTab(c.tab);
+    ASSERT_EQ(form->getTradeOpType(), c.tab);
+    c.setBlocks(form);
+    form->refreshAccounts();
+    form->accountsWidget()->setSelectedAccount(QStringLiteral("a1"), true);
+    form->updateBasketSetting();
+    form->basketsCombo()->setBasket(QStringLiteral("b"), false);
+    ASSERT_EQ(widget->editWidget()->getOrderParams().size(), 2u);
+
+    press();
+    ASSERT_EQ(placed().size(), 1u) << messages().toStdString();
+    const auto &call = placed().front();
+    ASSERT_EQ(call.m_orders.size(), 2u);
+    EXPECT_EQ(joined(call.m_orders[0].m_operationType, call.m_orders[1].m_operationType, call.m_orders[0].m_priceType,
+                     call.m_orders[1].m_priceType, call.m_orders[0].m_orderType, call.m_tradePlatform),
+              c.sent);
+    if (*c.paramText) {
+        EXPECT_NE(call.m_paramString.find(c.paramText), std::string::npos) << call.m_paramString;
+    } else {
+        EXPECT_EQ(call.m_paramString, "");
+    }
+    EXPECT_FALSE(call.m_commandLog.empty());
+}
+
+const TabOrder kTabOrders[] = {
+    {"buyWithOwnTwap", TOT_BUY, ttservice::BROKER_TYPE_STOCK,
+     [](COpBasketParamsWidget *f) { setTable(single(f), 2, 4); }, "18|18|2|2|4|0", ""},
+    {"sellOutsideAlgorithm", TOT_SELL, ttservice::BROKER_TYPE_STOCK,
+     [](COpBasketParamsWidget *f) { setTable(single(f), 1, 13, "VWAP"); }, "19|19|1|1|13|3", "algo=VQALGO;code=600000.SH"},
+    {"oneKeyBothSidesSwitch", TOT_ALL, ttservice::BROKER_TYPE_STOCK,
+     [](COpBasketParamsWidget *f) {
+         setTable(f->buySellWidget()->getBuyParam(), 2, 13, "SWITCH");
+         setTable(f->buySellWidget()->getSellParam(), 1, 13, "SWITCH");
+     },
+     "18|19|2|1|13|3", "strategy=SWITCH"},
+    {"creditMarginBuyFixedSide", TOT_CREDIT, ttservice::BROKER_TYPE_CREDIT,
+     [](COpBasketParamsWidget *f) { setTable(single(f), 3, 0); }, "20|20|3|3|0|0", ""},
+    {"futuresOpenLong", TOT_FUTURE, ttservice::BROKER_TYPE_FUTURE,
+     [](COpBasketParamsWidget *f) { setTable(single(f), 2, 0); }, "0|0|2|2|0|0", ""},
+    {"oneKeyFuturesPerSide", TOT_ONEKEY_FUTURE, ttservice::BROKER_TYPE_FUTURE,
+     [](COpBasketParamsWidget *f) {
+         setTable(f->ftrOneKeyWidget()->getBuyParam(), 2, 0);
+         setTable(f->ftrOneKeyWidget()->getSellParam(), 4, 0);
+     },
+     "13|11|2|4|0|0", ""},
+};
+
+INSTANTIATE_TEST_SUITE_P(Tabs, TabOrders, ::testing::ValuesIn(kTabOrders),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+} // namespace
