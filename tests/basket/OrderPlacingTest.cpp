@@ -27,6 +27,7 @@
 #include "CUserConfig.h"
 #include "CTradeClient.h"
 #include "LuaModuleCtrl.h"
+#include "Fields.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
@@ -38,7 +39,6 @@
 
 #include <functional>
 #include <memory>
-#include <sstream>
 
 using namespace TC;
 using ttservice::CCodeOrderParam;
@@ -46,18 +46,6 @@ using ttservice::CCodeOrderParam;
 Q_DECLARE_METATYPE(boost::shared_ptr<ttservice::COrderCommand>)
 
 namespace {
-
-// The values, '|' between them, as the failure message shows them.
-template <typename... T>
-std::string joined(const T &...values)
-{
-    std::ostringstream out;
-    out.precision(15);
-    ((out << values << '|'), ...);
-    std::string text = out.str();
-    text.pop_back();
-    return text;
-}
 
 CCodeOrderParam lineOf(int operation, const char *code)
 {
@@ -134,13 +122,7 @@ protected:
         press(value);
     }
 
-    QString messages() const
-    {
-        QStringList texts;
-        for (const auto &call : getMsgService()->shownMessages())
-            texts << call.m_text;
-        return texts.join(QLatin1Char('|'));
-    }
+    static QString messages() { return shownMessages(); }
 
     const std::vector<CPlaceCommandsCall> &placed() const { return CTradeClient::instance()->placedCommands(); }
     std::vector<CCodeOrderParam> &list() const { return *form->getCodeOrderParams(); }
@@ -159,17 +141,19 @@ TEST_F(OrderPlacing, PlainOrderCarriesEveryArgumentAndARepeatIsAskedAbout)
     ASSERT_EQ(placed().size(), 1u) << messages().toStdString();
     const CPlaceCommandsCall &call = placed().front();
     ASSERT_EQ(call.m_orders.size(), 2u);
-    const struct { const char *what; std::string got, expected; } fields[] = {
-        {"trader|hedge|bar|stop loss", joined(call.m_traderType, call.m_hedgeType, call.m_specBtnBarType, call.m_stopLossType), "4|1|0|0"},
-        {"volumes", joined(call.m_orders[0].m_volume, call.m_orders[1].m_volume), "100|200"},
-        {"account|user|price", joined(call.m_orders[0].m_account->getKey(), call.m_orders[0].m_userId, call.m_orders[0].m_price), "a1|u1|10.01"},
-        {"flags|portfolio|callback", joined(call.m_firstFlag, call.m_secondFlag, call.m_createPortfolio, !call.m_resultCallback.empty()), "0|1|0|0"},
-        {"command|params|basket", joined(call.m_commandText, call.m_paramString, call.m_basketName), "||b"},
-        // The bar's box that lets traders change parameters starts ticked: limited price type 1.
-        {"platform|limited|strategy|extra|etf", joined(call.m_tradePlatform, call.m_limitedPriceType, call.m_strategyType, call.m_extraInt, call.m_etfHedgeStatus), "0|1|-1|-1|-1"},
-        {"values|hedge|extra empty", joined(call.m_valueMap.empty(), call.m_hedgeBson.isEmpty(), call.m_extraBson.isEmpty()), "1|1|1"}};
-    for (const auto &f : fields)
-        EXPECT_EQ(f.got, f.expected) << f.what;
+    // Trader, hedge, bar and stop loss; volumes; account, user and price; the two flags, the
+    // portfolio and the callback; command, parameter and basket texts; platform, limited price
+    // (1: the bar's box that lets traders change parameters starts ticked), strategy, extra
+    // number and ETF hedge; the value map, hedge and extra documents empty.
+    EXPECT_EQ(fields(call.m_traderType, call.m_hedgeType, call.m_specBtnBarType, call.m_stopLossType), "4|1|0|0");
+    EXPECT_EQ(fields(call.m_orders[0].m_volume, call.m_orders[1].m_volume), "100|200");
+    EXPECT_EQ(fields(call.m_orders[0].m_account->getKey(), call.m_orders[0].m_userId, call.m_orders[0].m_price), "a1|u1|10.01");
+    EXPECT_EQ(fields(call.m_firstFlag, call.m_secondFlag, call.m_createPortfolio, !call.m_resultCallback.empty()),
+              "false|true|false|false");
+    EXPECT_EQ(fields(call.m_commandText, call.m_paramString, call.m_basketName), "||b");
+    EXPECT_EQ(fields(call.m_tradePlatform, call.m_limitedPriceType, call.m_strategyType, call.m_extraInt, call.m_etfHedgeStatus),
+              "0|1|-1|-1|-1");
+    EXPECT_EQ(fields(call.m_valueMap.empty(), call.m_hedgeBson.isEmpty(), call.m_extraBson.isEmpty()), "true|true|true");
 
     // The same lines pressed again within a minute are asked about first; a no sends nothing, a
     // yes sends them, and after a minute nobody is asked.
@@ -534,7 +518,7 @@ TEST_F(OrderPlacing, hedgedInstructionPlacesWhatIsNotTradedYet)
     // 750 rounds down to whole units; a futures remainder is not rounded.
     std::vector<std::string> sent;
     for (const CCodeOrderParam &line : call.m_orders)
-        sent.push_back(joined(line.m_volume, line.m_tradedVolume));
+        sent.push_back(fields(line.m_volume, line.m_tradedVolume));
     EXPECT_EQ(sent, (std::vector<std::string>{"700|0", "700|0", "5|0", "1000|0"}));
 
     ASSERT_TRUE(call.m_callback);
@@ -642,7 +626,7 @@ TEST_P(TabOrders, placedOrderCarriesTheTabsOperationPriceAndAlgorithm)
     ASSERT_EQ(placed().size(), 1u) << messages().toStdString();
     const auto &call = placed().front();
     ASSERT_EQ(call.m_orders.size(), 2u);
-    EXPECT_EQ(joined(call.m_orders[0].m_operationType, call.m_orders[1].m_operationType, call.m_orders[0].m_priceType,
+    EXPECT_EQ(fields(call.m_orders[0].m_operationType, call.m_orders[1].m_operationType, call.m_orders[0].m_priceType,
                      call.m_orders[1].m_priceType, call.m_orders[0].m_orderType, call.m_tradePlatform),
               c.sent);
     if (*c.paramText) {

@@ -3,6 +3,7 @@
 #include "ChineseNumerals.h"
 #include "ComposeModules.h"
 #include "DataHelper.h"
+#include "Fields.h"
 #include "LuaModuleCtrl.h"
 #include "OperationHelpers.h"
 #include "OrderSettingText.h"
@@ -41,13 +42,11 @@ TEST(Operation, NameSideCloseAndSwap)
                         {OT_CLOSE_LONG_TODAY, "平多", false, true, OT_CLOSE_SHORT_TODAY}};
     for (const Row &row : rows) {
         SCOPED_TRACE(row.text);
-        EXPECT_EQ(TC::operationToString(row.operation), QString::fromUtf8(row.text));
-        EXPECT_EQ(TC::isBuy(row.operation), row.buy);
-        EXPECT_EQ(DataHelper::isBuy(row.operation), row.buy);
-        EXPECT_EQ(TC::isClose(row.operation), row.close);
-        EXPECT_EQ(TC::swapOperationType(row.operation), row.swapped);
-        EXPECT_EQ(TC::swapOperationType(TC::swapOperationType(row.operation)), row.operation);
-        EXPECT_EQ(TC::getBuyOrSellType(row.operation), row.buy ? OT_BUY : OT_SELL);
+        // The name, buy in both helpers, close, the swap and the swap back, the plain side.
+        EXPECT_EQ(fields(TC::operationToString(row.operation), TC::isBuy(row.operation), DataHelper::isBuy(row.operation),
+                         TC::isClose(row.operation), TC::swapOperationType(row.operation),
+                         TC::swapOperationType(TC::swapOperationType(row.operation)), TC::getBuyOrSellType(row.operation)),
+                  fields(QString::fromUtf8(row.text), row.buy, row.buy, row.close, row.swapped, row.operation, row.buy ? OT_BUY : OT_SELL));
     }
     EXPECT_TRUE(TC::operationToString(OT_NONE).isEmpty());
     EXPECT_EQ(TC::operationToString(77), QStringLiteral("77"));
@@ -183,10 +182,7 @@ TEST(OrderSettingText, RoundTripKeepsEveryFieldAvoidsTheStringsSeparatorsAndBadT
     const QString text = TC::orderSettingToString(setting);
     const COrderSetting back = TC::orderSettingFromString(text);
     EXPECT_TRUE(back.isEqual(setting)) << text.toStdString();
-    EXPECT_EQ(back.m_validSeconds, 90);
-    EXPECT_DOUBLE_EQ(back.m_stepRate, 0.005);
-    EXPECT_EQ(back.m_endTime, 1704166200);
-    EXPECT_DOUBLE_EQ(back.m_fixedPrice, 10.5);
+    EXPECT_EQ(fields(back.m_validSeconds, back.m_stepRate, back.m_endTime, back.m_fixedPrice), "90|0.005|1704166200|10.5");
     for (const char separator : {'|', '/', '%', '=', '*', '\n'})
         EXPECT_FALSE(text.contains(QLatin1Char(separator))) << text.toStdString();
 
