@@ -393,13 +393,8 @@ TEST_F(BasketImport, theDemosSampleFilesReadOnTheSampleMarket)
 {
     TC::CExchangeClient::instance()->reset();
     const CSampleData sample;
-    for (const CSampleInstrument &stock : sample.stocks()) {
-        ttservice::CInstrumentDetail detail;
-        detail.m_market = stock.market.toStdString();
-        detail.m_stockCode = stock.code.toStdString();
-        detail.m_stockName = stock.name.toStdString();
-        TC::CExchangeClient::instance()->addInstrument(detail);
-    }
+    for (const CSampleInstrument &stock : sample.stocks())
+        ::sample::addInstrument(stock.market.toStdString(), stock.code.toStdString(), 0x7fffffff, stock.name.toStdString());
     const struct {
         const char *file;
         const char *outcomes;

@@ -45,13 +45,7 @@ inline void addAccount(const std::string &key, EVQBrokerType type, double money,
 
 inline void addInstrument(const std::string &market, const std::string &code, int multiple = 1)
 {
-    ttservice::CInstrumentDetail detail;
-    detail.m_market = market;
-    detail.m_stockCode = code;
-    detail.m_stockName = code + "name";
-    detail.m_volumeMultiple = multiple;
-    detail.m_tradeUnit = 100;
-    CExchangeClient::instance()->addInstrument(detail);
+    sample::addInstrument(market, code, multiple, code + "name");
 }
 
 // A quote of a stock trading well within its limits unless told otherwise.

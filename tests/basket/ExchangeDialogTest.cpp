@@ -48,15 +48,7 @@ ttservice::CPositionStatics held(const char *market, const char *code, double vo
     return p;
 }
 
-void addFuture(const char *code)
-{
-    ttservice::CInstrumentDetail detail;
-    detail.m_market = "CFFEX";
-    detail.m_stockCode = code;
-    detail.m_volumeMultiple = 300;
-    detail.m_tradeUnit = 1;
-    CExchangeClient::instance()->addInstrument(detail);
-}
+void addFuture(const char *code) { addInstrument("CFFEX", code, 300, std::string(), 1); }
 
 class ExchangeDialog : public SubstituteTest
 {

@@ -261,12 +261,7 @@ TEST_F(BasketTable, AnAddedStockStandsOnceAndOutlivesFollowing)
 
 TEST_F(BasketTable, FuturesVariantSizesContractsAndSwitchesDirections)
 {
-    ttservice::CInstrumentDetail future;
-    future.m_market = "CFFEX";
-    future.m_stockCode = "IF2512";
-    future.m_volumeMultiple = 300;
-    future.m_tradeUnit = 1;
-    CExchangeClient::instance()->addInstrument(future);
+    addInstrument("CFFEX", "IF2512", 300, std::string(), 1);
     setQuote("CFFEX", "IF2512", 4000);
     storeBasket(QStringLiteral("f"), {row("CFFEX", "IF2512", 1, 2), row("SH", "600000", 1, 5, ttservice::OT_SELL)});
     makeTable(TOT_ONEKEY_FUTURE);

@@ -207,11 +207,7 @@ TEST_F(ModeWidgets, damagedTextsLeaveAWorkingBlock)
 
 TEST_F(ModeWidgets, singleCodeLinesTakePricesStepsAndValidityFromTheLatestQuote)
 {
-    ttservice::CInstrumentDetail instrument;
-    instrument.m_market = "SH";
-    instrument.m_stockCode = "600000";
-    instrument.m_priceTick = 0.01;
-    TC::CExchangeClient::instance()->addInstrument(instrument);
+    sample::addInstrument("SH", "600000");
     sample::setBook("SH", "600000", 10.0, 10.02, 9.99, 11.0, 9.0);
     // An expected step of NO_VALUE: the step is cleared.
     const struct {

@@ -595,12 +595,7 @@ TEST_P(TabOrders, placedOrderCarriesTheTabsOperationPriceAndAlgorithm)
     std::vector<ttservice::CPositionStatics> held;
     QList<CBasketStockData> rows;
     for (const char *code : codes) {
-        ttservice::CInstrumentDetail detail;
-        detail.m_market = market;
-        detail.m_stockCode = code;
-        detail.m_tradeUnit = futures ? 1 : 100;
-        detail.m_volumeMultiple = futures ? 300 : 0x7fffffff;
-        CExchangeClient::instance()->addInstrument(detail);
+        sample::addInstrument(market, code, futures ? 300 : 0x7fffffff, std::string(), futures ? 1 : 100);
         sample::setBook(market, code, 10, 10.01, 9.99, 11, 9);
         for (int direction : {48, 49}) {
             held.push_back(sample::held(market, code, 1000, 1000));

@@ -58,11 +58,7 @@ void suspend(const QString &code) { CQuoteClient::instance()->setStoppedStock(co
 // double holds exactly, so that "one tick away" is a sharp boundary.
 void quote(const QString &code, double last)
 {
-    ttservice::CInstrumentDetail detail;
-    detail.m_market = "SH";
-    detail.m_stockCode = code.toStdString();
-    detail.m_priceTick = 0.25;
-    CExchangeClient::instance()->addInstrument(detail);
+    sample::addInstrument("SH", code.toStdString(), 0x7fffffff, std::string(), 100, 0.25);
     CQuoteClient::instance()->setStockPrice(sample::quote("SH", code.toStdString(), last, ttservice::NO_VALUE, 11.0, 9.0));
 }
 

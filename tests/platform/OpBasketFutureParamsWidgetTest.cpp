@@ -2,6 +2,7 @@
 #include "COpBasketFutureParamsWidget.h"
 #include "COpBasketHedgeSettingWidget.h"
 #include "EventRecorder.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
 #include "CExchangeClient.h"
@@ -87,10 +88,7 @@ TEST_F(FutureParams, fillHedgeParamCarriesTheBlocksValuesOnlyWhenCheckedWithACon
 
 TEST_F(FutureParams, hedgeStockCodeTakesTheMarketOfTheInstrumentService)
 {
-    ttservice::CInstrumentDetail gold;
-    gold.m_market = "SHFE";
-    gold.m_stockCode = "AU2406";
-    TC::CExchangeClient::instance()->addInstrument(gold);
+    sample::addInstrument("SHFE", "AU2406");
     COpBasketFutureParamsWidget *block = makeBlock();
     block->setHedgeContractCode(QStringLiteral("au2406"));
     EXPECT_EQ(block->getHedgeStockCode(), QStringLiteral("AU2406.SHFE"));

@@ -1,6 +1,7 @@
 #include "CExchangeClient.h"
 #include "CTradeClient.h"
 #include "OperationSide.h"
+#include "SampleMarket.h"
 #include "SubstituteReset.h"
 
 #include <gtest/gtest.h>
@@ -27,11 +28,7 @@ std::vector<boost::shared_ptr<CAccountInfo>> accounts(size_t count)
 TEST(SplitEntrusts, DividesByWeightInWholeLotsAndNeverGivesABuyAnOddLot)
 {
     TC::resetAllSubstitutes();
-    CInstrumentDetail star;
-    star.m_market = "SH";
-    star.m_stockCode = "688001";
-    star.m_tradeUnit = 200;
-    TC::CExchangeClient::instance()->addInstrument(star);
+    sample::addInstrument("SH", "688001", 0x7fffffff, std::string(), 200);
     struct Row {
         const char *name;
         int volume;

@@ -8,14 +8,17 @@
 // Instruments and last prices for tests that size or check order lists.
 namespace sample {
 
+// An instrument with its contract multiple (none by default), name, smallest lot and price tick.
 inline void addInstrument(const std::string &market, const std::string &code, int multiple = 0x7fffffff,
-                          const std::string &name = std::string())
+                          const std::string &name = std::string(), int tradeUnit = 100, double priceTick = 0.01)
 {
     ttservice::CInstrumentDetail detail;
     detail.m_market = market;
     detail.m_stockCode = code;
     detail.m_stockName = name;
     detail.m_volumeMultiple = multiple;
+    detail.m_tradeUnit = tradeUnit;
+    detail.m_priceTick = priceTick;
     TC::CExchangeClient::instance()->addInstrument(detail);
 }
 
