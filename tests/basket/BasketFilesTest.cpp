@@ -119,13 +119,7 @@ protected:
 // A damaged or odd file gives every row its outcome, or a message: never a crash, never a hang.
 TEST_F(BasketFileRead, givesEveryRowItsOutcome)
 {
-    const struct {
-        const char *name;
-        QByteArray bytes;
-        const char *fileName;
-        bool futuresTab;
-        const char *expected;
-    } rows[] = {
+    const struct { const char *name; QByteArray bytes; const char *fileName; bool futuresTab; const char *expected; } rows[] = {
         {"Utf8CommaFractions", "代码,名称,权重\n600000.SH,浦发,0.5\nSZ000001,平安,0.5\n", "a.csv", false,
          "600000.SH w50.00 v0|000001.SZ w50.00 v0"},
         {"GbkSemicolonPercentHeaderDroppedZeros", gbk("证券代码;权重(%)\r\n600000;60\r\n1;40\r\n"), "a.csv", false,
@@ -395,10 +389,7 @@ TEST_F(BasketImport, theDemosSampleFilesReadOnTheSampleMarket)
     const CSampleData sample;
     for (const CSampleInstrument &stock : sample.stocks())
         ::sample::addInstrument(stock.market.toStdString(), stock.code.toStdString(), 0x7fffffff, stock.name.toStdString());
-    const struct {
-        const char *file;
-        const char *outcomes;
-    } files[] = {
+    const struct { const char *file; const char *outcomes; } files[] = {
         {"research-consumer-gbk.csv", "导入*8"},
         {"index-enhanced-with-errors.xlsx", "导入*8|未知代码|重复|数字有误|权重为负|缺少代码"},
     };

@@ -301,11 +301,7 @@ TEST_F(PatchSettings, aSavedTextGivesBackTheSetsAndTheDefaultAndADamagedOneWhatC
     EXPECT_EQ(config->patchSettings(), stored);
     EXPECT_EQ(config->defaultPatchSetting(), QStringLiteral("尾盘"));
 
-    const struct {
-        const char *text;
-        bool read;
-        QStringList sets;
-    } damaged[] = {{"", false, {}},
+    const struct { const char *text; bool read; QStringList sets; } damaged[] = {{"", false, {}},
                    {"新建设置=1;2", false, {}},
                    {"{\"default\": \"a\", \"sets\": {\"a\": \"1;", false, {}},
                    {"[\"a\"]", false, {}},

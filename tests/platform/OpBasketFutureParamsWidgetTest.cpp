@@ -149,11 +149,7 @@ TEST_F(FutureParams, hedgeDirectionIsAgainstTheSideOfTheBasket)
 
 TEST(ListedIndexFutures, offersTheTwoNearMonthsAndTheNextTwoQuarterMonthsOfEachProduct)
 {
-    struct Row {
-        const char *name;
-        QDate day;
-        const char *ifCodes;
-    };
+    struct Row { const char *name; QDate day; const char *ifCodes; };
     const Row rows[] = {
         {"startOfJanuary", QDate(2024, 1, 2), "IF2401 IF2402 IF2403 IF2406"},
         {"onTheThirdFriday", QDate(2024, 1, 19), "IF2401 IF2402 IF2403 IF2406"},

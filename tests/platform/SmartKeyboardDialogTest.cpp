@@ -22,10 +22,7 @@ using TC::CSmartKeyboardDialog;
 
 namespace {
 
-struct Chosen {
-    ttservice::CStockInfo stock;
-    TC::ESmartKeyType type;
-};
+struct Chosen { ttservice::CStockInfo stock; TC::ESmartKeyType type; };
 
 void addInstrument(const char *market, const char *code, const char *name) { sample::addInstrument(market, code, 0x7fffffff, name); }
 
@@ -123,11 +120,7 @@ TEST_F(SmartKeyboard, aTypedCharacterOpensTheBoxWithANewSearchThatTypingNarrows)
 
 TEST_F(SmartKeyboard, matchesCodePrefixesAndNamesInCodeOrder)
 {
-    struct Row {
-        const char *text;
-        int tradeType;
-        std::vector<std::string> keys;
-    };
+    struct Row { const char *text; int tradeType; std::vector<std::string> keys; };
     const Row rows[] = {
         {"6", 2, {"600000.SH", "600036.SH", "601318.SSE"}},
         // One code on two markets: both, by market.
@@ -181,10 +174,7 @@ TEST_F(SmartKeyboard, listsAtMostFiftyOfTheFirstCodes)
 
 TEST_F(SmartKeyboard, enterHandsTheInstrumentAndItsKindToTheSelectFunction)
 {
-    struct Row {
-        const char *text, *market, *code, *name;
-        TC::ESmartKeyType type;
-    };
+    struct Row { const char *text, *market, *code, *name; TC::ESmartKeyType type; };
     const Row rows[] = {
         {"IF2401", "CFFEX", "IF2401", "沪深股指期货", TC::SKT_FUTURE},
         {"ag", "SHFE", "ag2406", "白银主力", TC::SKT_FUTURE},

@@ -14,11 +14,7 @@ namespace {
 
 TEST(DoubleCompare, UsesTheTolerance)
 {
-    struct Row {
-        const char *name;
-        double a, b;
-        bool equal, greater, less;
-    };
+    struct Row { const char *name; double a, b; bool equal, greater, less; };
     const Row rows[] = {{"same", 1.0, 1.0, true, false, false},
                         {"withinTolerance", 1.0, 1.000009, true, false, false},
                         {"justOutside", 1.0, 1.00002, false, false, true},

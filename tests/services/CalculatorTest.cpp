@@ -44,13 +44,7 @@ protected:
 
 TEST_F(Calculator, BuyVolumeIsTheWholeLotsTheMoneyPaysFor)
 {
-    struct Row {
-        const char *name;
-        double money;
-        const char *market;
-        double price;
-        long long volume, expected;
-    };
+    struct Row { const char *name; double money; const char *market; double price; long long volume, expected; };
     const Row rows[] = {{"roundsDownToTheLot", 10000.0, "SH", 10.5, 0, 900},
                         {"exactLots", 10000.0, "SH", 10.0, 0, 1000},
                         {"cappedByTheWantedVolume", 10000.0, "SH", 10.0, 300, 300},

@@ -23,12 +23,7 @@ namespace {
 
 TEST(Operation, NameSideCloseAndSwap)
 {
-    struct Row {
-        EOperationType operation;
-        const char *text;
-        bool buy, close;
-        EOperationType swapped;
-    };
+    struct Row { EOperationType operation; const char *text; bool buy, close; EOperationType swapped; };
     const Row rows[] = {{OT_BUY, "买入", true, false, OT_SELL},
                         {OT_SELL, "卖出", false, false, OT_BUY},
                         {OT_MARGIN_BUY, "融资买入", true, false, OT_SELL_TO_REPAY},

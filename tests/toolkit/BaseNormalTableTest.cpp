@@ -29,12 +29,7 @@ namespace {
 using WK::CBaseNormalTable;
 using WK::CTableCellEvent;
 
-struct Seen {
-    int event, id, value;
-    QString text;
-    CTableCellEvent cell;
-    std::set<int> rows;
-};
+struct Seen { int event, id, value; QString text; CTableCellEvent cell; std::set<int> rows; };
 
 // The owner of a table: records every event that reaches it, and every key the table passed on.
 class Owner : public WK::CBaseWidget
@@ -134,13 +129,8 @@ struct Fixture {
 
 TEST(TableEdit, goesThroughTheColumnValidatorAndReportsRowAndColumn)
 {
-    struct Row {
-        const char *name;
-        int column;
-        const char *typed;
-        bool stored;
-        const char *shown; // the cell afterwards, and the text of event 47 when stored
-    };
+    // shown: the cell afterwards, and the text of event 47 when stored
+    struct Row { const char *name; int column; const char *typed; bool stored; const char *shown; };
     const Row rows[] = {{"volumeInRange", Volume, "500", true, "500"},
                         {"volumeAtTheTop", Volume, "1,000", true, "1000"},
                         {"volumeAboveTheRange", Volume, "1500", false, "200"},

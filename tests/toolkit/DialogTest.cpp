@@ -21,11 +21,7 @@ protected:
 TEST_F(Scripted, messageBoxRecordsEachBoxAndAnswersWithTheDefaultElseTheFirstButton)
 {
     using B = QMessageBox;
-    struct Row {
-        const char *name;
-        QMessageBox::StandardButtons buttons;
-        QMessageBox::StandardButton defaultButton, expected;
-    };
+    struct Row { const char *name; QMessageBox::StandardButtons buttons; QMessageBox::StandardButton defaultButton, expected; };
     const Row rows[] = {{"onlyButton", B::Ok, B::NoButton, B::Ok},
                         {"defaultButton", B::Yes | B::No, B::No, B::No},
                         {"firstOfYesNo", B::Yes | B::No, B::NoButton, B::Yes},
@@ -70,12 +66,7 @@ TEST_F(Scripted, messageBoxScriptedAnswerHoldsUntilClearedOrReset)
 
 TEST_F(Scripted, inputDialogHandsOnlyANonBlankAcceptedInputToTheCallback)
 {
-    struct Row {
-        const char *name;
-        bool accept;
-        const char *input;
-        int result;
-    };
+    struct Row { const char *name; bool accept; const char *input; int result; };
     const Row rows[] = {{"rejectedByDefault", false, "", QDialog::Rejected},
                         {"accepted", true, "篮子A", QDialog::Accepted},
                         {"blankCannotBeConfirmed", true, "   ", QDialog::Rejected}};

@@ -10,11 +10,7 @@
 
 namespace {
 
-struct Received {
-    int event, id, value;
-    QString text;
-    void *data;
-};
+struct Received { int event, id, value; QString text; void *data; };
 
 // A widget that records what reaches it and takes the events listed in `takes`.
 class Node : public WK::CBaseWidget

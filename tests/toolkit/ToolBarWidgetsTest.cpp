@@ -61,14 +61,9 @@ struct ToolRow {
 
 TEST(AutoExpandToolBar, ItemsThatDoNotFitFoldFromTheFirstOneOut)
 {
-    struct Case {
-        const char *name;
-        bool bindMiddle;
-        int itemsRoom;   // room for items, in item widths of 50
-        int extra;       // pixels added to that room
-        bool withButton; // the room also holds the "»" button
-        const char *folded;
-    };
+    // itemsRoom: room for items, in item widths of 50; extra: pixels added to that room; withButton: the room
+    // also holds the "»" button
+    struct Case { const char *name; bool bindMiddle; int itemsRoom; int extra; bool withButton; const char *folded; };
     const Case cases[] = {{"allFitExactly", false, 4, 0, false, ""},
                           {"onePixelShortFoldsTheLast", false, 4, -1, false, "d"},
                           {"threeBesideTheButton", false, 3, 0, true, "d"},
