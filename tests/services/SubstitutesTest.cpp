@@ -21,6 +21,7 @@
 #include "SubstituteReset.h"
 #include "TraderCenter.h"
 
+#include "Fields.h"
 #include "SampleMarket.h"
 
 #include <gtest/gtest.h>
@@ -56,18 +57,15 @@ TEST_F(RecordedServiceCalls, ShowMsgAndTheHedgeServiceKeepEveryArgument)
                                  true, QStringLiteral("x"));
     ASSERT_EQ(TC::getMsgService()->shownMessages().size(), 1u);
     const TC::CMsgService::CShowMsgCall &call = TC::getMsgService()->shownMessages().front();
-    EXPECT_EQ(call.m_type, TC::MSG_TYPE_ORDER_RESULT);
-    EXPECT_EQ(call.m_level, MSG_LEVEL_ORDER);
-    EXPECT_FALSE(call.m_showPopup);
-    EXPECT_TRUE(call.m_playSound);
-    EXPECT_EQ(call.m_extra, QStringLiteral("x"));
+    EXPECT_EQ(fields(call.m_type, call.m_level, call.m_showPopup, call.m_playSound, call.m_extra),
+              fields(TC::MSG_TYPE_ORDER_RESULT, MSG_LEVEL_ORDER, false, true, "x"));
     EXPECT_EQ(seen, std::vector<QString>{QStringLiteral("可用资金不足!")});
 
     boost::shared_ptr<COrderCommand> command(new COrderCommand);
     TC::CBasketHedgeManager::instance()->onBasketCommand(command, true);
     ASSERT_EQ(TC::CBasketHedgeManager::instance()->basketCommands().size(), 1u);
-    EXPECT_EQ(TC::CBasketHedgeManager::instance()->basketCommands()[0].m_command, command);
-    EXPECT_TRUE(TC::CBasketHedgeManager::instance()->basketCommands()[0].m_manual);
+    EXPECT_TRUE(TC::CBasketHedgeManager::instance()->basketCommands()[0].m_command == command
+                && TC::CBasketHedgeManager::instance()->basketCommands()[0].m_manual);
     CBasketHedgeParam hedge;
     hedge.m_hedgeType = 2;
     EXPECT_TRUE(TC::saveHedgeParam("key____tag____3", hedge));
@@ -88,15 +86,16 @@ TEST_F(RecordedServiceCalls, PlacingChecksAnswerAsScriptedAndRecordTheirArgument
     TC::CAlgorithmAuthorityConfig::instance().setAuthorityResult(false);
     EXPECT_FALSE(TC::CAlgorithmAuthorityConfig::instance().bCheckAuthority(orders, "TWAP", ""));
     ASSERT_EQ(TC::CAlgorithmAuthorityConfig::instance().checks().size(), 2u);
-    EXPECT_EQ(TC::CAlgorithmAuthorityConfig::instance().checks()[0].m_buyStrategy, "SWITCH");
-    EXPECT_EQ(TC::CAlgorithmAuthorityConfig::instance().checks()[0].m_sellStrategy, "VWAP");
+    EXPECT_EQ(fields(TC::CAlgorithmAuthorityConfig::instance().checks()[0].m_buyStrategy,
+                     TC::CAlgorithmAuthorityConfig::instance().checks()[0].m_sellStrategy),
+              "SWITCH|VWAP");
 
     // The algorithm help dialogs record their calls and let the placing go on.
     EXPECT_TRUE(TC::CAlgorithmHelpDialog::tryHelp(oneLine()));
     TC::CVqAlgorithmHelpDialog::doHelp();
-    EXPECT_EQ(TC::CAlgorithmHelpDialog::triedHelps().size(), 1u);
-    EXPECT_EQ(TC::CAlgorithmHelpDialog::helpCount(), 0);
-    EXPECT_EQ(TC::CVqAlgorithmHelpDialog::helpCount(), 1);
+    EXPECT_EQ(fields(TC::CAlgorithmHelpDialog::triedHelps().size(), TC::CAlgorithmHelpDialog::helpCount(),
+                     TC::CVqAlgorithmHelpDialog::helpCount()),
+              "1|0|1");
 
     QMap<int, boost::shared_ptr<COrderCommand>> commands;
     commands.insert(42, boost::shared_ptr<COrderCommand>(new COrderCommand));
@@ -115,12 +114,11 @@ TEST_F(RecordedServiceCalls, BlackStocksAndTheirReplacementsArePerAccount)
     TC::CBlackAndWhiteListService *lists = TC::CBlackAndWhiteListService::instance();
     lists->addBlackStock(QStringLiteral("A1"), QStringLiteral("600000.SH"));
     lists->setWhiteStock(QStringLiteral("A1"), QStringLiteral("600036.SH"), QStringLiteral("601398.SH"));
-    EXPECT_TRUE(lists->isBlackStock(QStringLiteral("A1"), QStringLiteral("600000.SH")));
-    EXPECT_TRUE(lists->isBlackStock(QStringLiteral("A1"), QStringLiteral("600036.SH")));
-    EXPECT_FALSE(lists->isBlackStock(QStringLiteral("A2"), QStringLiteral("600000.SH")));
-    EXPECT_TRUE(lists->getWhiteStock(QStringLiteral("A1"), QStringLiteral("600000.SH")).isEmpty());
-    EXPECT_EQ(lists->getWhiteStock(QStringLiteral("A1"), QStringLiteral("600036.SH")), QStringLiteral("601398.SH"));
-    EXPECT_TRUE(lists->getWhiteStock(QStringLiteral("A2"), QStringLiteral("600036.SH")).isEmpty());
+    const QString a1 = QStringLiteral("A1"), a2 = QStringLiteral("A2"), spdb = QStringLiteral("600000.SH"),
+                  cmb = QStringLiteral("600036.SH");
+    // Black for A1, not for A2; the white stock of A1's second black one only.
+    EXPECT_EQ(fields(lists->isBlackStock(a1, spdb), lists->isBlackStock(a1, cmb), lists->isBlackStock(a2, spdb)), "true|true|false");
+    EXPECT_EQ(fields(lists->getWhiteStock(a1, spdb), lists->getWhiteStock(a1, cmb), lists->getWhiteStock(a2, cmb)), "|601398.SH|");
 }
 
 TEST_F(RecordedServiceCalls, QueriesAreRecordedAndAnsweredAndTheTimeIsFrozenAndSettable)
@@ -135,14 +133,11 @@ TEST_F(RecordedServiceCalls, QueriesAreRecordedAndAnsweredAndTheTimeIsFrozenAndS
     EXPECT_TRUE(center->queryData(request, IDataCenter::QueryCallback(), 0));
     const auto queries = TraderCenter::instance()->memoryDataCenter()->queries();
     ASSERT_EQ(queries.size(), 2u);
-    EXPECT_EQ(queries[0].m_request->m_dataType, 13904);
-    EXPECT_TRUE(queries[0].m_hasCallback);
-    EXPECT_FALSE(queries[1].m_hasCallback);
-    EXPECT_EQ(answered, 1);
+    EXPECT_EQ(fields(queries[0].m_request->m_dataType, queries[0].m_hasCallback, queries[1].m_hasCallback, answered), "13904|true|false|1");
 
     EXPECT_EQ(TC::getTimeService()->currentTime(), TC::CTimeService::DEFAULT_TIME);
     TC::getTimeService()->advance(30);
-    EXPECT_EQ(TC::getTimeService()->currentTime(), TC::CTimeService::DEFAULT_TIME + 30);
+    EXPECT_EQ(TC::getTimeService()->currentTime() - TC::CTimeService::DEFAULT_TIME, 30);
     TC::getTimeService()->setCurrentTime(1000);
     EXPECT_EQ(TC::getTimeService()->currentTime(), 1000);
     TC::getTimeService()->useSystemClock(true);
@@ -352,8 +347,7 @@ TEST_F(TradeClientRecording, PlaceTasksKeepsEveryArgumentInOrderAndShowsItAsJson
 
     ASSERT_EQ(CTradeClient::instance()->placedTasks().size(), 1u);
     const TC::CPlaceTasksCall &c = CTradeClient::instance()->placedTasks().front();
-    EXPECT_EQ(c.m_command, command);
-    EXPECT_EQ(c.m_autoPrice, autoPrice);
+    EXPECT_TRUE(c.m_command == command && c.m_autoPrice == autoPrice);
     boost::shared_ptr<CVqOrderTag> tag(new CVqOrderTag);
     tag->m_orderTagKey = "tag-key";
     c.m_callback(QVector<boost::shared_ptr<TaskImp>>(), tag);
@@ -386,8 +380,8 @@ TEST_F(TradeClientRecording, ConfirmTaskGivesTheScriptedAnswerAndInstructionsAnd
     CTradeClient::instance()->setConfirmTaskResult(false);
     EXPECT_FALSE(CTradeClient::instance()->confirmTask(nullptr, orders, true));
     ASSERT_EQ(CTradeClient::instance()->confirmedTasks().size(), 2u);
-    EXPECT_TRUE(CTradeClient::instance()->confirmedTasks()[1].m_flag);
-    EXPECT_EQ(CTradeClient::instance()->confirmedTasks()[1].m_orders[0].m_stockInfo.m_stockCode, "600000");
+    EXPECT_EQ(fields(CTradeClient::instance()->confirmedTasks()[1].m_flag, CTradeClient::instance()->confirmedTasks()[1].m_orders[0].m_stockInfo.m_stockCode),
+              "true|600000");
 
     CTradeClient::instance()->setConfirmTaskHandler(
         [](const CTradeClient::CConfirmTaskCall &call) { return call.m_orders.size() == 1; });
@@ -400,6 +394,6 @@ TEST_F(TradeClientRecording, ConfirmTaskGivesTheScriptedAnswerAndInstructionsAnd
     CTradeClient::instance()->addCommand(command);
     EXPECT_EQ(CTradeClient::instance()->getCommandByKey("cmd-1"), command);
     CTradeClient::instance()->setLoginStatus("acc1", LOGIN_STATUS_CONNECTING);
-    EXPECT_EQ(CTradeClient::instance()->getLoginStatus("acc1"), LOGIN_STATUS_CONNECTING);
-    EXPECT_EQ(CTradeClient::instance()->getLoginStatus("acc2"), 0);
+    EXPECT_EQ(fields(CTradeClient::instance()->getLoginStatus("acc1"), CTradeClient::instance()->getLoginStatus("acc2")),
+              fields(LOGIN_STATUS_CONNECTING, 0));
 }
