@@ -87,13 +87,7 @@ protected:
     static void addAccount(const std::string &key, ttservice::EVQBrokerType type,
                            const std::vector<ttservice::CPositionStatics> &positions)
     {
-        ttservice::CAccountInfo info;
-        info.m_accountKey = key;
-        info.m_accountId = key;
-        info.m_brokerType = type;
-        ttservice::CAccountDetail detail;
-        detail.m_available = 1e8;
-        getUserConfig()->addAccount(info, detail, positions);
+        sample::addAccount(key, type, 1e8, positions);
     }
 
     COpBasketParamsWidget *form() const { return widget->paramsWidget(); }
