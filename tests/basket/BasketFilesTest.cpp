@@ -278,14 +278,11 @@ protected:
 
 TEST_F(BasketImport, storesAndChoosesOnlyWhatThePreviewAccepts)
 {
-    const struct {
-        const char *name, *csv;
-        int answer;         // the user's answer to the preview
-        const char *input;  // the name typed, then "\n替换" to tick the replacement
-        bool stores;
-        const char *basket; // the basket of that name afterwards, as its rows' keys
-        const char *shown;  // the preview's refusal, or the message box's text
-    } rows[] = {
+    // answer: the user's answer to the preview; input: the name typed, then "\n替换" to tick the replacement;
+    // basket: the basket of that name afterwards, as its rows' keys; shown: the preview's refusal, or the
+    // message box's text
+    const struct { const char *name, *csv; int answer; const char *input; bool stores; const char *basket;
+                   const char *shown; } rows[] = {
         {"TakenRowsStoredAndChosen", "代码,权重\n600000,60\n000001,40\n999999,0\n", QDialog::Accepted, "新篮子", true,
          "新篮子:600000.SH,000001.SZ", ""},
         {"CancelStoresNothing", "代码,权重\n600000,100\n", QDialog::Rejected, "新篮子", false, "", ""},

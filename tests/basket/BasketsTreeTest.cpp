@@ -112,14 +112,8 @@ protected:
 TEST_F(BasketsTreeTest, bothTreesOfferWhatFitsFlagsOperationAndBrokerType)
 {
     const QStringList mine = {group(kMine), basket(kMine, "Beta"), basket(kMine, "Zeta"), basket(kMine, "alpha50")};
-    const struct {
-        const char *name;
-        int flags;
-        EOperationType operation;
-        EVQBrokerType broker;
-        bool baskets, systemModule;
-        QStringList expected;
-    } rows[] = {
+    const struct { const char *name; int flags; EOperationType operation; EVQBrokerType broker; bool baskets, systemModule;
+                   QStringList expected; } rows[] = {
         {"noBasketsNoFlagsOnBuy", 64, ttservice::OT_BUY, kStock, false, true, {group(kAll)}},
         {"sellOnStockAlwaysOffersPositionsEvenWithoutFlags", 0, ttservice::OT_SELL, kStock, false, false, {group(kAll), batch(4)}},
         {"sellOnCreditHasNoPositionEntry", 1 | 2, ttservice::OT_SELL, ttservice::BROKER_TYPE_CREDIT, false, false,

@@ -548,14 +548,8 @@ TEST_F(OrderPlacing, hedgedInstructionPlacesWhatIsNotTradedYet)
 // sent: the operations of the first line (a buy row) and the second (a sell row), their price
 // types, the first line's order type and the platform; paramText: expected in the algorithm
 // string, empty for none sent.
-struct TabOrder {
-    const char *name;
-    quint64 tab;
-    ttservice::EVQBrokerType broker;
-    std::function<void(COpBasketParamsWidget *)> setBlocks;
-    const char *sent;
-    const char *paramText;
-};
+struct TabOrder { const char *name; quint64 tab; ttservice::EVQBrokerType broker;
+                  std::function<void(COpBasketParamsWidget *)> setBlocks; const char *sent; const char *paramText; };
 
 COpBasketStockParamsWidget *single(COpBasketParamsWidget *form)
 {

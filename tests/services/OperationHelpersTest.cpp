@@ -87,14 +87,8 @@ TEST(FixPriceRange, ABuyMayRiseAndASellFallByTheStepWithinTheDaysLimits)
         (absolute ? s.m_stepValue : s.m_stepRate) = value;
         return s;
     };
-    struct Row {
-        const char *name;
-        COrderSetting setting;
-        double price;
-        EOperationType operation;
-        boost::shared_ptr<TC::CPriceData> quote;
-        double high, low;
-    };
+    struct Row { const char *name; COrderSetting setting; double price; EOperationType operation;
+                 boost::shared_ptr<TC::CPriceData> quote; double high, low; };
     const Row rows[] = {
         {"buyRisesByTheStep", step(true, 0.5), 10.0, OT_BUY, quote(11.0, 9.0), 10.5, 9.0},
         {"buyStopsAtTheRiseLimit", step(true, 2.0), 10.0, OT_BUY, quote(11.0, 9.0), 11.0, 9.0},

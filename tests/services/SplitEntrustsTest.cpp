@@ -29,15 +29,8 @@ TEST(SplitEntrusts, DividesByWeightInWholeLotsAndNeverGivesABuyAnOddLot)
 {
     TC::resetAllSubstitutes();
     sample::addInstrument("SH", "688001", 0x7fffffff, std::string(), 200);
-    struct Row {
-        const char *name;
-        int volume;
-        const char *market;
-        std::vector<double> weights;
-        std::vector<int> expected;
-        EOperationType operation = OT_BUY;
-        const char *code = "600000";
-    };
+    struct Row { const char *name; int volume; const char *market; std::vector<double> weights; std::vector<int> expected;
+                 EOperationType operation = OT_BUY; const char *code = "600000"; };
     const Row rows[] = {
         {"equalWeights", 1000, "SH", {1.0, 1.0}, {500, 500}},
         {"roundedDownToLots", 1000, "SH", {1.0, 2.0}, {400, 600}},

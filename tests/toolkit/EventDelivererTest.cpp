@@ -42,12 +42,8 @@ private:
 
 TEST(EventDeliverer, climbsToTheFirstAncestorThatTakesItCarryingAllFiveValues)
 {
-    struct Row {
-        const char *name;
-        std::vector<int> rootTakes, parentTakes, childTakes;
-        bool handled;
-        size_t childSees, parentSees, rootSees;
-    };
+    struct Row { const char *name; std::vector<int> rootTakes, parentTakes, childTakes; bool handled;
+                 size_t childSees, parentSees, rootSees; };
     const Row rows[] = {
         {"takenByTheDirectParent", {}, {}, {7}, true, 1, 0, 0},
         {"takenTwoLevelsUp", {}, {7}, {}, true, 1, 1, 0},
