@@ -6,6 +6,7 @@
 #include "COrderParamTable.h"
 #include "CUserConfig.h"
 #include "ConfirmTestSupport.h"
+#include "Fields.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
@@ -73,13 +74,9 @@ TEST_F(BasketSave, SelectedRowsBecomeABasketWeightedByMoney)
     EXPECT_EQ(basket.m_name, QStringLiteral("我的篮子"));
     ASSERT_EQ(basket.m_stocks.size(), 1);
     const CBasketStockData &row = basket.m_stocks.front();
-    EXPECT_EQ(row.key(), QStringLiteral("600001.SH"));
-    EXPECT_EQ(row.m_stockName, QStringLiteral("股票600001"));
-    EXPECT_EQ(row.m_volume, 300);
-    EXPECT_DOUBLE_EQ(row.m_weight, 3750.0);
+    EXPECT_EQ(fields(row.key(), row.m_stockName, row.m_volume, row.m_weight), "600001.SH|股票600001|300|3750");
     ASSERT_FALSE(form.seen.empty());
-    EXPECT_EQ(form.seen.back().event, 1195);
-    EXPECT_EQ(form.seen.back().text, QStringLiteral("我的篮子"));
+    EXPECT_EQ(fields(form.seen.back().event, form.seen.back().text), "1195|我的篮子");
 
     // All rows over two accounts: one row per stock, its lines added up, not the stock twice.
     confirmtest::addAccount("a2", ttservice::BROKER_TYPE_STOCK, 1e7);

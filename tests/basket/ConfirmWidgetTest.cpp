@@ -494,11 +494,9 @@ TEST_F(ConfirmWidgetTest, TheTickShowsOnlyTheRowsAQuoteChangedAndASellListKeepsI
     widget->slotTimeout();
 
     // Both accounts' rows of the quoted stock move; a previous close of 0 gives no change.
-    EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("11.00"));
-    EXPECT_EQ(cell(2, Widget::COL_COST), QStringLiteral("2200.00"));
-    EXPECT_EQ(cell(2, Widget::COL_CHANGE), QStringLiteral("0.00%"));
-    EXPECT_EQ(cell(1, Widget::COL_LAST_PRICE), QStringLiteral("untouched"));
-    EXPECT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("5300.00"));
+    EXPECT_EQ(fields(cell(0, Widget::COL_LAST_PRICE), cell(2, Widget::COL_COST), cell(2, Widget::COL_CHANGE),
+                     cell(1, Widget::COL_LAST_PRICE), table()->statText(Widget::COL_COST)),
+              "11.00|2200.00|0.00%|untouched|5300.00");
     EXPECT_EQ(widget->quoteRequestCount(), 2) << "one subscription per instrument, not per account";
 
     // A sell list keeps its first values; a quote without a last price refreshes the status only.

@@ -15,6 +15,7 @@
 #include "CUserConfig.h"
 #include "ConfirmTestSupport.h"
 #include "LuaModuleCtrl.h"
+#include "Fields.h"
 #include "SampleMarket.h"
 #include "StockTypeCenter.h"
 #include "SubstituteFixture.h"
@@ -319,10 +320,11 @@ TEST_F(PositionTable, ShowsHeldPositionsWithoutRepurchasesOrEmptyOnesAndTotalsTh
                                               position("600003", std::nan(""), 0, 0)}));
     ASSERT_EQ(table->table()->dataRowCount(), 2);
     EXPECT_EQ(table->table()->itemText(1, CExchangePositionTable::COL_CODE), QStringLiteral("600002"));
-    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_VOLUME), QStringLiteral("1500"));
-    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_AVAILABLE), QStringLiteral("1200"));
-    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_MARKET_VALUE), QStringLiteral("16000.00"));
-    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_AVAILABLE_VALUE), QStringLiteral("12400.00"));
+    // The totals of the volume, the available volume, the market value and the available value.
+    EXPECT_EQ(fields(table->table()->statText(CExchangePositionTable::COL_VOLUME), table->table()->statText(CExchangePositionTable::COL_AVAILABLE),
+                     table->table()->statText(CExchangePositionTable::COL_MARKET_VALUE),
+                     table->table()->statText(CExchangePositionTable::COL_AVAILABLE_VALUE)),
+              "1500|1200|16000.00|12400.00");
 
     QVector<CBasketStockData> rows;
     table->getBasketStockParam(rows);

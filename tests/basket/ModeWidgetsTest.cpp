@@ -241,11 +241,10 @@ TEST_F(ModeWidgets, singleCodeLinesTakePricesStepsAndValidityFromTheLatestQuote)
             EXPECT_TRUE(ttservice::isNoValue(lines[0].m_priceStep)) << lines[0].m_priceStep;
         else
             EXPECT_NEAR(lines[0].m_priceStep, row.expectedStep, 1e-9);
-        EXPECT_EQ(lines[0].m_volume, 500);
-        EXPECT_EQ(lines[0].m_validFrom, TC::CTimeService::DEFAULT_TIME);
-        EXPECT_EQ(lines[0].m_validTo, TC::CTimeService::DEFAULT_TIME + 60);
-        EXPECT_DOUBLE_EQ(lines[1].m_price, 12.34);
-        EXPECT_EQ(lines[1].m_validTo, 0);
+        // The first line's volume and validity; the second, without a quote, left as it came.
+        EXPECT_EQ(fields(lines[0].m_volume, lines[0].m_validFrom - TC::CTimeService::DEFAULT_TIME,
+                         lines[0].m_validTo - TC::CTimeService::DEFAULT_TIME, lines[1].m_price, lines[1].m_validTo),
+                  "500|0|60|12.34|0");
     }
 }
 

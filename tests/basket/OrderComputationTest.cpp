@@ -17,6 +17,7 @@
 #include "TraderCenter.h"
 #include "CTradeClient.h"
 #include "StockTypeCenter.h"
+#include "Fields.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 #include "../platform/EventRecorder.h"
@@ -561,13 +562,11 @@ TEST_F(OrderComputation, TabChangeRecalculatesAndLogsTheWord)
 
 TEST_F(OrderComputation, LockFreezesTheSizingButNotTheRatio)
 {
+    // The basket picker, the sizing combo, the copies, contract and ratio cells.
     form->handleEvent(5, 2, 0, QString(), nullptr);
-    EXPECT_FALSE(form->basketsCombo()->isEnabled());
-    EXPECT_FALSE(form->volumnCombobox()->isEnabled());
-    EXPECT_FALSE(form->cell(P::CellCopies)->isEnabled());
-    EXPECT_FALSE(form->cell(P::CellContract)->isEnabled());
-    EXPECT_TRUE(form->cell(P::CellRatio)->isEnabled());
+    EXPECT_EQ(fields(form->basketsCombo()->isEnabled(), form->volumnCombobox()->isEnabled(), form->cell(P::CellCopies)->isEnabled(),
+                     form->cell(P::CellContract)->isEnabled(), form->cell(P::CellRatio)->isEnabled()),
+              "false|false|false|false|true");
     form->handleEvent(5, 2, 0, QString(), nullptr);
-    EXPECT_TRUE(form->basketsCombo()->isEnabled());
-    EXPECT_TRUE(form->cell(P::CellCopies)->isEnabled());
+    EXPECT_TRUE(form->basketsCombo()->isEnabled() && form->cell(P::CellCopies)->isEnabled());
 }

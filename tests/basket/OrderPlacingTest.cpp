@@ -298,11 +298,10 @@ TEST_F(OrderPlacing, PlatformSixRemapsOrderTypesWhileEachLineTouchesAlone)
     ASSERT_EQ(placed().size(), 2u);
     ASSERT_EQ(placed()[0].m_orders.size(), 2u);
     ASSERT_EQ(placed()[1].m_orders.size(), 2u);
-    EXPECT_EQ(placed()[0].m_tradePlatform, 6);
-    EXPECT_EQ(placed()[0].m_orders[0].m_orderType, 0);
-    EXPECT_EQ(placed()[1].m_orders[0].m_orderType, 6);
-    EXPECT_EQ(placed()[1].m_orders[1].m_orderType, 13);
-    EXPECT_EQ(list()[0].m_orderType, 0) << "the form's own list is not touched";
+    // The platform, the order types of both presses, and the form's own list, which is not touched.
+    EXPECT_EQ(fields(placed()[0].m_tradePlatform, placed()[0].m_orders[0].m_orderType, placed()[1].m_orders[0].m_orderType,
+                     placed()[1].m_orders[1].m_orderType, list()[0].m_orderType),
+              "6|0|6|13|0");
 }
 
 TEST_F(OrderPlacing, PortfolioFromTheToolbarKeyboardUnlessConnectAccounts)
@@ -467,8 +466,7 @@ TEST_F(OrderPlacing, oneSidedTabHandsTheTablesStringAndPlatform)
     setAlgorithm(form->stockParams(), 13, "TWAP");
     ASSERT_EQ(form->getAlgorithmTable(), form->stockParams()->table());
     EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), 1);
-    EXPECT_EQ(platform, 3);
-    EXPECT_EQ(paramString, form->stockParams()->table()->getAlgParamsStr(orders));
+    EXPECT_EQ(fields(platform, paramString), fields(3, form->stockParams()->table()->getAlgParamsStr(orders)));
     ASSERT_EQ(CAlgorithmAuthorityConfig::instance().checks().size(), 1u);
     EXPECT_EQ(CAlgorithmAuthorityConfig::instance().checks()[0].m_buyStrategy, "TWAP");
 

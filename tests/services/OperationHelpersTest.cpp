@@ -43,15 +43,12 @@ TEST(Operation, NameSideCloseAndSwap)
                          TC::swapOperationType(TC::swapOperationType(row.operation)), TC::getBuyOrSellType(row.operation)),
                   fields(QString::fromUtf8(row.text), row.buy, row.buy, row.close, row.swapped, row.operation, row.buy ? OT_BUY : OT_SELL));
     }
-    EXPECT_TRUE(TC::operationToString(OT_NONE).isEmpty());
-    EXPECT_EQ(TC::operationToString(77), QStringLiteral("77"));
-    EXPECT_EQ(TC::getBuyOrSellType(OT_NONE), OT_NONE);
-    EXPECT_EQ(TC::swapOperationType(OT_MONEY), OT_MONEY);
+    EXPECT_EQ(fields(TC::operationToString(OT_NONE), TC::operationToString(77), TC::getBuyOrSellType(OT_NONE), TC::swapOperationType(OT_MONEY)),
+              fields("", "77", OT_NONE, OT_MONEY));
     EXPECT_EQ(operationValueToString(OT_BUY), "买");
     EXPECT_EQ(TypeManager::instance()->getEnumItemName("ttservice::EEntrustBS", ENTRUST_SELL, VQ_TRADER_BASKET), "卖出");
     EXPECT_EQ(TypeManager::instance()->getEnumItemName("unknown", 5, VQ_TRADER_BASKET), "5");
-    EXPECT_TRUE(TC::isSubCmdOrder(SUB_COMMAND_ORDER));
-    EXPECT_FALSE(TC::isSubCmdOrder(SUB_COMMAND_NONE));
+    EXPECT_TRUE(TC::isSubCmdOrder(SUB_COMMAND_ORDER) && !TC::isSubCmdOrder(SUB_COMMAND_NONE));
 }
 
 TEST(OrderTypes, AlgorithmTypesAndParameterNamesAgree)
@@ -129,9 +126,8 @@ TEST(BatchFlagNames, EachListHasItsNameAndOnlyListsHaveOne)
         EXPECT_EQ(TC::nameBatchFlag(name), QFlags<TC::ETempBatchOrderFlag>(flag)) << flag;
     }
     EXPECT_EQ(TC::batchFlagName(TC::BATCH_SELL), QStringLiteral("批量卖出组合"));
-    EXPECT_TRUE(TC::batchFlagName(TC::BATCH_NONE).isEmpty());
-    EXPECT_TRUE(TC::batchFlagName(QFlags<TC::ETempBatchOrderFlag>(64)).isEmpty());
-    EXPECT_TRUE(TC::batchFlagName(TC::BATCH_BUY | TC::BATCH_SELL).isEmpty());
+    for (const auto flags : {TC::ETempBatchOrderFlags(TC::BATCH_NONE), TC::ETempBatchOrderFlags(64), TC::BATCH_BUY | TC::BATCH_SELL})
+        EXPECT_TRUE(TC::batchFlagName(flags).isEmpty()) << int(flags);
     EXPECT_EQ(TC::nameBatchFlag(QStringLiteral("我的篮子")), QFlags<TC::ETempBatchOrderFlag>());
     EXPECT_EQ(TC::nameBatchFlag(QString()), QFlags<TC::ETempBatchOrderFlag>());
 }
@@ -189,14 +185,11 @@ TEST(ModuleSwitches, AllNamedModulesMustBeOnAndConnectTabsFollowTheirModules)
     EXPECT_TRUE(modules->checkModule({"mdl_order_compose_futures"}));
     EXPECT_FALSE(LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_compose_one_key_futures", "mdl_order_compose_futures"}));
     EXPECT_FALSE(LuaModuleCtrl::checkModule({"mdl_auth", "mdl_order_compose_futures"}));
-    EXPECT_FALSE(TC::hasComposeHgtType());
-    EXPECT_TRUE(TC::hasComposeSgtType());
-    EXPECT_TRUE(TC::hasComposeGgtType());
+    EXPECT_EQ(fields(TC::hasComposeHgtType(), TC::hasComposeSgtType(), TC::hasComposeGgtType()), "false|true|true");
 
     modules->setModule("mdl_order_compose_sgt", false);
     modules->setModule("mdl_order_compose_hgt", true);
-    EXPECT_TRUE(TC::hasComposeHgtType());
-    EXPECT_TRUE(TC::hasComposeGgtType());
+    EXPECT_TRUE(TC::hasComposeHgtType() && TC::hasComposeGgtType());
     // Turning the group off turns off its modules.
     modules->setModule("mdl_order", false);
     EXPECT_FALSE(LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_compose_futures"}));

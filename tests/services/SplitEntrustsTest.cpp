@@ -1,6 +1,7 @@
 #include "CExchangeClient.h"
 #include "CTradeClient.h"
 #include "OperationSide.h"
+#include "Fields.h"
 #include "SampleMarket.h"
 #include "SubstituteReset.h"
 
@@ -89,12 +90,8 @@ TEST(SplitEntrusts, CallsAreRecordedAndAHandlerMayScriptTheAnswer)
     EXPECT_EQ(split, (std::vector<int>{1, 1, 1}));
     ASSERT_EQ(CTradeClient::instance()->splitCalls().size(), 1u);
     const CTradeClient::CSplitEntrustsCall &call = CTradeClient::instance()->splitCalls().front();
-    EXPECT_EQ(call.m_volume, 300);
-    EXPECT_EQ(call.m_priceType, PRICE_TYPE_FIXED);
-    EXPECT_EQ(call.m_splitType, 3);
-    EXPECT_EQ(call.m_market, "SZ");
-    EXPECT_EQ(call.m_operation, OT_SELL);
-    EXPECT_EQ(call.m_orderType, -1);
+    EXPECT_EQ(fields(call.m_volume, call.m_priceType, call.m_splitType, call.m_market, call.m_operation, call.m_orderType),
+              fields(300, PRICE_TYPE_FIXED, 3, "SZ", OT_SELL, -1));
     TC::resetAllSubstitutes();
 }
 
