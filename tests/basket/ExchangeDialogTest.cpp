@@ -16,6 +16,7 @@
 #include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
 #include "OperationHelpers.h"
+#include "Fields.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
@@ -147,11 +148,10 @@ TEST_F(ExchangeDialog, OneKeyFuturesTabExchangesContractsBySide)
     const auto result = lines();
     ASSERT_EQ(result.size(), 2u);
     // Long 3 against a target of 1: close 2. Short 2 of a contract not held: open 2.
-    EXPECT_EQ(result.at("f1 IF01").second, 2);
-    EXPECT_TRUE(isClose(static_cast<ttservice::EOperationType>(result.at("f1 IF01").first)));
-    EXPECT_EQ(result.at("f1 IC01").second, 2);
-    EXPECT_FALSE(isBuy(static_cast<ttservice::EOperationType>(result.at("f1 IC01").first)));
-    EXPECT_FALSE(isClose(static_cast<ttservice::EOperationType>(result.at("f1 IC01").first)));
+    const auto ifSide = static_cast<ttservice::EOperationType>(result.at("f1 IF01").first);
+    const auto icSide = static_cast<ttservice::EOperationType>(result.at("f1 IC01").first);
+    EXPECT_EQ(fields(result.at("f1 IF01").second, isClose(ifSide), result.at("f1 IC01").second, isBuy(icSide), isClose(icSide)),
+              "2|true|2|false|false");
 }
 
 TEST_F(ExchangeDialog, CancelPlacesNothingAndNoAccountGivesNoLines)

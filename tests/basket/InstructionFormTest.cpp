@@ -18,6 +18,7 @@
 #include "CTradeClient.h"
 #include "LuaModuleCtrl.h"
 #include "SampleMarket.h"
+#include "Fields.h"
 #include "SubstituteFixture.h"
 #include "TraderCenter.h"
 
@@ -304,10 +305,10 @@ TEST_F(InstructionForm, PlacingSendsTheLinesShownAsTasks)
     press();
     const auto &tasks = CTradeClient::instance()->placedTasks();
     ASSERT_EQ(tasks.size(), 1u);
-    EXPECT_EQ(tasks[0].m_command->m_commandKey, "cmd");
     ASSERT_EQ(tasks[0].m_orders.size(), 2u);
-    EXPECT_EQ(std::make_pair(tasks[0].m_orders[0].m_volume, tasks[0].m_orders[1].m_volume), std::make_pair(int64_t(700), int64_t(300)));
-    EXPECT_TRUE(CTradeClient::instance()->placedCommands().empty());
+    EXPECT_EQ(fields(tasks[0].m_command->m_commandKey, tasks[0].m_orders[0].m_volume, tasks[0].m_orders[1].m_volume,
+                     CTradeClient::instance()->placedCommands().size()),
+              "cmd|700|300|0");
 
     // The next sizing is of what is left after what was sent (800 and 300 at 50 %), so a second
     // press sends the rest of the way, not the same lines again.
