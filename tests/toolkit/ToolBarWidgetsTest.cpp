@@ -3,6 +3,7 @@
 #include "CCreatePortfolioKeyboard.h"
 
 #include "../platform/EventRecorder.h"
+#include "Fields.h"
 
 #include <gtest/gtest.h>
 
@@ -103,15 +104,14 @@ TEST(AutoExpandToolBar, FoldedItemCountsAsVisibleAndOneOnTheInvisibleListTakesNo
     ToolRow row;
     row.showAt(3 * kItemWidth);
     ASSERT_EQ(row.folded(), QStringLiteral("cd"));
-    EXPECT_FALSE(row.items[3]->isVisibleTo(row.row));
-    EXPECT_TRUE(row.row->isItemVisibleTo(row.items[3], row.row));
-    EXPECT_TRUE(row.row->isItemVisibleTo(row.items[3], nullptr));
+    EXPECT_EQ(fields(row.items[3]->isVisibleTo(row.row), row.row->isItemVisibleTo(row.items[3], row.row),
+                     row.row->isItemVisibleTo(row.items[3], nullptr)),
+              "false|true|true");
 
     row.row->doOperationInvisibleList(row.items[1], true);
     EXPECT_TRUE(row.row->foldedItems().isEmpty()) << "a, c and d fit without b";
-    EXPECT_FALSE(row.items[1]->isVisible());
-    EXPECT_TRUE(row.row->isOnInvisibleList(row.items[1]));
-    EXPECT_FALSE(row.row->isItemVisibleTo(row.items[1], row.row));
+    EXPECT_EQ(fields(row.items[1]->isVisible(), row.row->isOnInvisibleList(row.items[1]), row.row->isItemVisibleTo(row.items[1], row.row)),
+              "false|true|false");
 
     row.row->doOperationInvisibleList(row.items[1], false);
     EXPECT_TRUE(row.items[1]->isVisible());
@@ -140,8 +140,7 @@ TEST(AutoExpandToolBar, OverflowLendsFoldedItemsThatStillReportThroughTheRow)
 
     row->overflowButton()->click();
     ASSERT_TRUE(row->isOverflowShown());
-    EXPECT_TRUE(box->isVisible());
-    EXPECT_TRUE(c->isVisible());
+    EXPECT_TRUE(box->isVisible() && c->isVisible());
     EXPECT_NE(box->parentWidget(), row);
     box->click();
     const QString text = QStringLiteral("过滤停盘股");
