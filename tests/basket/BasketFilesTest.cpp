@@ -119,13 +119,7 @@ protected:
 // A damaged or odd file gives every row its outcome, or a message: never a crash, never a hang.
 TEST_F(BasketFileRead, givesEveryRowItsOutcome)
 {
-    const struct {
-        const char *name;
-        QByteArray bytes;
-        const char *fileName;
-        bool futuresTab;
-        const char *expected;
-    } rows[] = {
+    const struct { const char *name; QByteArray bytes; const char *fileName; bool futuresTab; const char *expected; } rows[] = {
         {"Utf8CommaFractions", "代码,名称,权重\n600000.SH,浦发,0.5\nSZ000001,平安,0.5\n", "a.csv", false,
          "600000.SH w50.00 v0|000001.SZ w50.00 v0"},
         {"GbkSemicolonPercentHeaderDroppedZeros", gbk("证券代码;权重(%)\r\n600000;60\r\n1;40\r\n"), "a.csv", false,
@@ -284,14 +278,11 @@ protected:
 
 TEST_F(BasketImport, storesAndChoosesOnlyWhatThePreviewAccepts)
 {
-    const struct {
-        const char *name, *csv;
-        int answer;         // the user's answer to the preview
-        const char *input;  // the name typed, then "\n替换" to tick the replacement
-        bool stores;
-        const char *basket; // the basket of that name afterwards, as its rows' keys
-        const char *shown;  // the preview's refusal, or the message box's text
-    } rows[] = {
+    // answer: the user's answer to the preview; input: the name typed, then "\n替换" to tick the replacement;
+    // basket: the basket of that name afterwards, as its rows' keys; shown: the preview's refusal, or the
+    // message box's text
+    const struct { const char *name, *csv; int answer; const char *input; bool stores; const char *basket;
+                   const char *shown; } rows[] = {
         {"TakenRowsStoredAndChosen", "代码,权重\n600000,60\n000001,40\n999999,0\n", QDialog::Accepted, "新篮子", true,
          "新篮子:600000.SH,000001.SZ", ""},
         {"CancelStoresNothing", "代码,权重\n600000,100\n", QDialog::Rejected, "新篮子", false, "", ""},
@@ -393,17 +384,9 @@ TEST_F(BasketImport, theDemosSampleFilesReadOnTheSampleMarket)
 {
     TC::CExchangeClient::instance()->reset();
     const CSampleData sample;
-    for (const CSampleInstrument &stock : sample.stocks()) {
-        ttservice::CInstrumentDetail detail;
-        detail.m_market = stock.market.toStdString();
-        detail.m_stockCode = stock.code.toStdString();
-        detail.m_stockName = stock.name.toStdString();
-        TC::CExchangeClient::instance()->addInstrument(detail);
-    }
-    const struct {
-        const char *file;
-        const char *outcomes;
-    } files[] = {
+    for (const CSampleInstrument &stock : sample.stocks())
+        ::sample::addInstrument(stock.market.toStdString(), stock.code.toStdString(), 0x7fffffff, stock.name.toStdString());
+    const struct { const char *file; const char *outcomes; } files[] = {
         {"research-consumer-gbk.csv", "导入*8"},
         {"index-enhanced-with-errors.xlsx", "导入*8|未知代码|重复|数字有误|权重为负|缺少代码"},
     };
@@ -468,9 +451,7 @@ TEST_F(BasketImport, sizingSummaryAgreesWithTheTableToTheCent)
               QStringList{QStringLiteral("a1：3 行，勾选市值 171,999.00 元，目标 200,000.00 元，剩余 28,001.00 元；数量为 0：不足一手 1 行")});
 
     // A tick reaches the strip with the table's own half-second refresh.
-    TC::CPriceData tick;
-    tick.m_market = "SH", tick.m_stockCode = "600000", tick.m_lastPrice = 10.5, tick.m_lastClose = 10.37;
-    TC::CQuoteClient::instance()->publishQuote(tick);
+    sample::publishQuote("SH", "600000", 10.5, 10.37);
     wrapper.confirmWidget()->slotTimeout();
     QCoreApplication::processEvents();
     EXPECT_TRUE(wrapper.sizingSummary()->text().contains(QStringLiteral("勾选市值 172,038.00 元")))

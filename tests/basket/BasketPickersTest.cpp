@@ -134,13 +134,9 @@ TEST_F(BasketPickersTest, startWithoutChoiceAndOnlyTheComboFollowsABrokerTypeCha
 
 TEST_F(BasketPickersTest, updateBasketSettingKeepsWhatIsStillAChoiceAndReportsAnyDrop)
 {
-    const struct {
-        const char *name, *chosen; // delivered by the tree with flag
-        int flag;
-        const char *typed; // typed over the choice, or null
-        EVQBrokerType treeBroker;
-        bool comboKeeps, lineEditKeeps;
-    } rows[] = {
+    // name, chosen: delivered by the tree with flag; typed: typed over the choice, or null
+    const struct { const char *name, *chosen; int flag; const char *typed; EVQBrokerType treeBroker;
+                   bool comboKeeps, lineEditKeeps; } rows[] = {
         {"storedBasketOfTheTreesBrokerType", "Alpha", 0, nullptr, kStock, true, true},
         {"storedBasketOfAnotherBrokerType", "FutA", 0, nullptr, kStock, false, true},
         {"basketRemovedMeanwhile", "Gone", 0, nullptr, kStock, false, false},
@@ -175,14 +171,9 @@ TEST_F(BasketPickersTest, updateBasketSettingKeepsWhatIsStillAChoiceAndReportsAn
 
 TEST_F(BasketPickersTest, setBasketChoosesBatchesAndStoredBasketsAndRefusesTheRest)
 {
-    const struct {
-        const char *name, *basket;
-        bool force;
-        EVQBrokerType treeBroker;
-        int flag; // and tool tip, of the choice when made
-        const char *toolTip;
-        bool comboChooses, lineEditChooses;
-    } rows[] = {
+    // flag: and tool tip, of the choice when made
+    const struct { const char *name, *basket; bool force; EVQBrokerType treeBroker; int flag; const char *toolTip;
+                   bool comboChooses, lineEditChooses; } rows[] = {
         {"batchByItsName", "剪贴板组合", false, kStock, 8, "剪贴板组合", true, true},
         {"batchNameOnAnyBrokerType", "持仓卖出组合", false, kFuture, 4, "持仓卖出组合", true, true},
         {"storedBasketOfTheTreesBrokerType", "Alpha", false, kStock, 0, "", true, true},

@@ -6,6 +6,7 @@
 #include "COrderParamTable.h"
 #include "CUserConfig.h"
 #include "ConfirmTestSupport.h"
+#include "Fields.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
@@ -20,19 +21,6 @@ using namespace TC;
 using ttservice::CCodeOrderParam;
 
 namespace {
-
-// The form above the wrapper: keeps the events that reach it.
-class FormStub : public WK::CBaseWidget
-{
-public:
-    FormStub() : WK::CBaseWidget(QStringLiteral("form_stub"), false, nullptr) {}
-    bool handleEvent(int event, int, int, QString text, void *) override
-    {
-        events.push_back({event, text});
-        return true;
-    }
-    std::vector<std::pair<int, QString>> events;
-};
 
 class BasketSave : public SubstituteTest
 {
@@ -71,7 +59,7 @@ protected:
 
     boost::shared_ptr<CAccount> account;
     std::vector<CCodeOrderParam> lines; // outlives the table that works on it
-    FormStub form;
+    confirmtest::FormStub form;
     COpBasketParamsEditWidget *wrapper = nullptr;
 };
 
@@ -86,12 +74,9 @@ TEST_F(BasketSave, SelectedRowsBecomeABasketWeightedByMoney)
     EXPECT_EQ(basket.m_name, QStringLiteral("我的篮子"));
     ASSERT_EQ(basket.m_stocks.size(), 1);
     const CBasketStockData &row = basket.m_stocks.front();
-    EXPECT_EQ(row.key(), QStringLiteral("600001.SH"));
-    EXPECT_EQ(row.m_stockName, QStringLiteral("股票600001"));
-    EXPECT_EQ(row.m_volume, 300);
-    EXPECT_DOUBLE_EQ(row.m_weight, 3750.0);
-    ASSERT_FALSE(form.events.empty());
-    EXPECT_EQ(form.events.back(), std::make_pair(1195, QStringLiteral("我的篮子")));
+    EXPECT_EQ(fields(row.key(), row.m_stockName, row.m_volume, row.m_weight), "600001.SH|股票600001|300|3750");
+    ASSERT_FALSE(form.seen.empty());
+    EXPECT_EQ(fields(form.seen.back().event, form.seen.back().text), "1195|我的篮子");
 
     // All rows over two accounts: one row per stock, its lines added up, not the stock twice.
     confirmtest::addAccount("a2", ttservice::BROKER_TYPE_STOCK, 1e7);
@@ -119,8 +104,8 @@ TEST_F(BasketSave, ANameInUseChangesNothing)
     EXPECT_EQ(getUserConfig()->baskets().value(old.m_name).m_stocks.size(), 1);
     ASSERT_FALSE(WK::CMessageBox::records().isEmpty());
     EXPECT_EQ(WK::CMessageBox::records().back().text, QStringLiteral("篮子重名"));
-    for (const auto &event : form.events)
-        EXPECT_NE(event.first, 1195) << "no basket was saved, nothing to store";
+    for (const auto &event : form.seen)
+        EXPECT_NE(event.event, 1195) << "no basket was saved, nothing to store";
 }
 
 TEST_F(BasketSave, WrapperReportsTypingButNotControlKeysAndKnowsTheListsDirection)

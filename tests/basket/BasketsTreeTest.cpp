@@ -52,11 +52,7 @@ void storeBasket(const QString &name, int kind, EVQBrokerType broker, const QStr
 // Stored out of key order on purpose: the map orders the stock ones Beta, Zeta, alpha50.
 void storeSampleBaskets()
 {
-    const struct {
-        const char *name;
-        int kind;
-        EVQBrokerType broker;
-    } samples[] = {
+    const struct { const char *name; int kind; EVQBrokerType broker; } samples[] = {
         {"Zeta", 0, kStock},     {"alpha50", 0, kStock},  {"Beta", 0, kStock},
         {"Fut1", 0, kFuture},    {"FutIndex", 1, kFuture}, {"HK1", 0, ttservice::BROKER_TYPE_HGT},
         {"Index300", 1, kStock}, {"Index500", 2, kStock}, {"Etf50", 3, kStock},
@@ -116,14 +112,8 @@ protected:
 TEST_F(BasketsTreeTest, bothTreesOfferWhatFitsFlagsOperationAndBrokerType)
 {
     const QStringList mine = {group(kMine), basket(kMine, "Beta"), basket(kMine, "Zeta"), basket(kMine, "alpha50")};
-    const struct {
-        const char *name;
-        int flags;
-        EOperationType operation;
-        EVQBrokerType broker;
-        bool baskets, systemModule;
-        QStringList expected;
-    } rows[] = {
+    const struct { const char *name; int flags; EOperationType operation; EVQBrokerType broker; bool baskets, systemModule;
+                   QStringList expected; } rows[] = {
         {"noBasketsNoFlagsOnBuy", 64, ttservice::OT_BUY, kStock, false, true, {group(kAll)}},
         {"sellOnStockAlwaysOffersPositionsEvenWithoutFlags", 0, ttservice::OT_SELL, kStock, false, false, {group(kAll), batch(4)}},
         {"sellOnCreditHasNoPositionEntry", 1 | 2, ttservice::OT_SELL, ttservice::BROKER_TYPE_CREDIT, false, false,
@@ -190,10 +180,7 @@ TEST_F(BasketsTreeTest, seesTheBasketsAsTheyAreAtEachOpening)
 
 TEST_F(BasketsTreeTest, filterHidesLeavesThatDontHoldTheTextAndKeepsEveryGroup)
 {
-    const struct {
-        const char *text;
-        QStringList shownLeaves;
-    } rows[] = {
+    const struct { const char *text; QStringList shownLeaves; } rows[] = {
         {"50", {"alpha50", "Index500", "Etf50"}},
         {"ETF", {"Etf50", "EtfBond"}}, // upper case matches mixed case
         {"剪贴板", {"剪贴板组合"}},

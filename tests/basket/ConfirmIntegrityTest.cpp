@@ -176,12 +176,14 @@ public:
         return "toggle tick";
     }
 
+    // A row on screen chosen at random; -1 when there is none.
+    int randomRow() { return table()->rowCount() > 0 ? table()->rowID(pick(table()->rowCount())) : -1; }
+
     std::string edit()
     {
-        const int rows = table()->rowCount();
-        if (rows == 0)
+        const int row = randomRow();
+        if (row < 0)
             return "edit: no rows";
-        const int row = table()->rowID(pick(rows));
         const Key key = keyOfRow(row);
         const qint64 volume = 100 * pick(12);
         Ref &ref = m_refs[key];
@@ -193,10 +195,9 @@ public:
 
     std::string remove()
     {
-        const int rows = table()->rowCount();
-        if (rows == 0)
+        const int row = randomRow();
+        if (row < 0)
             return "delete: no rows";
-        const int row = table()->rowID(pick(rows));
         const Key key = keyOfRow(row);
         table()->selectRow(row);
         table()->deleteSelectedRows();
@@ -206,10 +207,9 @@ public:
 
     std::string switchDirection()
     {
-        const int rows = table()->rowCount();
-        if (rows == 0)
+        const int row = randomRow();
+        if (row < 0)
             return "switch: no rows";
-        const int row = table()->rowID(pick(rows));
         WK::CTableCellEvent event(row, Widget::COL_OPERATION, QString::number(Widget::COL_OPERATION));
         m_widget->handleEvent(WK::TE_CELL_CLICKED, row, Widget::COL_OPERATION, event.m_text, &event);
         if (m_listOperation == ttservice::OT_NONE) {
@@ -341,12 +341,7 @@ private:
     std::map<int, QSet<QString>> m_filters;
 };
 
-struct SessionCase
-{
-    const char *name;
-    unsigned seed;
-    int listOperation;
-};
+struct SessionCase { const char *name; unsigned seed; int listOperation; };
 
 class ConfirmIntegrity : public SubstituteTest, public ::testing::WithParamInterface<SessionCase>
 {

@@ -2,8 +2,6 @@
 
 // Shared pieces of the confirmation table's tests: a form that records events, accounts,
 // instruments, quotes and order lines of SH stocks.
-#include "CBaseWidget.h"
-
 #include "CExchangeClient.h"
 #include "CQuoteClient.h"
 #include "CUserConfig.h"
@@ -11,6 +9,7 @@
 #include "CCodeOrderParam.h"
 
 #include "SampleMarket.h"
+#include "../platform/EventRecorder.h"
 
 #include <string>
 #include <vector>
@@ -25,30 +24,9 @@ using ttservice::CCodeOrderParam;
 using ttservice::EOperationType;
 using ttservice::EVQBrokerType;
 
-// The form above the table: keeps the events that reach it.
-class FormStub : public WK::CBaseWidget
-{
-public:
-    struct Seen
-    {
-        int event;
-        int id;
-        int value;
-        void *data;
-    };
-
-    FormStub()
-        : WK::CBaseWidget(QStringLiteral("form_stub"), false, nullptr)
-    {
-    }
-    bool handleEvent(int event, int id, int value, QString, void *data) override
-    {
-        seen.push_back({event, id, value, data});
-        return true;
-    }
-
-    std::vector<Seen> seen;
-};
+// The form above the table, and the owner of other widgets under test.
+using FormStub = EventRecorder;
+using Recorder = EventRecorder;
 
 struct Held
 {
@@ -67,26 +45,14 @@ inline void addAccount(const std::string &key, EVQBrokerType type, double money,
 
 inline void addInstrument(const std::string &market, const std::string &code, int multiple = 1)
 {
-    ttservice::CInstrumentDetail detail;
-    detail.m_market = market;
-    detail.m_stockCode = code;
-    detail.m_stockName = code + "name";
-    detail.m_volumeMultiple = multiple;
-    detail.m_tradeUnit = 100;
-    CExchangeClient::instance()->addInstrument(detail);
+    sample::addInstrument(market, code, multiple, code + "name");
 }
 
+// A quote of a stock trading well within its limits unless told otherwise.
 inline CPriceData quote(const std::string &market, const std::string &code, double last, double lastClose = 10.0,
-                 double up = 100.0, double down = 1.0)
+                        double up = 100.0, double down = 1.0)
 {
-    CPriceData price;
-    price.m_market = market;
-    price.m_stockCode = code;
-    price.m_lastPrice = last;
-    price.m_lastClose = lastClose;
-    price.m_upStopPrice = up;
-    price.m_downStopPrice = down;
-    return price;
+    return sample::quote(market, code, last, lastClose, up, down);
 }
 
 inline CCodeOrderParam line(const std::string &accountKey, const std::string &code, int operation, int64_t volume,
@@ -109,24 +75,5 @@ inline void addStock(const std::string &code, double last, double lastClose = 10
     addInstrument("SH", code);
     CQuoteClient::instance()->setStockPrice(quote("SH", code, last, lastClose));
 }
-
-// The owner of a widget under test: takes every event that reaches it, kept as
-// "event,id,value,text" (",data" appended when data comes along).
-class Recorder : public WK::CBaseWidget
-{
-public:
-    Recorder()
-        : WK::CBaseWidget(QStringLiteral("recorder"), false, nullptr)
-    {
-    }
-    bool handleEvent(int event, int id, int value, QString text, void *data) override
-    {
-        received << QStringLiteral("%1,%2,%3,%4").arg(event).arg(id).arg(value).arg(text)
-                + (data ? QStringLiteral(",data") : QString());
-        return true;
-    }
-
-    QStringList received;
-};
 
 } // namespace confirmtest

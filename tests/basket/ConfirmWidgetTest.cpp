@@ -18,14 +18,13 @@
 #include "StockTypeCenter.h"
 
 #include "ConfirmTestSupport.h"
+#include "Fields.h"
 #include "SubstituteFixture.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 using namespace TC;
@@ -83,6 +82,8 @@ protected:
         return bar;
     }
     COrderParamTable *table() const { return widget->table(); }
+    // The totals line's volume and value.
+    std::string totals() const { return fields(table()->statText(Widget::COL_VOLUME), table()->statText(Widget::COL_COST)); }
     QString cell(int row, int column) const { return table()->itemText(row, column); }
     std::vector<std::string> shownCodes() const
     {
@@ -120,20 +121,17 @@ TEST_F(ConfirmWidgetTest, LoadCutsASellToTheAvailableQuantityInTheLineItself)
     widget->setOperationType(19);
     load({line("a1", "600000", 19, 1000)});
 
-    EXPECT_EQ(lines[0].m_volume, 600);
-    EXPECT_EQ(table()->itemLonglong(0, Widget::COL_VOLUME), 600);
-    EXPECT_EQ(cell(0, Widget::COL_COST), QStringLiteral("6000.00"));
-    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("600"));
-    EXPECT_EQ(widget->quoteRequestCount(), 1);
+    // The line, its cell and value, the totals and the quotes asked for.
+    EXPECT_EQ(fields(lines[0].m_volume, table()->itemLonglong(0, Widget::COL_VOLUME), cell(0, Widget::COL_COST), totals(),
+                     widget->quoteRequestCount()),
+              "600|600|6000.00|600|6000.00|1");
 
     // An empty list after it leaves no editor, no subscription and no totals behind.
     std::vector<CCodeOrderParam> empty;
     widget->loadParams(&empty);
-    EXPECT_EQ(table()->rowCount(), 0);
-    EXPECT_EQ(table()->columnValidator(Widget::COL_VOLUME), nullptr);
-    EXPECT_EQ(CQuoteClient::instance()->subscriptionCount(), 0);
-    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("0"));
-    EXPECT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("0.00"));
+    EXPECT_EQ(fields(table()->rowCount(), table()->columnValidator(Widget::COL_VOLUME) == nullptr,
+                     CQuoteClient::instance()->subscriptionCount(), totals()),
+              "0|true|0|0|0.00");
 }
 
 TEST_F(ConfirmWidgetTest, TheFirstLineAloneChoosesTheEditorOfTheQuantity)
@@ -210,17 +208,15 @@ TEST_F(ConfirmWidgetTest, AnEditRecomputesTheValueAndTheTotals)
     addStock("600000", 10.0);
     addStock("600001", 5.0);
     load({line("a1", "600000", 18, 100), line("a1", "600001", 18, 200)});
-    ASSERT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("2000.00"));
-
+    ASSERT_EQ(totals(), "300|2000.00");
     ASSERT_TRUE(table()->submitEdit(1, Widget::COL_VOLUME, QStringLiteral("1000")));
     EXPECT_EQ(cell(1, Widget::COL_COST), QStringLiteral("5000.00"));
-    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("1100"));
-    EXPECT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("6000.00"));
+    EXPECT_EQ(totals(), "1100|6000.00");
 }
 
 TEST_F(ConfirmWidgetTest, OnlyAMixedListInTheFullTableSwitchesDirections)
 {
-    const struct { int confirmType, listOperation; bool switches; } rows[] = {{1, -1, true}, {1, 18, false}, {0, -1, false}};
+    const struct { int confirmType, listOperation; bool switches; } rows[] = {{1, 18, false}, {0, -1, false}, {1, -1, true}};
     for (const auto &c : rows) {
         SCOPED_TRACE(::testing::Message() << "table " << c.confirmType << " list " << c.listOperation);
         fresh();
@@ -240,11 +236,8 @@ TEST_F(ConfirmWidgetTest, OnlyAMixedListInTheFullTableSwitchesDirections)
         }
         // The form pairs the line first, then keeps the switch for the next recalculation.
         ASSERT_EQ(form->seen.size(), 2u);
-        EXPECT_EQ(form->seen[0].event, 1075);
-        EXPECT_EQ(form->seen[0].value, 19);
-        EXPECT_EQ(form->seen[0].data, &lines[0]);
-        EXPECT_EQ(form->seen[1].event, 1076);
-        EXPECT_EQ(form->seen[1].data, &lines[0]);
+        EXPECT_EQ((std::vector<int>{form->seen[0].event, form->seen[0].value, form->seen[1].event}), (std::vector<int>{1075, 19, 1076}));
+        EXPECT_TRUE(form->seen[0].data == &lines[0] && form->seen[1].data == &lines[0]) << "both name the line";
         EXPECT_EQ(lines[0].m_operationType, 19);
         // A sell is cut to what the position can deliver.
         EXPECT_EQ(lines[0].m_volume, 300);
@@ -255,17 +248,10 @@ TEST_F(ConfirmWidgetTest, OnlyAMixedListInTheFullTableSwitchesDirections)
         EXPECT_EQ(lines[0].m_operationType, 18);
         EXPECT_EQ(lines[0].m_volume, 300) << "switching back does not restore the cut";
     }
-}
-
-TEST_F(ConfirmWidgetTest, ClickingTheDirectionOfAMoneyLineKeepsItsMoneyShown)
-{
-    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6);
-    addStock("600000", 10.0);
-    widget->setOpConfirmType(1);
-    widget->setOperationType(-1);
+    // A money line's switch cuts nothing, so nothing is rewritten: its money stays shown.
     load({moneyLine(8000.0)});
     click(0, Widget::COL_OPERATION);
-    EXPECT_EQ(cell(0, Widget::COL_VOLUME), QStringLiteral("8000.00")) << "nothing was cut, so nothing is rewritten";
+    EXPECT_EQ(cell(0, Widget::COL_VOLUME), QStringLiteral("8000.00"));
     EXPECT_EQ(lines[0].m_money, 8000.0);
     EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("8000.00"));
 }
@@ -473,8 +459,7 @@ TEST_F(ConfirmWidgetTest, TotalsOfAMoneyListAddDoublesAndSkipUnknownValues)
     load({money, line("a1", "600000", 18, 300), line("a1", "600009", 18, 200)});
 
     EXPECT_EQ(cell(2, Widget::COL_COST), QStringLiteral("-"));
-    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("1734.50"));
-    EXPECT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("3000.00"));
+    EXPECT_EQ(totals(), "1734.50|3000.00");
 
     load({line("a1", "600000", 18, 300), money});
     EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("1534"));
@@ -506,7 +491,7 @@ TEST_F(ConfirmWidgetTest, RecalcCostValuesALine)
     }
 }
 
-TEST_F(ConfirmWidgetTest, TheTickShowsOnlyTheRowsAQuoteChanged)
+TEST_F(ConfirmWidgetTest, TheTickShowsOnlyTheRowsAQuoteChangedAndASellListKeepsItsFirstValues)
 {
     addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
     addAccount("a2", ttservice::BROKER_TYPE_STOCK, 1e9);
@@ -519,71 +504,28 @@ TEST_F(ConfirmWidgetTest, TheTickShowsOnlyTheRowsAQuoteChanged)
     widget->slotTimeout();
 
     // Both accounts' rows of the quoted stock move; a previous close of 0 gives no change.
-    EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("11.00"));
-    EXPECT_EQ(cell(2, Widget::COL_COST), QStringLiteral("2200.00"));
-    EXPECT_EQ(cell(2, Widget::COL_CHANGE), QStringLiteral("0.00%"));
+    EXPECT_EQ(fields(cell(0, Widget::COL_LAST_PRICE), cell(2, Widget::COL_COST), cell(2, Widget::COL_CHANGE),
+                     cell(1, Widget::COL_LAST_PRICE), table()->statText(Widget::COL_COST)),
+              "11.00|2200.00|0.00%|20.00|5300.00");
     // Only what a quote changed lights up: the other stock's row is not touched.
     EXPECT_TRUE(table()->model()->isFlashing(2, Widget::COL_COST));
     EXPECT_FALSE(table()->model()->isFlashing(1, Widget::COL_COST));
-    EXPECT_EQ(cell(1, Widget::COL_LAST_PRICE), QStringLiteral("20.00"));
-    EXPECT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("5300.00"));
-}
+    EXPECT_EQ(widget->quoteRequestCount(), 2) << "one subscription per instrument, not per account";
 
-TEST_F(ConfirmWidgetTest, ASellListKeepsItsFirstValues)
-{
-    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 0.0, {{"600000", 500}});
-    addStock("600000", 10.0);
+    // A sell list keeps its first values; a quote without a last price refreshes the status only.
     widget->setOperationType(19);
-    load({line("a1", "600000", 19, 100)});
-    CQuoteClient::instance()->publishQuote(quote("SH", "600000", 11.0));
+    CQuoteClient::instance()->publishQuote(quote("SH", "600000", 12.0));
     widget->slotTimeout();
-    EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("10.00"));
-
-    // A quote without a last price refreshes the status only; the buy list does not move.
+    EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("11.00"));
     widget->setOperationType(18);
     CQuoteClient::instance()->publishQuote(quote("SH", "600000", ttservice::NO_VALUE));
     widget->slotTimeout();
-    EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("11.00")) << "the earlier quote was kept";
-}
-
-TEST_F(ConfirmWidgetTest, QuotesFromAnotherThreadWhileTheListLoads)
-{
-    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e12);
-    addAccount("a2", ttservice::BROKER_TYPE_STOCK, 1e12);
-    std::vector<std::string> codes;
-    for (int i = 0; i < 20; ++i) {
-        codes.push_back(std::to_string(600000 + i));
-        addStock(codes.back(), 10.0);
-        lines.push_back(line("a1", codes.back(), 18, 100));
-        lines.push_back(line("a2", codes.back(), 18, 100));
-    }
-    std::atomic<bool> stop{false};
-    std::thread feed([&codes, &stop]() {
-        for (int round = 0; !stop.load(); ++round) {
-            for (const std::string &code : codes)
-                CQuoteClient::instance()->publishQuote(quote("SH", code, 10.0 + (round % 10) * 0.01));
-        }
-    });
-    for (int load = 0; load < 30; ++load) {
-        widget->loadParams(&lines);
-        widget->slotTimeout();
-    }
-    stop.store(true);
-    feed.join();
-
-    std::thread([]() { CQuoteClient::instance()->publishQuote(quote("SH", "600007", 12.5)); }).join();
-    widget->slotTimeout();
-    const int row = 14; // a1's line of 600007
-    ASSERT_EQ(widget->getParamByRowIndex(row)->m_stockInfo.m_stockCode, "600007");
-    EXPECT_EQ(cell(row, Widget::COL_LAST_PRICE), QStringLiteral("12.50"));
-    EXPECT_EQ(cell(row, Widget::COL_COST), QStringLiteral("1250.00"));
-    EXPECT_EQ(cell(row + 1, Widget::COL_COST), QStringLiteral("1250.00"));
-    EXPECT_EQ(widget->quoteRequestCount(), 20) << "one subscription per instrument, not per account";
+    EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("12.00")) << "the earlier quote was kept";
 }
 
 // ---- taking the ticked rows ----------------------------------------------------------------
 
-TEST_F(ConfirmWidgetTest, UpdateParamTakesTheTickedRowsAndResetParamBringsTheOthersBack)
+TEST_F(ConfirmWidgetTest, UpdateParamTakesTheTickedRowsInScreenOrderAndResetParamBringsTheOthersBack)
 {
     addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
     load(buysOf({"600000", "600001", "600002", "600003", "600004"}));
@@ -601,20 +543,15 @@ TEST_F(ConfirmWidgetTest, UpdateParamTakesTheTickedRowsAndResetParamBringsTheOth
     ASSERT_EQ(lines.size(), 5u);
     EXPECT_EQ(lines[3].m_stockInfo.m_stockCode, "600003");
     EXPECT_EQ(widget->getParamByRowIndex(4), &lines[4]);
-}
 
-TEST_F(ConfirmWidgetTest, UpdateParamFollowsTheSortedScreen)
-{
-    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
-    std::vector<CCodeOrderParam> list = buysOf({"600000", "600001"});
-    list[1].m_volume = 200;
-    load(list);
+    // A sorted screen is taken in its order, and put back in row order.
+    lines[1].m_volume = 200;
+    load(lines);
     table()->sortByColumn(Widget::COL_VOLUME, Qt::DescendingOrder);
     widget->updateParam();
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[0].m_stockInfo.m_stockCode, "600001");
+    EXPECT_EQ(listedCodes(), (std::vector<std::string>{"600001", "600000", "600002", "600003", "600004"}));
     widget->resetParam();
-    EXPECT_EQ(lines[0].m_stockInfo.m_stockCode, "600000") << "put back in row order";
+    EXPECT_EQ(listedCodes(), (std::vector<std::string>{"600000", "600001", "600002", "600003", "600004"}));
 }
 
 TEST_F(ConfirmWidgetTest, TheLayoutTheUserLeftComesBackAfterARestart)

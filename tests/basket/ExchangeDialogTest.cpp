@@ -16,6 +16,7 @@
 #include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
 #include "OperationHelpers.h"
+#include "Fields.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
@@ -48,15 +49,7 @@ ttservice::CPositionStatics held(const char *market, const char *code, double vo
     return p;
 }
 
-void addFuture(const char *code)
-{
-    ttservice::CInstrumentDetail detail;
-    detail.m_market = "CFFEX";
-    detail.m_stockCode = code;
-    detail.m_volumeMultiple = 300;
-    detail.m_tradeUnit = 1;
-    CExchangeClient::instance()->addInstrument(detail);
-}
+void addFuture(const char *code) { addInstrument("CFFEX", code, 300, std::string(), 1); }
 
 class ExchangeDialog : public SubstituteTest
 {
@@ -95,13 +88,7 @@ protected:
     static void addAccount(const std::string &key, ttservice::EVQBrokerType type,
                            const std::vector<ttservice::CPositionStatics> &positions)
     {
-        ttservice::CAccountInfo info;
-        info.m_accountKey = key;
-        info.m_accountId = key;
-        info.m_brokerType = type;
-        ttservice::CAccountDetail detail;
-        detail.m_available = 1e8;
-        getUserConfig()->addAccount(info, detail, positions);
+        sample::addAccount(key, type, 1e8, positions);
     }
 
     COpBasketParamsWidget *form() const { return widget->paramsWidget(); }
@@ -161,11 +148,10 @@ TEST_F(ExchangeDialog, OneKeyFuturesTabExchangesContractsBySide)
     const auto result = lines();
     ASSERT_EQ(result.size(), 2u);
     // Long 3 against a target of 1: close 2. Short 2 of a contract not held: open 2.
-    EXPECT_EQ(result.at("f1 IF01").second, 2);
-    EXPECT_TRUE(isClose(static_cast<ttservice::EOperationType>(result.at("f1 IF01").first)));
-    EXPECT_EQ(result.at("f1 IC01").second, 2);
-    EXPECT_FALSE(isBuy(static_cast<ttservice::EOperationType>(result.at("f1 IC01").first)));
-    EXPECT_FALSE(isClose(static_cast<ttservice::EOperationType>(result.at("f1 IC01").first)));
+    const auto ifSide = static_cast<ttservice::EOperationType>(result.at("f1 IF01").first);
+    const auto icSide = static_cast<ttservice::EOperationType>(result.at("f1 IC01").first);
+    EXPECT_EQ(fields(result.at("f1 IF01").second, isClose(ifSide), result.at("f1 IC01").second, isBuy(icSide), isClose(icSide)),
+              "2|true|2|false|false");
 }
 
 TEST_F(ExchangeDialog, CancelPlacesNothingAndNoAccountGivesNoLines)

@@ -15,6 +15,7 @@
 #include "CUserConfig.h"
 #include "ConfirmTestSupport.h"
 #include "LuaModuleCtrl.h"
+#include "Fields.h"
 #include "SampleMarket.h"
 #include "StockTypeCenter.h"
 #include "SubstituteFixture.h"
@@ -67,17 +68,6 @@ ttservice::CPositionStatics position(const char *code, double volume, int64_t av
     p.m_marketValue = marketValue;
     p.m_direction = direction;
     return p;
-}
-
-// A quote stored as the last one and published to the subscribers.
-void publish(const char *market, const char *code, double last)
-{
-    setQuote(market, code, last);
-    CPriceData quote;
-    quote.m_market = market;
-    quote.m_stockCode = code;
-    quote.m_lastPrice = last;
-    CQuoteClient::instance()->publishQuote(quote);
 }
 
 // --- the target basket table ---
@@ -214,17 +204,17 @@ TEST_F(BasketTable, MoneySizingWaitsForEveryQuoteThenFollowsAndKeepsHandEdits)
     requested.sort();
     EXPECT_EQ(requested, (QStringList{QStringLiteral("600000.SH"), QStringLiteral("600001.SH")}));
 
-    publish("SH", "600000", 10);
+    sample::publishQuote("SH", "600000", 10);
     QCoreApplication::processEvents();
     EXPECT_EQ(volumes().at("600000"), 0) << "sized before the last awaited quote";
 
-    publish("SH", "600001", 20);
+    sample::publishQuote("SH", "600001", 20);
     QCoreApplication::processEvents();
     EXPECT_EQ(volumes(), (std::map<std::string, int64_t>{{"600000", 10000}, {"600001", 5000}}));
 
     // The user's volume stands while the market moves the other row.
     ASSERT_TRUE(table->table()->submitEdit(1, CExChangeBasketTable::COL_VOLUME, QStringLiteral("700")));
-    publish("SH", "600000", 20);
+    sample::publishQuote("SH", "600000", 20);
     ASSERT_TRUE(QTest::qWaitFor([this] { return volumes().at("600000") == 5000; }, 3000));
     EXPECT_EQ(volumes().at("600001"), 700);
 
@@ -243,8 +233,8 @@ TEST_F(BasketTable, QuotesFromTheFeedsThreadSizeOnTheWidgetsThread)
     chooseBasket(QStringLiteral("w"));
     sizeByMoney(400000);
     std::thread feed([] {
-        publish("SH", "600000", 10);
-        publish("SH", "600001", 20);
+        sample::publishQuote("SH", "600000", 10);
+        sample::publishQuote("SH", "600001", 20);
     });
     feed.join();
     ASSERT_TRUE(QTest::qWaitFor([this] { return volumes().at("600001") == 15000; }, 3000));
@@ -272,12 +262,7 @@ TEST_F(BasketTable, AnAddedStockStandsOnceAndOutlivesFollowing)
 
 TEST_F(BasketTable, FuturesVariantSizesContractsAndSwitchesDirections)
 {
-    ttservice::CInstrumentDetail future;
-    future.m_market = "CFFEX";
-    future.m_stockCode = "IF2512";
-    future.m_volumeMultiple = 300;
-    future.m_tradeUnit = 1;
-    CExchangeClient::instance()->addInstrument(future);
+    addInstrument("CFFEX", "IF2512", 300, std::string(), 1);
     setQuote("CFFEX", "IF2512", 4000);
     storeBasket(QStringLiteral("f"), {row("CFFEX", "IF2512", 1, 2), row("SH", "600000", 1, 5, ttservice::OT_SELL)});
     makeTable(TOT_ONEKEY_FUTURE);
@@ -335,10 +320,11 @@ TEST_F(PositionTable, ShowsHeldPositionsWithoutRepurchasesOrEmptyOnesAndTotalsTh
                                               position("600003", std::nan(""), 0, 0)}));
     ASSERT_EQ(table->table()->dataRowCount(), 2);
     EXPECT_EQ(table->table()->itemText(1, CExchangePositionTable::COL_CODE), QStringLiteral("600002"));
-    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_VOLUME), QStringLiteral("1500"));
-    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_AVAILABLE), QStringLiteral("1200"));
-    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_MARKET_VALUE), QStringLiteral("16000.00"));
-    EXPECT_EQ(table->table()->statText(CExchangePositionTable::COL_AVAILABLE_VALUE), QStringLiteral("12400.00"));
+    // The totals of the volume, the available volume, the market value and the available value.
+    EXPECT_EQ(fields(table->table()->statText(CExchangePositionTable::COL_VOLUME), table->table()->statText(CExchangePositionTable::COL_AVAILABLE),
+                     table->table()->statText(CExchangePositionTable::COL_MARKET_VALUE),
+                     table->table()->statText(CExchangePositionTable::COL_AVAILABLE_VALUE)),
+              "1500|1200|16000.00|12400.00");
 
     QVector<CBasketStockData> rows;
     table->getBasketStockParam(rows);

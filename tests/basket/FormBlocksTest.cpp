@@ -21,6 +21,7 @@
 #include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
 #include "SampleMarket.h"
+#include "Fields.h"
 #include "SubstituteFixture.h"
 
 #include <memory>
@@ -83,9 +84,10 @@ TEST_F(FormBlocks, onlyTheTabsBlockShowsAndTheSettingBarFoldsIt)
     }
 }
 
-// Which side's block prices each line is checked on the orders that leave (tab_orders_tests);
-// here a line the trader switches to sell takes the sell side's parameters and keeps its volume.
-TEST_F(FormBlocks, aLineSwitchedToSellTakesTheSellSidesTypes)
+// Which side's block prices each line is checked on the orders that leave (the placing tests, per
+// tab); here a line the trader switches to sell takes the sell side's parameters and keeps its
+// volume, and the options of one side are copied to the other.
+TEST_F(FormBlocks, aLineSwitchedToSellTakesTheSellSidesTypesAndOptionsAreShared)
 {
     make();
     onTab(TOT_ALL);
@@ -97,9 +99,16 @@ TEST_F(FormBlocks, aLineSwitchedToSellTakesTheSellSidesTypes)
     line.m_volume = 300;
     line.m_priceType = ttservice::PRICE_TYPE_LAST;
     widget->handleEvent(1075, 0, 19, QString(), &line);
-    EXPECT_EQ(line.m_priceType, 1);
-    EXPECT_EQ(line.m_orderType, 5);
-    EXPECT_EQ(line.m_volume, 300);
+    EXPECT_EQ(fields(line.m_priceType, line.m_orderType, line.m_volume), "1|5|300");
+
+    CGlobalOrderParamTable *buy = form->buySellWidget()->getBuyParam()->table();
+    CGlobalOrderParamTable *sell = form->buySellWidget()->getSellParam()->table();
+    buy->setCheckParam(QStringLiteral("1"));
+    form->handleEvent(1203, 0, 0, QString(), buy);
+    EXPECT_EQ(sell->loadCheckParam(), QStringLiteral("1"));
+    sell->setCheckParam(QString());
+    form->handleEvent(1203, 0, 0, QString(), sell);
+    EXPECT_EQ(buy->loadCheckParam(), QString());
 }
 
 TEST_F(FormBlocks, creditOperationComesFromItsButtonsAndTheContractKind)
@@ -158,20 +167,6 @@ TEST_F(FormBlocks, eachTabKeepsItsOwnTemporaryLists)
     EXPECT_TRUE(form->basketsCombo()->getAllFlag().testFlag(BATCH_CLIPBOARD));
 }
 
-TEST_F(FormBlocks, optionsOfOneSideAreCopiedToTheOther)
-{
-    make();
-    onTab(TOT_ALL);
-    CGlobalOrderParamTable *buy = form->buySellWidget()->getBuyParam()->table();
-    CGlobalOrderParamTable *sell = form->buySellWidget()->getSellParam()->table();
-    buy->setCheckParam(QStringLiteral("1"));
-    form->handleEvent(1203, 0, 0, QString(), buy);
-    EXPECT_EQ(sell->loadCheckParam(), QStringLiteral("1"));
-    sell->setCheckParam(QString());
-    form->handleEvent(1203, 0, 0, QString(), sell);
-    EXPECT_EQ(buy->loadCheckParam(), QString());
-}
-
 // Without the one-key block its types are unknown and its shortcut places nothing.
 TEST_F(FormBlocks, shortcutPlacesOnlyWhereTheOneKeyBlockExists)
 {
@@ -187,8 +182,7 @@ TEST_F(FormBlocks, shortcutPlacesOnlyWhereTheOneKeyBlockExists)
     EXPECT_EQ(getMsgService()->shownMessages().size(), refusals);
     form->setCurrentOperationType(TOT_ALL);
     EXPECT_EQ(form->buySellWidget(), nullptr);
-    EXPECT_EQ(form->getPriceType(18), -1);
-    EXPECT_EQ(form->getOrderType(19), -1);
+    EXPECT_EQ(fields(form->getPriceType(18), form->getOrderType(19)), "-1|-1");
 }
 
 TEST_F(FormBlocks, linesAreRefreshedOnlyAfterThirtySeconds)

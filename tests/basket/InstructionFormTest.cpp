@@ -18,6 +18,7 @@
 #include "CTradeClient.h"
 #include "LuaModuleCtrl.h"
 #include "SampleMarket.h"
+#include "Fields.h"
 #include "SubstituteFixture.h"
 #include "TraderCenter.h"
 
@@ -216,18 +217,6 @@ TEST_F(InstructionForm, InstructionNoLongerThisTradersLeavesTheOldList)
     EXPECT_TRUE(form->updateParamsByCmd(false));
 }
 
-TEST_F(InstructionForm, AnotherTabKeepsWhatTheFormShowed)
-{
-    addCommand("cmd", {{"a1", "600000", 18, 1000, 0}});
-    widget->setCommand("cmd");
-    ASSERT_EQ(form->getTradeOpType(), TOT_BUY);
-    form->setCurrentOperationType(TOT_SELL);
-    EXPECT_FALSE(form->updateParamsByCmd(false));
-    // Back on the instruction's tab, the lines come back.
-    form->handleEvent(5, static_cast<int>(TOT_BUY), 0, QString(), nullptr);
-    EXPECT_EQ(volumes(), std::vector<int64_t>{1000});
-}
-
 TEST_F(InstructionForm, BothSidesFillTheirOwnBlocks)
 {
     boost::shared_ptr<ttservice::COrderCommand> command =
@@ -243,7 +232,7 @@ TEST_F(InstructionForm, BothSidesFillTheirOwnBlocks)
     EXPECT_EQ(volumes(), (std::vector<int64_t>{1000, 800}));
 }
 
-TEST_F(InstructionForm, BasketAndSizingStayLockedWhateverTheSwitch)
+TEST_F(InstructionForm, BasketAndSizingStayLockedWhateverTheSwitchAndAnotherTabKeepsTheList)
 {
     addCommand("cmd", {{"a1", "600000", 18, 1000, 0}});
     widget->setCommand("cmd");
@@ -257,6 +246,12 @@ TEST_F(InstructionForm, BasketAndSizingStayLockedWhateverTheSwitch)
         EXPECT_EQ(ratio->isEnabled(), enable);
         EXPECT_EQ(form->buttonsBar()->isEnabled(), enable);
     }
+    // Another tab keeps what the form showed; back on the instruction's tab, the lines come back.
+    ASSERT_EQ(form->getTradeOpType(), TOT_BUY);
+    form->setCurrentOperationType(TOT_SELL);
+    EXPECT_FALSE(form->updateParamsByCmd(false));
+    form->handleEvent(5, static_cast<int>(TOT_BUY), 0, QString(), nullptr);
+    EXPECT_EQ(volumes(), std::vector<int64_t>{1000});
 }
 
 TEST_F(InstructionForm, SplitPartIsTheListEvenAfterARatioChange)
@@ -310,11 +305,10 @@ TEST_F(InstructionForm, PlacingSendsTheLinesShownAsTasks)
     press();
     const auto &tasks = CTradeClient::instance()->placedTasks();
     ASSERT_EQ(tasks.size(), 1u);
-    EXPECT_EQ(tasks[0].m_command->m_commandKey, "cmd");
     ASSERT_EQ(tasks[0].m_orders.size(), 2u);
-    EXPECT_EQ(tasks[0].m_orders[0].m_volume, 700);
-    EXPECT_EQ(tasks[0].m_orders[1].m_volume, 300);
-    EXPECT_TRUE(CTradeClient::instance()->placedCommands().empty());
+    EXPECT_EQ(fields(tasks[0].m_command->m_commandKey, tasks[0].m_orders[0].m_volume, tasks[0].m_orders[1].m_volume,
+                     CTradeClient::instance()->placedCommands().size()),
+              "cmd|700|300|0");
 
     // The next sizing is of what is left after what was sent (800 and 300 at 50 %), so a second
     // press sends the rest of the way, not the same lines again.

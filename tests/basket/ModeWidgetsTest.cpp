@@ -5,6 +5,7 @@
 #include "COpBasketFtrBuySellWidget.h"
 #include "COpBasketFtrOneKeyWidget.h"
 #include "COpBasketStockParamsWidget.h"
+#include "Fields.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 #include "../platform/EventRecorder.h"
@@ -206,11 +207,7 @@ TEST_F(ModeWidgets, damagedTextsLeaveAWorkingBlock)
 
 TEST_F(ModeWidgets, singleCodeLinesTakePricesStepsAndValidityFromTheLatestQuote)
 {
-    ttservice::CInstrumentDetail instrument;
-    instrument.m_market = "SH";
-    instrument.m_stockCode = "600000";
-    instrument.m_priceTick = 0.01;
-    TC::CExchangeClient::instance()->addInstrument(instrument);
+    sample::addInstrument("SH", "600000");
     sample::setBook("SH", "600000", 10.0, 10.02, 9.99, 11.0, 9.0);
     // An expected step of NO_VALUE: the step is cleared.
     const struct {
@@ -244,11 +241,10 @@ TEST_F(ModeWidgets, singleCodeLinesTakePricesStepsAndValidityFromTheLatestQuote)
             EXPECT_TRUE(ttservice::isNoValue(lines[0].m_priceStep)) << lines[0].m_priceStep;
         else
             EXPECT_NEAR(lines[0].m_priceStep, row.expectedStep, 1e-9);
-        EXPECT_EQ(lines[0].m_volume, 500);
-        EXPECT_EQ(lines[0].m_validFrom, TC::CTimeService::DEFAULT_TIME);
-        EXPECT_EQ(lines[0].m_validTo, TC::CTimeService::DEFAULT_TIME + 60);
-        EXPECT_DOUBLE_EQ(lines[1].m_price, 12.34);
-        EXPECT_EQ(lines[1].m_validTo, 0);
+        // The first line's volume and validity; the second, without a quote, left as it came.
+        EXPECT_EQ(fields(lines[0].m_volume, lines[0].m_validFrom - TC::CTimeService::DEFAULT_TIME,
+                         lines[0].m_validTo - TC::CTimeService::DEFAULT_TIME, lines[1].m_price, lines[1].m_validTo),
+                  "500|0|60|12.34|0");
     }
 }
 
@@ -261,9 +257,7 @@ TEST_F(ModeWidgets, creditFirstVisitKeepsTheBlockButStillTellsTheForm)
     press(credit->buttonGroup(), 109);
     EXPECT_EQ(credit->currentOpt(), 21);
     EXPECT_EQ(block->operationType(), 18) << "a first visit changes nothing in the block";
-    ASSERT_EQ(parent.seen.size(), 1u);
-    EXPECT_EQ(parent.seen[0].event, 5);
-    EXPECT_EQ(parent.seen[0].id, 0x2000);
+    EXPECT_EQ(parent.seen, (EventRecorder::Events{{5, 0x2000, 0, QString()}}));
 
     setStep(block, 0.3);
     press(credit->buttonGroup(), 108);
@@ -276,25 +270,12 @@ TEST_F(ModeWidgets, creditFirstVisitKeepsTheBlockButStillTellsTheForm)
     EXPECT_EQ(parent.seen.size(), 4u);
 }
 
-TEST_F(ModeWidgets, creditInstructionLocksTheButtonsEvenOnTheCurrentOperation)
-{
-    for (const bool onItAlready : {false, true}) {
-        auto *credit = new TC::COpBasketCrdBuySellWidget(&parent);
-        if (onItAlready)
-            credit->setParam(QStringLiteral("24"));
-        credit->setCurrentOpt(ttservice::OT_SELL_TO_REPAY);
-        EXPECT_EQ(credit->buttonGroup()->checkedId(), 53) << onItAlready;
-        EXPECT_FALSE(credit->buttonGroup()->isEnabled()) << onItAlready;
-    }
-    EXPECT_TRUE(parent.seen.empty());
-}
-
-TEST_F(ModeWidgets, creditStoredOperationChecksItsButton)
+TEST_F(ModeWidgets, creditStoredOperationChecksItsButtonAndAnInstructionLocksThem)
 {
     const struct {
         const char *text;
         int checkedId;
-    } cases[] = {{"20%20%{}", 53}, {"21", 53}, {"18", 108}, {"19", 109}, {"22", 52}, {"x%%%", 53}};
+    } cases[] = {{"20%20%{}", 53}, {"21", 53}, {"18", 108}, {"19", 109}, {"22", 52}, {"x%%%", 53}, {"24", 53}};
     for (const auto &c : cases) {
         auto *credit = new TC::COpBasketCrdBuySellWidget(&parent);
         credit->setParam(QString::fromLatin1(c.text));
@@ -302,7 +283,12 @@ TEST_F(ModeWidgets, creditStoredOperationChecksItsButton)
         // What the block keeps and shows belongs to the operation of the checked button, the one
         // the order leaves as.
         EXPECT_EQ(credit->currentOptMemory(), credit->currentOpt()) << c.text;
+        // An instruction's operation locks the buttons, even the one already on.
+        credit->setCurrentOpt(ttservice::OT_SELL_TO_REPAY);
+        EXPECT_EQ(credit->buttonGroup()->checkedId(), 53) << c.text;
+        EXPECT_FALSE(credit->buttonGroup()->isEnabled()) << c.text;
     }
+    EXPECT_TRUE(parent.seen.empty());
 }
 
 // Each credit operation keeps the step and order type it was left with: when the trader comes
@@ -360,6 +346,15 @@ TEST_F(ModeWidgets, futuresPressChangesTheBlockAndTellsTheFuturesWord)
     EXPECT_EQ(futures->buttonGroup()->checkedId(), 56);
     EXPECT_EQ(block->operationType(), 14);
     EXPECT_TRUE(futures->buttonGroup()->isEnabled()) << "unlike the credit block's, an instruction locks nothing";
+
+    // A user's change in the block climbs to the form.
+    auto *combo = block->table()->findChild<QComboBox *>(QStringLiteral("order_type_combo"));
+    ASSERT_NE(combo, nullptr);
+    combo->setCurrentIndex(combo->findData(4));
+    Q_EMIT combo->activated(combo->currentIndex());
+    ASSERT_EQ(parent.seen.size(), 2u);
+    EXPECT_EQ(parent.seen[1].event, 114);
+    EXPECT_EQ(block->getOrderType(), 4);
 }
 
 TEST_F(ModeWidgets, futuresTextRestoresTheCurrentOperationsSetting)
@@ -401,18 +396,6 @@ TEST_F(ModeWidgets, futuresFirstVisitStartsFromWhatWasSetBefore)
     }
 }
 
-TEST_F(ModeWidgets, aUserChangeInABlockClimbsToTheForm)
-{
-    auto *futures = new TC::COpBasketFtrBuySellWidget(&parent);
-    auto *combo = futures->getParamWidget()->table()->findChild<QComboBox *>(QStringLiteral("order_type_combo"));
-    ASSERT_NE(combo, nullptr);
-    combo->setCurrentIndex(combo->findData(4));
-    Q_EMIT combo->activated(combo->currentIndex());
-    ASSERT_EQ(parent.seen.size(), 1u);
-    EXPECT_EQ(parent.seen[0].event, 114);
-    EXPECT_EQ(futures->getParamWidget()->getOrderType(), 4);
-}
-
 TEST_F(ModeWidgets, buySellPressTellsTheOperationOfTheWord)
 {
     auto *widget = new TC::COpBasketBuySellWidget(ttservice::BROKER_TYPE_STOCK, &parent);
@@ -444,9 +427,9 @@ TEST_F(ModeWidgets, stockSellSideHidesTheMoneyOfItsAlgorithms)
     auto *stock = new TC::COpBasketBuySellWidget(ttservice::BROKER_TYPE_STOCK, &parent);
     const TC::CTrdAlgoBaseTable *sellAlgo = stock->getSellParam()->table()->getTrdAlgoBaseTable(13);
     const TC::CTrdAlgoBaseTable *buyAlgo = stock->getBuyParam()->table()->getTrdAlgoBaseTable(13);
-    EXPECT_TRUE(sellAlgo->isItemHidden(TC::CTrdAlgoBaseTable::ItemMoneyLimit));
-    EXPECT_TRUE(sellAlgo->isItemHidden(TC::CTrdAlgoBaseTable::ItemMoneyRate));
-    EXPECT_FALSE(buyAlgo->isItemHidden(TC::CTrdAlgoBaseTable::ItemMoneyLimit));
+    EXPECT_EQ(fields(sellAlgo->isItemHidden(TC::CTrdAlgoBaseTable::ItemMoneyLimit), sellAlgo->isItemHidden(TC::CTrdAlgoBaseTable::ItemMoneyRate),
+                     buyAlgo->isItemHidden(TC::CTrdAlgoBaseTable::ItemMoneyLimit)),
+              "true|true|false");
 
     stock->getBuyParam()->table()->setOrderType(14);
     EXPECT_EQ(stock->getBuyParam()->table()->getAlgoStrategyType(), "VWAPPLUS");
@@ -465,11 +448,10 @@ TEST_F(ModeWidgets, oneKeyFuturesKeepsBothSidesInItsText)
 
     auto *target = new TC::COpBasketFtrOneKeyWidget(&parent);
     target->setParam(source->param());
-    EXPECT_EQ(target->getBuyParam()->getPriceType(), 2);
-    EXPECT_EQ(target->getSellParam()->getPriceType(), 1);
-    EXPECT_EQ(target->getSellParam()->getOrderType(), 4);
-    EXPECT_DOUBLE_EQ(step(target->getSellParam()), 0.4);
-    EXPECT_EQ(target->currentOpt(), 18) << "the text does not touch the buttons";
+    // Each side's price type, the sell side's order type and step; the text does not touch the buttons.
+    EXPECT_EQ(fields(target->getBuyParam()->getPriceType(), target->getSellParam()->getPriceType(), target->getSellParam()->getOrderType(),
+                     step(target->getSellParam()), target->currentOpt()),
+              "2|1|4|0.4|18");
 
     target->handleEvent(5, 61, 0, QString(), nullptr);
     EXPECT_TRUE(target->getBuyParam()->isHidden());

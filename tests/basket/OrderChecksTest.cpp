@@ -9,6 +9,7 @@
 #include "CTradeClient.h"
 #include "LuaModuleCtrl.h"
 #include "SampleMarket.h"
+#include "Fields.h"
 #include "SubstituteFixture.h"
 
 #include <memory>
@@ -169,9 +170,8 @@ TEST_F(OrderChecks, MoneyCheckWithTheToleranceAndSellsPayingForBuys)
     std::vector<CCodeOrderParam> justOver = {line("600001", 18, 1)};
     std::vector<CCodeOrderParam> tooMuch = {line("600002", 18, 1)};
     std::vector<CCodeOrderParam> noQuote = {line("688888", 18, 1000000)};
-    EXPECT_TRUE(form->checkOrderValid(justOver));
-    EXPECT_FALSE(form->checkOrderValid(tooMuch));
-    EXPECT_TRUE(form->checkOrderValid(noQuote));
+    // Over by less than the tolerance, over by more, and a line without a quote.
+    EXPECT_EQ(fields(form->checkOrderValid(justOver), form->checkOrderValid(tooMuch), form->checkOrderValid(noQuote)), "true|false|true");
 
     form->setCurrentOperationType(TOT_SELL);
     EXPECT_TRUE(form->checkOrderValid(tooMuch)) << "sells need no money";
@@ -217,21 +217,16 @@ TEST_F(PatchChecks, RowsArePaddedLookedUpAndRead)
     EXPECT_EQ(tab, TOT_BUY);
     const QList<CBasketStockData> rows = stored(TOT_BUY);
     ASSERT_EQ(rows.size(), 2) << "unknown codes and repeated stocks are dropped";
-    EXPECT_EQ(rows[0].key(), QStringLiteral("000001.SZ"));
-    EXPECT_EQ(rows[0].m_stockName, QStringLiteral("平安银行"));
-    EXPECT_EQ(rows[0].m_volume, 300);
-    EXPECT_DOUBLE_EQ(rows[0].m_weight, 12.5) << "three columns weigh by the last price";
-    EXPECT_DOUBLE_EQ(rows[1].m_weight, 0.4);
-    EXPECT_EQ(rows[1].m_entrustBs, 48);
+    // The first row padded: its name looked up, and three columns weigh by the last price.
+    EXPECT_EQ(fields(rows[0].key(), rows[0].m_stockName, rows[0].m_volume, rows[0].m_weight, rows[1].m_weight, rows[1].m_entrustBs),
+              "000001.SZ|平安银行|300|12.5|0.4|48");
     EXPECT_TRUE(form->clipboardHasWeight()) << "the last line decides";
 
     // A code and a quantity per line is the short form.
     ASSERT_TRUE(form->checkPatch(QStringLiteral("000001\t1,500\r\n600000 \t 200\r\n"), tab, false));
     const QList<CBasketStockData> shortRows = stored(TOT_BUY);
     ASSERT_EQ(shortRows.size(), 2);
-    EXPECT_EQ(shortRows[0].m_volume, 1500);
-    EXPECT_EQ(shortRows[1].key(), QStringLiteral("600000.SH"));
-    EXPECT_EQ(shortRows[1].m_volume, 200);
+    EXPECT_EQ(fields(shortRows[0].m_volume, shortRows[1].key(), shortRows[1].m_volume), "1500|600000.SH|200");
 
     // An instruction's rows choose their tab, and are not compared with the one on view.
     ASSERT_TRUE(form->checkPatch(QStringLiteral("600000\t\t100\t1\t卖出\n000001\t\t100\t1\t0"), tab, true));
@@ -248,9 +243,7 @@ TEST_F(PatchChecks, FuturesRowsMayRepeatAndSevenColumnsCarryOperationAndHedge)
     ASSERT_TRUE(form->checkPatch(QStringLiteral("IF2412\t\t1\t1\t0\t6\t51\nIF2412\t\t2\t1\t1\t9\t49"), tab, false));
     const QList<CBasketStockData> rows = stored(TOT_FUTURE);
     ASSERT_EQ(rows.size(), 2);
-    EXPECT_EQ(rows[0].m_operationType, 6);
-    EXPECT_EQ(rows[0].m_hedgeFlag, 51);
-    EXPECT_EQ(rows[1].m_operationType, 9);
+    EXPECT_EQ(fields(rows[0].m_operationType, rows[0].m_hedgeFlag, rows[1].m_operationType), "6|51|9");
 }
 
 TEST_F(PatchChecks, WrongTypeIsRefusedAndWrongDirectionOnlyWarned)

@@ -17,6 +17,7 @@
 #include "TraderCenter.h"
 #include "CTradeClient.h"
 #include "StockTypeCenter.h"
+#include "Fields.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 #include "../platform/EventRecorder.h"
@@ -43,15 +44,6 @@ public:
     using P::COpBasketParamsWidget;
     using P::filterStockParam;
 };
-
-void publishQuote(const char *code, double last)
-{
-    CPriceData quote;
-    quote.m_market = "SH";
-    quote.m_stockCode = code;
-    quote.m_lastPrice = last;
-    CQuoteClient::instance()->publishQuote(quote);
-}
 
 class OrderComputation : public SubstituteTest
 {
@@ -202,8 +194,7 @@ TEST_F(OrderComputation, AnAmountBeyondAnyOrderKeepsEveryLineUnsizedAndSaysSo)
         form->updateBasketConfirmData();
         ASSERT_EQ(lines().size(), 2u);
         EXPECT_EQ(totalVolume(), 0);
-        ASSERT_FALSE(getMsgService()->shownMessages().empty());
-        EXPECT_TRUE(getMsgService()->shownMessages().back().m_text.contains(QStringLiteral("超出可下单范围")));
+        EXPECT_TRUE(shownMessages().contains(QStringLiteral("超出可下单范围"))) << shownMessages().toStdString();
     }
     form->cell(P::CellCopies)->setDouble(999999999);
     setMode(VT_COPIES);
@@ -372,15 +363,15 @@ TEST_F(PendingQuotes, OneRebuildAfterTheLastAwaitedQuote)
     EXPECT_EQ(totalVolume(), 0) << "a list waiting for prices must not look sized";
 
     const int before = count(1070);
-    publishQuote("600000", 10);
-    publishQuote("600001", 10);
+    sample::publishQuote("SH", "600000", 10);
+    sample::publishQuote("SH", "600001", 10);
     EXPECT_EQ(count(1070), before);
-    publishQuote("600002", 10);
+    sample::publishQuote("SH", "600002", 10);
     EXPECT_EQ(count(1070), before + 1);
     EXPECT_EQ(totalVolume(), 300);
 
     // Live subscriptions keep reporting, but nothing is awaited any more.
-    publishQuote("600000", 11);
+    sample::publishQuote("SH", "600000", 11);
     EXPECT_EQ(count(1070), before + 1);
     // A second run finds every key subscribed and asks for nothing new.
     form->updateBasketConfirmData();
@@ -419,7 +410,7 @@ TEST_F(PendingQuotes, QuotesFromAWorkerThreadRebuildOnTheWidgetThread)
     const int before = count(1070);
     std::thread worker([] {
         for (const char *code : {"600000", "600001", "600002"})
-            publishQuote(code, 10);
+            sample::publishQuote("SH", code, 10);
     });
     worker.join();
     QElapsedTimer clock;
@@ -571,13 +562,11 @@ TEST_F(OrderComputation, TabChangeRecalculatesAndLogsTheWord)
 
 TEST_F(OrderComputation, LockFreezesTheSizingButNotTheRatio)
 {
+    // The basket picker, the sizing combo, the copies, contract and ratio cells.
     form->handleEvent(5, 2, 0, QString(), nullptr);
-    EXPECT_FALSE(form->basketsCombo()->isEnabled());
-    EXPECT_FALSE(form->volumnCombobox()->isEnabled());
-    EXPECT_FALSE(form->cell(P::CellCopies)->isEnabled());
-    EXPECT_FALSE(form->cell(P::CellContract)->isEnabled());
-    EXPECT_TRUE(form->cell(P::CellRatio)->isEnabled());
+    EXPECT_EQ(fields(form->basketsCombo()->isEnabled(), form->volumnCombobox()->isEnabled(), form->cell(P::CellCopies)->isEnabled(),
+                     form->cell(P::CellContract)->isEnabled(), form->cell(P::CellRatio)->isEnabled()),
+              "false|false|false|false|true");
     form->handleEvent(5, 2, 0, QString(), nullptr);
-    EXPECT_TRUE(form->basketsCombo()->isEnabled());
-    EXPECT_TRUE(form->cell(P::CellCopies)->isEnabled());
+    EXPECT_TRUE(form->basketsCombo()->isEnabled() && form->cell(P::CellCopies)->isEnabled());
 }

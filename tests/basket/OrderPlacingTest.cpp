@@ -1,3 +1,7 @@
+#include "COpBasketBuySellWidget.h"
+#include "COpBasketCrdBuySellWidget.h"
+#include "COpBasketFtrBuySellWidget.h"
+#include "COpBasketFtrOneKeyWidget.h"
 #include "COpBasketParamsButtonsBar.h"
 #include "COpBasketParamsEditWidget.h"
 #include "COpBasketParamsWidget.h"
@@ -7,6 +11,8 @@
 #include "COperationBasketWidget.h"
 #include "OrderSettling.h"
 
+#include "CAlgorithmAuthorityConfig.h"
+#include "CBasketHedgeManager.h"
 #include "CBasketHedgeParam.h"
 #include "CComboBox.h"
 #include "CGlobalOrderParamTable.h"
@@ -17,8 +23,11 @@
 #include "COpBasketFutureParamsWidget.h"
 #include "CParameterCell.h"
 #include "CTimeService.h"
+#include "COrderCommand.h"
+#include "CUserConfig.h"
 #include "CTradeClient.h"
 #include "LuaModuleCtrl.h"
+#include "Fields.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
@@ -26,13 +35,27 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QSignalSpy>
 
+#include <functional>
 #include <memory>
 
 using namespace TC;
 using ttservice::CCodeOrderParam;
 
+Q_DECLARE_METATYPE(boost::shared_ptr<ttservice::COrderCommand>)
+
 namespace {
+
+CCodeOrderParam lineOf(int operation, const char *code)
+{
+    CCodeOrderParam line;
+    line.m_operationType = static_cast<ttservice::EOperationType>(operation);
+    line.m_stockInfo.m_market = "SH";
+    line.m_stockInfo.m_stockCode = code;
+    line.m_volume = 100;
+    return line;
+}
 
 class OrderPlacing : public SubstituteTest
 {
@@ -84,6 +107,13 @@ protected:
         chooseBasket(platform);
     }
 
+    void onTab(quint64 word) { form->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr); }
+    static void setAlgorithm(COpBasketStockParamsWidget *block, int orderType, const char *strategy)
+    {
+        ASSERT_TRUE(block->table()->setOrderType(orderType));
+        block->table()->resetStrategyType(orderType, QString::fromLatin1(strategy));
+    }
+
     void press(int value = 0) { widget->handleEvent(1046, 0, value, QString(), nullptr); }
     // The next press is no repeat of the last one.
     void pressLater(int value = 0)
@@ -92,13 +122,7 @@ protected:
         press(value);
     }
 
-    QString messages() const
-    {
-        QStringList texts;
-        for (const auto &call : getMsgService()->shownMessages())
-            texts << call.m_text;
-        return texts.join(QLatin1Char('|'));
-    }
+    static QString messages() { return shownMessages(); }
 
     const std::vector<CPlaceCommandsCall> &placed() const { return CTradeClient::instance()->placedCommands(); }
     std::vector<CCodeOrderParam> &list() const { return *form->getCodeOrderParams(); }
@@ -116,31 +140,20 @@ TEST_F(OrderPlacing, PlainOrderCarriesEveryArgumentAndARepeatIsAskedAbout)
     press();
     ASSERT_EQ(placed().size(), 1u) << messages().toStdString();
     const CPlaceCommandsCall &call = placed().front();
-    EXPECT_EQ(call.m_traderType, 4);
-    EXPECT_EQ(call.m_hedgeType, 1);
-    EXPECT_EQ(call.m_specBtnBarType, 0);
     ASSERT_EQ(call.m_orders.size(), 2u);
-    EXPECT_EQ(call.m_orders[0].m_volume, 100);
-    EXPECT_EQ(call.m_orders[1].m_volume, 200);
-    EXPECT_EQ(call.m_orders[0].m_account->getKey(), "a1");
-    EXPECT_EQ(call.m_orders[0].m_userId, "u1");
-    EXPECT_DOUBLE_EQ(call.m_orders[0].m_price, 10.01);
-    EXPECT_TRUE(call.m_valueMap.empty());
-    EXPECT_EQ(call.m_stopLossType, 0);
-    EXPECT_FALSE(call.m_firstFlag);
-    EXPECT_TRUE(call.m_secondFlag);
-    EXPECT_FALSE(call.m_createPortfolio);
-    EXPECT_TRUE(call.m_resultCallback.empty());
-    EXPECT_TRUE(call.m_hedgeBson.isEmpty());
-    EXPECT_EQ(call.m_commandText, "");
-    EXPECT_EQ(call.m_tradePlatform, 0);
-    EXPECT_EQ(call.m_paramString, "");
-    EXPECT_EQ(call.m_limitedPriceType, 1) << "the bar's box that lets traders change parameters starts ticked";
-    EXPECT_EQ(call.m_basketName, "b");
-    EXPECT_EQ(call.m_strategyType, -1);
-    EXPECT_EQ(call.m_extraInt, -1);
-    EXPECT_EQ(call.m_etfHedgeStatus, -1);
-    EXPECT_TRUE(call.m_extraBson.isEmpty());
+    // Trader, hedge, bar and stop loss; volumes; account, user and price; the two flags, the
+    // portfolio and the callback; command, parameter and basket texts; platform, limited price
+    // (1: the bar's box that lets traders change parameters starts ticked), strategy, extra
+    // number and ETF hedge; the value map, hedge and extra documents empty.
+    EXPECT_EQ(fields(call.m_traderType, call.m_hedgeType, call.m_specBtnBarType, call.m_stopLossType), "4|1|0|0");
+    EXPECT_EQ(fields(call.m_orders[0].m_volume, call.m_orders[1].m_volume), "100|200");
+    EXPECT_EQ(fields(call.m_orders[0].m_account->getKey(), call.m_orders[0].m_userId, call.m_orders[0].m_price), "a1|u1|10.01");
+    EXPECT_EQ(fields(call.m_firstFlag, call.m_secondFlag, call.m_createPortfolio, !call.m_resultCallback.empty()),
+              "false|true|false|false");
+    EXPECT_EQ(fields(call.m_commandText, call.m_paramString, call.m_basketName), "||b");
+    EXPECT_EQ(fields(call.m_tradePlatform, call.m_limitedPriceType, call.m_strategyType, call.m_extraInt, call.m_etfHedgeStatus),
+              "0|1|-1|-1|-1");
+    EXPECT_EQ(fields(call.m_valueMap.empty(), call.m_hedgeBson.isEmpty(), call.m_extraBson.isEmpty()), "true|true|true");
 
     // The same lines pressed again within a minute are asked about first; a no sends nothing, a
     // yes sends them, and after a minute nobody is asked.
@@ -198,31 +211,49 @@ TEST_F(OrderPlacing, NoLineOfNothingAndNoPriceOffItsTickLeaves)
     EXPECT_TRUE(messages().contains(QStringLiteral("数量均为0")));
 }
 
-TEST_F(OrderPlacing, AnAccountShortOfMoneyIsNamedAndNothingLeaves)
+// Each refusal names its reason, and nothing leaves.
+TEST_F(OrderPlacing, RefusalsSayWhyAndSendNothing)
 {
-    // Together the accounts could pay; one of them can pay each of its lines (100 of each
-    // stock at 10) but not both.
-    makeWidget();
-    addAccount("poor", 1500);
-    addAccount("rich", 1e9);
-    chooseBasket();
-    press();
-    EXPECT_TRUE(placed().empty());
-    EXPECT_TRUE(messages().contains(QStringLiteral("poor 需"))) << messages().toStdString();
-    EXPECT_FALSE(messages().contains(QStringLiteral("rich 需")));
+    // whole: the messages are exactly these; else they name this among others.
+    const struct { const char *name; std::function<void()> setUp; int value; const char *says; bool whole; } cases[] = {
+        {"noAccount", [this] { makeWidget(); }, 0, "您没有选择任何账号!|您没有选择任何账号!", true},
+        // Together the accounts could pay; one of them can pay each of its lines (100 of each
+        // stock at 10) but not both, and it alone is named.
+        {"oneAccountShort", [this] { makeWidget(); addAccount("poor", 1500); addAccount("rich", 1e9); chooseBasket(); }, 0,
+         "poor 需", false},
+        {"valueMinusOneEvenWithMoney", [this] { ready(); }, -1, "可用资金不足!", true},
+        // A row that sizes to no line at all, its account being another one: refused before the money check.
+        {"emptyTable", [this] {
+             makeWidget();
+             addAccount("a1", 0);
+             CBasketStockData elsewhere = sample::row("SH", "600000", 0, 100);
+             elsewhere.m_accountKey = "elsewhere";
+             sample::storeBasket(QStringLiteral("b"), {elsewhere});
+             form->updateBasketSetting();
+             form->basketsCombo()->setBasket(QStringLiteral("b"), false);
+         }, 0, "您选择的篮子不包含任何股票!", true}};
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        SetUp();
+        c.setUp();
+        press(c.value);
+        EXPECT_TRUE(placed().empty());
+        if (c.whole) {
+            EXPECT_EQ(messages(), QString::fromUtf8(c.says));
+        }
+        EXPECT_TRUE(messages().contains(QString::fromUtf8(c.says))) << messages().toStdString();
+        EXPECT_FALSE(messages().contains(QStringLiteral("rich 需")));
+        if (c.value == -1) {
+            EXPECT_TRUE(getMsgService()->shownMessages().back().m_playSound) << "this refusal always sounds";
+        }
+    }
 }
 
-TEST_F(OrderPlacing, RefusalsComeInTheirOrder)
+TEST_F(OrderPlacing, MoneyShortForTheWholeListEmptiesItsVolumes)
 {
     makeWidget();
-    press();
-    // The check reports as it fails, and the press reports its refusal again.
-    EXPECT_EQ(messages(), QStringLiteral("您没有选择任何账号!|您没有选择任何账号!"));
-    EXPECT_TRUE(placed().empty());
-
     addAccount("a1", 2500);
     chooseBasket();
-    getMsgService()->reset();
     press();
     // Each line alone fits the 2500 of money (the table cuts a line to what the account can
     // buy), but the two together cost 3000: the list comes back with no volumes.
@@ -231,29 +262,6 @@ TEST_F(OrderPlacing, RefusalsComeInTheirOrder)
     for (const CCodeOrderParam &line : list())
         EXPECT_EQ(line.m_volume, 0);
     EXPECT_EQ(form->cell(COpBasketParamsWidget::CellCopies)->toInt(), 0);
-}
-
-TEST_F(OrderPlacing, ValueMinusOneRefusesEvenWithMoney)
-{
-    ready();
-    press(-1);
-    ASSERT_EQ(messages(), QStringLiteral("可用资金不足!"));
-    EXPECT_TRUE(placed().empty());
-    EXPECT_TRUE(getMsgService()->shownMessages().back().m_playSound) << "this refusal always sounds";
-}
-
-TEST_F(OrderPlacing, EmptyTableIsRefusedBeforeTheMoneyCheck)
-{
-    makeWidget();
-    addAccount("a1", 0);
-    // A row that sizes to no line at all: its account is another one.
-    CBasketStockData elsewhere = sample::row("SH", "600000", 0, 100);
-    elsewhere.m_accountKey = "elsewhere";
-    sample::storeBasket(QStringLiteral("b"), {elsewhere});
-    form->updateBasketSetting();
-    form->basketsCombo()->setBasket(QStringLiteral("b"), false);
-    press();
-    EXPECT_EQ(messages(), QStringLiteral("您选择的篮子不包含任何股票!"));
 }
 
 TEST_F(OrderPlacing, TouchLinesOfTheOneKeyTabMustShareTheirWork)
@@ -290,11 +298,10 @@ TEST_F(OrderPlacing, PlatformSixRemapsOrderTypesWhileEachLineTouchesAlone)
     ASSERT_EQ(placed().size(), 2u);
     ASSERT_EQ(placed()[0].m_orders.size(), 2u);
     ASSERT_EQ(placed()[1].m_orders.size(), 2u);
-    EXPECT_EQ(placed()[0].m_tradePlatform, 6);
-    EXPECT_EQ(placed()[0].m_orders[0].m_orderType, 0);
-    EXPECT_EQ(placed()[1].m_orders[0].m_orderType, 6);
-    EXPECT_EQ(placed()[1].m_orders[1].m_orderType, 13);
-    EXPECT_EQ(list()[0].m_orderType, 0) << "the form's own list is not touched";
+    // The platform, the order types of both presses, and the form's own list, which is not touched.
+    EXPECT_EQ(fields(placed()[0].m_tradePlatform, placed()[0].m_orders[0].m_orderType, placed()[1].m_orders[0].m_orderType,
+                     placed()[1].m_orders[1].m_orderType, list()[0].m_orderType),
+              "6|0|6|13|0");
 }
 
 TEST_F(OrderPlacing, PortfolioFromTheToolbarKeyboardUnlessConnectAccounts)
@@ -394,3 +401,253 @@ TEST_F(OrderPlacing, PastedRowsBecomeTheListAndCanBePlaced)
     ASSERT_EQ(placed().size(), 1u) << messages().toStdString();
     EXPECT_EQ(placed()[0].m_orders.size(), 2u);
 }
+
+namespace {
+
+// --- algorithm orders ---
+
+TEST_F(OrderPlacing, oneKeyTabChecksBothSides)
+{
+    const QString a = QStringLiteral("一键买卖,换仓策略仅支持同买同卖操作");
+    const QString b = QStringLiteral("仅支持买入卖出,相同三方算法下单");
+    const QString c = QStringLiteral("一键买卖,买卖双方均需设置换仓策略，否则两边进度不能有效控制");
+    // Lines of each side, each side's order type and strategy, the authority's answer, the result
+    // and the message shown (empty: none).
+    const struct { const char *name; int buyLines, sellLines, buyOrderType; const char *buyStrategy; int sellOrderType;
+                   const char *sellStrategy; bool authority; int result; QString message; } cases[] = {
+        {"plainTablesArePlain", 1, 1, 0, "", 0, "", true, 0, {}},
+        {"emptyListSellSwitchA", 0, 0, 0, "", 13, "SWITCH", true, -1, a},
+        {"onlyBuyLinesSwitchA", 1, 0, 13, "SWITCH", 0, "", true, -1, a},
+        {"onlySellLinesOverPlainSellTable", 0, 1, 13, "TWAP", 0, "", true, 0, {}},
+        {"onlySellLinesAlgorithm", 0, 1, 0, "", 14, "VWAPPLUS", true, 1, {}},
+        {"differentOrderTypesB", 1, 1, 13, "VWAP", 14, "VWAPPLUS", true, -1, b},
+        {"sameStrategyPasses", 1, 1, 13, "VWAP", 13, "VWAP", true, 1, {}},
+        {"bothSwitchPasses", 1, 1, 13, "SWITCH", 13, "SWITCH", true, 1, {}},
+        {"buySwitchSellOtherC", 1, 1, 13, "SWITCH", 13, "VWAP", true, -1, c},
+        {"sellSwitchBuyOtherC", 1, 1, 13, "TWAP", 13, "SWITCH", true, -1, c},
+        {"twoOtherStrategiesPass", 1, 1, 13, "TWAP", 13, "VWAP", true, 1, {}},
+        {"authorityRefusesSilently", 1, 1, 13, "VWAP", 13, "VWAP", false, -1, {}},
+    };
+    makeWidget();
+    onTab(TOT_ALL);
+    for (const auto &row : cases) {
+        SCOPED_TRACE(row.name);
+        getMsgService()->reset();
+        setAlgorithm(form->buySellWidget()->getBuyParam(), row.buyOrderType, row.buyStrategy);
+        setAlgorithm(form->buySellWidget()->getSellParam(), row.sellOrderType, row.sellStrategy);
+        CAlgorithmAuthorityConfig::instance().setAuthorityResult(row.authority);
+
+        std::vector<CCodeOrderParam> orders;
+        for (int i = 0; i < row.buyLines; ++i)
+            orders.push_back(lineOf(18, "600000"));
+        for (int i = 0; i < row.sellLines; ++i)
+            orders.push_back(lineOf(19, "600001"));
+        std::string paramString = "stale";
+        ttservice::ETradePlatform platform = ttservice::TRADE_PLATFORM_NONE;
+        EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), row.result);
+        EXPECT_EQ(messages(), row.message);
+        // Both outside algorithms run on platform 3; a plain answer leaves the platform alone.
+        EXPECT_EQ(platform, row.result == 1 ? 3 : 0);
+        if (row.buyLines + row.sellLines == 2 && form->getAlgorithmTable()) {
+            EXPECT_EQ(QString::fromStdString(paramString).split(QLatin1Char('@')).size(), 2) << paramString;
+        }
+    }
+}
+
+TEST_F(OrderPlacing, oneSidedTabHandsTheTablesStringAndPlatform)
+{
+    makeWidget();
+    onTab(TOT_BUY);
+    std::vector<CCodeOrderParam> orders{lineOf(18, "600000")};
+    std::string paramString;
+    ttservice::ETradePlatform platform = ttservice::TRADE_PLATFORM_NONE;
+    EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), 0) << "a plain table is no algorithm";
+
+    setAlgorithm(form->stockParams(), 13, "TWAP");
+    ASSERT_EQ(form->getAlgorithmTable(), form->stockParams()->table());
+    EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), 1);
+    EXPECT_EQ(fields(platform, paramString), fields(3, form->stockParams()->table()->getAlgParamsStr(orders)));
+    ASSERT_EQ(CAlgorithmAuthorityConfig::instance().checks().size(), 1u);
+    EXPECT_EQ(CAlgorithmAuthorityConfig::instance().checks()[0].m_buyStrategy, "TWAP");
+
+    CAlgorithmAuthorityConfig::instance().setAuthorityResult(false);
+    EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), -1);
+    EXPECT_TRUE(messages().isEmpty());
+}
+
+// --- the rest of a hedged instruction ---
+
+TEST_F(OrderPlacing, hedgedInstructionPlacesWhatIsNotTradedYet)
+{
+    makeWidget();
+    auto command = boost::make_shared<ttservice::COrderCommand>();
+    ttservice::CBasketHedgeParam hedge;
+    hedge.m_enabled = true;
+    hedge.m_hedgeType = 1;
+    hedge.m_contractCode = "IF2401";
+    bson::BSONObjBuilder builder;
+    hedge.appendElements(builder);
+    command->m_hedgeBson = builder.obj();
+    // A stock line 1000 with 299.6 traded, the same with 250, a futures line 7 with 2.4, and a
+    // stock line of unknown fills.
+    for (const double traded : {299.6, 250.0, 2.4, ttservice::NO_VALUE}) {
+        const bool futures = traded == 2.4;
+        CCodeOrderParam line = lineOf(futures ? 0 : 18, futures ? "IF2401" : "600000");
+        if (futures)
+            line.m_stockInfo.m_market = "CFFEX";
+        line.m_account = boost::make_shared<ttservice::CAccountInfo>();
+        line.m_account->m_accountKey = futures ? "f1" : "s1";
+        line.m_account->m_brokerType = futures ? ttservice::BROKER_TYPE_FUTURE : ttservice::BROKER_TYPE_STOCK;
+        line.m_volume = futures ? 7 : 1000;
+        line.m_tradedVolume = traded;
+        command->m_orders.push_back(line);
+    }
+
+    // The hedge service reaches the slot by name only.
+    ASSERT_TRUE(QMetaObject::invokeMethod(widget.get(), "slotPlaceAutoHedgeTaskForCommand",
+                                          Q_ARG(boost::shared_ptr<ttservice::COrderCommand>, command)));
+
+    const auto &tasks = CTradeClient::instance()->placedTasks();
+    ASSERT_EQ(tasks.size(), 1u);
+    const CPlaceTasksCall &call = tasks.front();
+    EXPECT_EQ(call.m_traderType, 4);
+    EXPECT_EQ(call.m_hedgeType, 1);
+    EXPECT_EQ(call.m_command, command);
+    // 750 rounds down to whole units; a futures remainder is not rounded.
+    std::vector<std::string> sent;
+    for (const CCodeOrderParam &line : call.m_orders)
+        sent.push_back(fields(line.m_volume, line.m_tradedVolume));
+    EXPECT_EQ(sent, (std::vector<std::string>{"700|0", "700|0", "5|0", "1000|0"}));
+
+    ASSERT_TRUE(call.m_callback);
+    QSignalSpy spy(widget.get(), &COperationBasketWidget::sigHedgeParam);
+    auto tag = boost::make_shared<ttservice::CVqOrderTag>();
+    tag->m_orderTagKey = "k";
+    tag->m_orderTagName = "n";
+    tag->m_orderTagSeq = 3;
+    call.m_callback({}, tag);
+    call.m_callback({}, nullptr);
+    const auto &saved = CBasketHedgeManager::instance()->savedHedgeParams();
+    ASSERT_EQ(saved.size(), 1u);
+    EXPECT_EQ(saved[0].m_key, "k____n____3");
+    EXPECT_EQ(saved[0].m_param.m_contractCode, "IF2401");
+    EXPECT_EQ(spy.count(), 1);
+
+    // An instruction without a hedge (the empty document) leaves at once.
+    command->m_hedgeBson = bson::BSONObj();
+    widget->slotPlaceAutoHedgeTaskForCommand(command);
+    widget->slotPlaceAutoHedgeTaskForCommand(nullptr);
+    EXPECT_EQ(tasks.size(), 1u);
+}
+
+// --- what each tab sends ---
+
+// Each tab's blocks are set to something of their own; the order that leaves must carry it.
+// sent: the operations of the first line (a buy row) and the second (a sell row), their price
+// types, the first line's order type and the platform; paramText: expected in the algorithm
+// string, empty for none sent.
+struct TabOrder { const char *name; quint64 tab; ttservice::EVQBrokerType broker;
+                  std::function<void(COpBasketParamsWidget *)> setBlocks; const char *sent; const char *paramText; };
+
+COpBasketStockParamsWidget *single(COpBasketParamsWidget *form)
+{
+    switch (form->getTradeOpType()) {
+    case TOT_CREDIT: return form->crdWidget()->getParamWidget();
+    case TOT_FUTURE: return form->ftrWidget()->getParamWidget();
+    default: return form->stockParams();
+    }
+}
+
+void setTable(COpBasketStockParamsWidget *block, int priceType, int orderType, const char *strategy = "")
+{
+    block->table()->setPriceType(priceType);
+    block->table()->setOrderType(orderType);
+    block->table()->resetStrategyType(orderType, QString::fromLatin1(strategy));
+}
+
+class TabOrders : public OrderPlacing, public ::testing::WithParamInterface<TabOrder>
+{
+protected:
+    void SetUp() override
+    {
+        OrderPlacing::SetUp();
+        luawrapper::LuaModuleCtrl::instance()->setModules(
+            {"mdl_order_compose_credits", "mdl_order_compose_futures", "mdl_order_compose_one_key_futures"}, true);
+    }
+};
+
+TEST_P(TabOrders, placedOrderCarriesTheTabsOperationPriceAndAlgorithm)
+{
+    const TabOrder &c = GetParam();
+    const bool futures = c.broker == ttservice::BROKER_TYPE_FUTURE;
+    const char *market = futures ? "CFFEX" : "SH";
+    const char *codes[] = {futures ? "IF2401" : "600000", futures ? "IH2401" : "600001"};
+    // Holdings of both instruments on both sides, so that every sell and close has a volume: a
+    // line of 0 would never leave.
+    std::vector<ttservice::CPositionStatics> held;
+    QList<CBasketStockData> rows;
+    for (const char *code : codes) {
+        sample::addInstrument(market, code, futures ? 300 : 0x7fffffff, std::string(), futures ? 1 : 100);
+        sample::setBook(market, code, 10, 10.01, 9.99, 11, 9);
+        for (int direction : {48, 49}) {
+            held.push_back(sample::held(market, code, 1000, 1000));
+            held.back().m_direction = direction;
+            held.back().m_availableVolume = 1000;
+        }
+        rows << sample::row(market, code, 1, futures ? 2 : 100, rows.isEmpty() ? ttservice::OT_BUY : ttservice::OT_SELL);
+    }
+    sample::addAccount("a1", c.broker, 1e8, held);
+    sample::storeBasket(QStringLiteral("b"), rows, futures ? ttservice::BROKER_TYPE_FUTURE : ttservice::BROKER_TYPE_STOCK);
+
+    makeWidget();
+    onTab(c.tab);
+    ASSERT_EQ(form->getTradeOpType(), c.tab);
+    c.setBlocks(form);
+    form->refreshAccounts();
+    form->accountsWidget()->setSelectedAccount(QStringLiteral("a1"), true);
+    form->updateBasketSetting();
+    form->basketsCombo()->setBasket(QStringLiteral("b"), false);
+    ASSERT_EQ(widget->editWidget()->getOrderParams().size(), 2u);
+
+    press();
+    ASSERT_EQ(placed().size(), 1u) << messages().toStdString();
+    const auto &call = placed().front();
+    ASSERT_EQ(call.m_orders.size(), 2u);
+    EXPECT_EQ(fields(call.m_orders[0].m_operationType, call.m_orders[1].m_operationType, call.m_orders[0].m_priceType,
+                     call.m_orders[1].m_priceType, call.m_orders[0].m_orderType, call.m_tradePlatform),
+              c.sent);
+    if (*c.paramText) {
+        EXPECT_NE(call.m_paramString.find(c.paramText), std::string::npos) << call.m_paramString;
+    } else {
+        EXPECT_EQ(call.m_paramString, "");
+    }
+    EXPECT_FALSE(call.m_commandLog.empty());
+}
+
+const TabOrder kTabOrders[] = {
+    {"buyWithOwnTwap", TOT_BUY, ttservice::BROKER_TYPE_STOCK,
+     [](COpBasketParamsWidget *f) { setTable(single(f), 2, 4); }, "18|18|2|2|4|0", ""},
+    {"sellOutsideAlgorithm", TOT_SELL, ttservice::BROKER_TYPE_STOCK,
+     [](COpBasketParamsWidget *f) { setTable(single(f), 1, 13, "VWAP"); }, "19|19|1|1|13|3", "algo=VQALGO;code=600000.SH"},
+    {"oneKeyBothSidesSwitch", TOT_ALL, ttservice::BROKER_TYPE_STOCK,
+     [](COpBasketParamsWidget *f) {
+         setTable(f->buySellWidget()->getBuyParam(), 2, 13, "SWITCH");
+         setTable(f->buySellWidget()->getSellParam(), 1, 13, "SWITCH");
+     },
+     "18|19|2|1|13|3", "strategy=SWITCH"},
+    {"creditMarginBuyFixedSide", TOT_CREDIT, ttservice::BROKER_TYPE_CREDIT,
+     [](COpBasketParamsWidget *f) { setTable(single(f), 3, 0); }, "20|20|3|3|0|0", ""},
+    {"futuresOpenLong", TOT_FUTURE, ttservice::BROKER_TYPE_FUTURE,
+     [](COpBasketParamsWidget *f) { setTable(single(f), 2, 0); }, "0|0|2|2|0|0", ""},
+    {"oneKeyFuturesPerSide", TOT_ONEKEY_FUTURE, ttservice::BROKER_TYPE_FUTURE,
+     [](COpBasketParamsWidget *f) {
+         setTable(f->ftrOneKeyWidget()->getBuyParam(), 2, 0);
+         setTable(f->ftrOneKeyWidget()->getSellParam(), 4, 0);
+     },
+     "13|11|2|4|0|0", ""},
+};
+
+INSTANTIATE_TEST_SUITE_P(Tabs, TabOrders, ::testing::ValuesIn(kTabOrders),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+} // namespace

@@ -938,12 +938,7 @@ private:
     std::deque<std::string> m_last;
 };
 
-struct SessionCase
-{
-    const char *name;
-    unsigned seed;
-    int role;
-};
+struct SessionCase { const char *name; unsigned seed; int role; };
 
 class PanelSession : public ::testing::TestWithParam<SessionCase>
 {

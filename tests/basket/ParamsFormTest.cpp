@@ -250,11 +250,7 @@ TEST_F(ParamsForm, IndexVolumeByMarketAndCode)
 TEST_F(ParamsForm, PriceLimitsMarkWithinOneTickOrBeyond)
 {
     // A tick that binary doubles hold exactly, so "exactly one tick" is exact.
-    ttservice::CInstrumentDetail stock;
-    stock.m_market = "SH";
-    stock.m_stockCode = "600000";
-    stock.m_priceTick = 0.25;
-    CExchangeClient::instance()->addInstrument(stock);
+    sample::addInstrument("SH", "600000", 0x7fffffff, std::string(), 100, 0.25);
     const struct { const char *name, *market, *code; double last, limit; bool upper, lower; } cases[] = {
         {"atTheLimit", "SH", "600000", 11.00, 11.00, true, true},
         {"lessThanOneTickBelow", "SH", "600000", 10.875, 11.00, true, true},

@@ -11,6 +11,7 @@
 #include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
 #include "PatchSettingsText.h"
+#include "Fields.h"
 #include "SubstituteFixture.h"
 
 #include <QComboBox>
@@ -272,12 +273,10 @@ TEST_F(PatchSettings, loadListsTheSetsByNameMarksTheDefaultAndSelectingASetLoads
     getUserConfig()->defaultPatchSetting() = QStringLiteral("b");
     widget->load();
     ASSERT_EQ(list()->rowCount(), 3);
-    EXPECT_EQ(list()->itemText(list()->rowID(0), 0), QStringLiteral("a"));
-    EXPECT_EQ(list()->itemText(list()->rowID(1), 0), QStringLiteral("b"));
-    EXPECT_EQ(markedRows(), QStringList{QStringLiteral("b")});
-    EXPECT_EQ(widget->defaultRow(), list()->rowID(1));
-    EXPECT_EQ(selectedName(), QStringLiteral("a"));
-    EXPECT_EQ(widget->paramTable()->priceType(), 1);
+    // The first two names, the default marked and known, the first set selected and shown.
+    EXPECT_EQ(fields(list()->itemText(list()->rowID(0), 0), list()->itemText(list()->rowID(1), 0), markedRows().join(QLatin1Char(',')),
+                     widget->defaultRow() == list()->rowID(1), selectedName(), widget->paramTable()->priceType()),
+              "a|b|b|true|a|1");
 
     select(QStringLiteral("b"));
     EXPECT_EQ(widget->paramTable()->priceType(), 3);
@@ -301,11 +300,7 @@ TEST_F(PatchSettings, aSavedTextGivesBackTheSetsAndTheDefaultAndADamagedOneWhatC
     EXPECT_EQ(config->patchSettings(), stored);
     EXPECT_EQ(config->defaultPatchSetting(), QStringLiteral("尾盘"));
 
-    const struct {
-        const char *text;
-        bool read;
-        QStringList sets;
-    } damaged[] = {{"", false, {}},
+    const struct { const char *text; bool read; QStringList sets; } damaged[] = {{"", false, {}},
                    {"新建设置=1;2", false, {}},
                    {"{\"default\": \"a\", \"sets\": {\"a\": \"1;", false, {}},
                    {"[\"a\"]", false, {}},

@@ -11,6 +11,8 @@
 #include "CQuoteClient.h"
 #include "CUserConfig.h"
 #include "LuaModuleCtrl.h"
+#include "Fields.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
 #include "../platform/EventRecorder.h"
@@ -57,18 +59,8 @@ void suspend(const QString &code) { CQuoteClient::instance()->setStoppedStock(co
 // double holds exactly, so that "one tick away" is a sharp boundary.
 void quote(const QString &code, double last)
 {
-    ttservice::CInstrumentDetail detail;
-    detail.m_market = "SH";
-    detail.m_stockCode = code.toStdString();
-    detail.m_priceTick = 0.25;
-    CExchangeClient::instance()->addInstrument(detail);
-    CPriceData price;
-    price.m_market = "SH";
-    price.m_stockCode = code.toStdString();
-    price.m_lastPrice = last;
-    price.m_upStopPrice = 11.0;
-    price.m_downStopPrice = 9.0;
-    CQuoteClient::instance()->setStockPrice(price);
+    sample::addInstrument("SH", code.toStdString(), 0x7fffffff, std::string(), 100, 0.25);
+    CQuoteClient::instance()->setStockPrice(sample::quote("SH", code.toStdString(), last, ttservice::NO_VALUE, 11.0, 9.0));
 }
 
 class ReplaceToolBarTest : public SubstituteTest
@@ -101,10 +93,7 @@ private:
 // hiding are checked below.
 TEST_F(ReplaceToolBarTest, eachTickSendsItsBitAndTellsTheForm)
 {
-    const struct {
-        int id, bit;
-        bool (Bar::*query)() const;
-    } rows[] = {{1, 1, &Bar::isFilter},           {16, 16, &Bar::isFilterZhangTing},   {32, 32, &Bar::isFilterDieTing},
+    const struct { int id, bit; bool (Bar::*query)() const; } rows[] = {{1, 1, &Bar::isFilter},           {16, 16, &Bar::isFilterZhangTing},   {32, 32, &Bar::isFilterDieTing},
                 {128, 128, &Bar::isFilterDirection}, {2, 2, &Bar::isFilterBlacklist},  {4, 4, &Bar::isReplaceBlacklist},
                 {8, 0, &Bar::isReplaceETF}, // replacing has no bit: the table does not filter by it
                 {256, 256, nullptr}};
@@ -126,10 +115,7 @@ TEST_F(ReplaceToolBarTest, eachTickSendsItsBitAndTellsTheForm)
 
 TEST_F(ReplaceToolBarTest, theFilterBoxesFollowTheTabWord)
 {
-    const struct {
-        quint64 word;
-        bool stop, rise, fall, direction;
-    } rows[] = {{512, true, true, true, true},    {1024, true, true, true, true},     {2048, true, true, true, false},
+    const struct { quint64 word; bool stop, rise, fall, direction; } rows[] = {{512, true, true, true, true},    {1024, true, true, true, true},     {2048, true, true, true, false},
                 {8192, true, true, true, false},  {4096, false, false, false, false}, {16384, false, false, false, false},
                 {0x80000, true, false, false, false}};
     for (int id : {1, 16, 32, 128})
@@ -137,11 +123,9 @@ TEST_F(ReplaceToolBarTest, theFilterBoxesFollowTheTabWord)
     for (const auto &row : rows) {
         SCOPED_TRACE(row.word);
         bar().setTradeOperationType(row.word);
-        EXPECT_EQ(bar().tradeOperationType(), row.word);
-        EXPECT_EQ(bar().isFilter(), row.stop);
-        EXPECT_EQ(bar().isFilterZhangTing(), row.rise);
-        EXPECT_EQ(bar().isFilterDieTing(), row.fall);
-        EXPECT_EQ(bar().isFilterDirection(), row.direction);
+        EXPECT_EQ(fields(bar().tradeOperationType(), bar().isFilter(), bar().isFilterZhangTing(), bar().isFilterDieTing(),
+                         bar().isFilterDirection()),
+                  fields(row.word, row.stop, row.rise, row.fall, row.direction));
         // Back on the buy tab every box shows again with its tick.
         bar().setTradeOperationType(512);
         EXPECT_TRUE(bar().isFilter() && bar().isFilterZhangTing() && bar().isFilterDieTing() && bar().isFilterDirection());
@@ -154,11 +138,9 @@ TEST_F(ReplaceToolBarTest, aHiddenRowReadsAsOffAndABoxFoldedForWantOfRoomStillCo
     for (int id : {1, 2, 4, 8})
         tick(id);
     bar().setToolBarShow(false);
-    EXPECT_FALSE(bar().isFilter());
-    EXPECT_FALSE(bar().isReplaceBlacklist());
+    EXPECT_FALSE(bar().isFilter() || bar().isReplaceBlacklist());
     bar().setToolBarShow(true);
-    EXPECT_TRUE(bar().isFilter());
-    EXPECT_TRUE(bar().isReplaceBlacklist());
+    EXPECT_TRUE(bar().isFilter() && bar().isReplaceBlacklist());
     bar().setShowReplace(false);
     EXPECT_FALSE(bar().isFilterBlacklist() || bar().isReplaceBlacklist() || bar().isReplaceETF());
     EXPECT_TRUE(bar().checkBox(2)->isChecked() && bar().checkBox(4)->isChecked() && bar().checkBox(8)->isChecked());
@@ -184,11 +166,8 @@ TEST_F(ReplaceToolBarTest, settersTickSilentlyAndSendTheFilterOnce)
     bar().setFilterBox(2, true);
     bar().setFilterBox(3, true);
     bar().setFilterBox(-1, true);
-    EXPECT_TRUE(bar().isFilter());
-    EXPECT_FALSE(bar().isFilterZhangTing());
-    EXPECT_TRUE(bar().isFilterDieTing());
-    EXPECT_FALSE(bar().isFilterDirection());
-    EXPECT_EQ(spy.count(), 0);
+    EXPECT_EQ(fields(bar().isFilter(), bar().isFilterZhangTing(), bar().isFilterDieTing(), bar().isFilterDirection(), spy.count()),
+              "true|false|true|false|0");
 
     bar().setFilterZhangdie(true);
     bar().setFilterDieTing(false);
@@ -205,9 +184,7 @@ TEST_F(ReplaceToolBarTest, settersTickSilentlyAndSendTheFilterOnce)
 
 TEST_F(ReplaceToolBarTest, theKeyboardComesWithThePortfolioModuleAndGivesBit512)
 {
-    EXPECT_EQ(bar().portfolioKeyboard(), nullptr);
-    EXPECT_FALSE(bar().isCreatePortfolio());
-    EXPECT_EQ(bar().getPortfolioName(), std::string());
+    EXPECT_TRUE(bar().portfolioKeyboard() == nullptr && !bar().isCreatePortfolio() && bar().getPortfolioName().empty());
 
     fresh();
     ttservice::CPortfolio portfolio;
@@ -222,18 +199,13 @@ TEST_F(ReplaceToolBarTest, theKeyboardComesWithThePortfolioModuleAndGivesBit512)
     QSignalSpy spy(&bar(), &Bar::sigSetFilter);
     keyboard->setPortfolioNameText(QStringLiteral("新组合"));
     keyboard->checkBox()->click();
-    EXPECT_TRUE(bar().isCreatePortfolio());
-    EXPECT_EQ(bar().getPortfolioName(), std::string("新组合"));
-    EXPECT_EQ(lastFilter(spy), 512);
-    EXPECT_EQ(count(*parent, 1074, Bar::PORTFOLIO_KEYBOARD_ID), 1);
+    EXPECT_EQ(fields(bar().isCreatePortfolio(), bar().getPortfolioName(), lastFilter(spy), count(*parent, 1074, Bar::PORTFOLIO_KEYBOARD_ID)),
+              "true|新组合|512|1");
 }
 
 TEST_F(ReplaceToolBarTest, onlyListsThatCanMakeAPortfolioEnableTheKeyboard)
 {
-    const struct {
-        std::vector<int> operations;
-        bool enabled;
-    } rows[] = {{{}, false},   {{6}, true},   {{8}, true},   {{10}, true},  {{17}, true},        {{19}, true},
+    const struct { std::vector<int> operations; bool enabled; } rows[] = {{{}, false},   {{6}, true},   {{8}, true},   {{10}, true},  {{17}, true},        {{19}, true},
                 {{18}, false}, {{7}, false},  {{20}, false}, {{25}, false}, {{18, 18, 6}, true}};
     switchPortfolioModule();
     WK::CCreatePortfolioKeyboard *keyboard = bar().portfolioKeyboard();
@@ -252,10 +224,7 @@ TEST_F(ReplaceToolBarTest, onlyListsThatCanMakeAPortfolioEnableTheKeyboard)
 
 TEST_F(ReplaceToolBarTest, warnsOnlyForAStoredBasketWithSuspendedStocksWhenReplacing)
 {
-    const struct {
-        const char *name;
-        bool stored, suspended, ticked, replaceShown, tickAfterChoosing, tip;
-    } rows[] = {{"suspendedStock", true, true, true, true, false, true},   {"noSuspendedStock", true, false, true, true, false, false},
+    const struct { const char *name; bool stored, suspended, ticked, replaceShown, tickAfterChoosing, tip; } rows[] = {{"suspendedStock", true, true, true, true, false, true},   {"noSuspendedStock", true, false, true, true, false, false},
                 {"basketNotStored", false, true, true, true, false, false}, {"replaceUnticked", true, true, false, true, false, false},
                 {"replaceHidden", true, true, true, false, false, false},   {"tickedAfterChoosing", true, true, true, true, true, true}};
     const QString name = QStringLiteral("替换篮");
@@ -293,10 +262,8 @@ TEST_F(ReplaceToolBarTest, warnsOnlyForAStoredBasketWithSuspendedStocksWhenRepla
 TEST_F(ReplaceToolBarTest, theStopPercentIsTheWeightOfTheSuspendedStocks)
 {
     const QStringList codes = {QStringLiteral("600000"), QStringLiteral("600001"), QStringLiteral("600002"), QStringLiteral("600003")};
-    const struct {
-        std::vector<double> weights; // of the four rows; the first is suspended
-        const char *text;
-    } rows[] = {{{1, 1, 1, 1}, "停盘股权重占比:25.00%"}, {{3, 1, 1, 1}, "停盘股权重占比:50.00%"}, {{0, 0, 0, 0}, "停盘股权重占比:25.00%"}};
+    // weights: of the four rows, the first of them suspended.
+    const struct { std::vector<double> weights; const char *text; } rows[] = {{{1, 1, 1, 1}, "停盘股权重占比:25.00%"}, {{3, 1, 1, 1}, "停盘股权重占比:50.00%"}, {{0, 0, 0, 0}, "停盘股权重占比:25.00%"}};
     // One suspended, one at the rise limit, one in between, one within a tick of the fall limit.
     suspend(QStringLiteral("600000"));
     quote(QStringLiteral("600001"), 11.0);

@@ -3,11 +3,13 @@
 #include "CBaseWidget.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <ostream>
 #include <vector>
 
-// The parent of a widget under test: keeps every event that reaches it, and takes it.
+// The parent of a widget under test: keeps every event that reaches it, and takes it. Each is kept
+// as it came and as the text "event,id,value,text" (",data" appended when data comes along).
 class EventRecorder : public WK::CBaseWidget
 {
 public:
@@ -16,6 +18,7 @@ public:
         int id;
         int value;
         QString text;
+        void *data = nullptr;
         bool operator==(const Seen &o) const
         {
             return event == o.event && id == o.id && value == o.value && text == o.text;
@@ -28,13 +31,16 @@ public:
     {
     }
 
-    bool handleEvent(int event, int id, int value, QString text, void *) override
+    bool handleEvent(int event, int id, int value, QString text, void *data) override
     {
-        seen.push_back({event, id, value, text});
+        seen.push_back({event, id, value, text, data});
+        received << QStringLiteral("%1,%2,%3,%4").arg(event).arg(id).arg(value).arg(text)
+                + (data ? QStringLiteral(",data") : QString());
         return true;
     }
 
     Events seen;
+    QStringList received;
 };
 
 inline void PrintTo(const EventRecorder::Seen &s, std::ostream *os)

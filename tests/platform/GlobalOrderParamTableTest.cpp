@@ -2,6 +2,7 @@
 #include "COrderParamTable.h"
 #include "CTrdAlgoBaseTable.h"
 #include "EventRecorder.h"
+#include "Fields.h"
 #include "SubstituteFixture.h"
 
 #include "CPushButton.h"
@@ -72,23 +73,17 @@ TEST_F(GlobalOrderParamTable, fillOrderParamWritesTheTableButNeverTheVolume)
 
     CCodeOrderParam line = lineOf("SH", "600000", 1200);
     table->fillOrderParam(QStringLiteral("600000.SH"), 300, line, ttservice::NO_VALUE);
-    EXPECT_EQ(line.m_volume, 1200);
-    EXPECT_EQ(line.m_priceType, ttservice::PRICE_TYPE_FIXED);
-    EXPECT_DOUBLE_EQ(line.m_price, 10.5);
-    EXPECT_EQ(line.m_orderType, 4);
-    EXPECT_DOUBLE_EQ(line.m_orderInterval, 45);
-    EXPECT_DOUBLE_EQ(line.m_priceStep, 0.02) << "price protection is on by default";
-    // Option 0 puts the algorithm's hours on the line.
-    EXPECT_EQ(line.m_validFrom, kDefaultDay + 9 * 3600 + 30 * 60);
-    EXPECT_EQ(line.m_validTo, kDefaultDay + 15 * 3600);
+    // Volume, price type and price, order type and interval, the price step (protection is on by
+    // default) and, by option 0, the algorithm's hours.
+    EXPECT_EQ(fields(line.m_volume, line.m_priceType, line.m_price, line.m_orderType, line.m_orderInterval, line.m_priceStep,
+                     line.m_validFrom - kDefaultDay, line.m_validTo - kDefaultDay),
+              fields(1200, ttservice::PRICE_TYPE_FIXED, 10.5, 4, 45, 0.02, 9 * 3600 + 30 * 60, 15 * 3600));
 
     // A price handed in wins over the table's fixed price; a plain order has no intervals.
     table->setOrderType(0);
     CCodeOrderParam plain = lineOf("SZ", "000001", 0);
     table->fillOrderParam(QString(), 0, plain, 9.87);
-    EXPECT_DOUBLE_EQ(plain.m_price, 9.87);
-    EXPECT_TRUE(ttservice::isNoValue(plain.m_orderInterval));
-    EXPECT_EQ(plain.m_validFrom, 0);
+    EXPECT_EQ(fields(plain.m_price, ttservice::isNoValue(plain.m_orderInterval), plain.m_validFrom), "9.87|true|0");
     table->setCheckParam(QStringLiteral("0"));
     table->fillOrderParam(QString(), 0, plain, 9.87);
     EXPECT_TRUE(ttservice::isNoValue(plain.m_priceStep));
@@ -111,16 +106,9 @@ TEST_F(GlobalOrderParamTable, settingRoundTripRoundsTheStepToThePrecision)
 
     COrderSetting back;
     table->saveOpParam(QString(), back);
-    EXPECT_FALSE(back.m_stepIsAbsolute);
-    EXPECT_NEAR(back.m_stepValue, 0.12, 1e-9);
-    EXPECT_NEAR(back.m_stepRate, 0.005, 1e-9);
-    EXPECT_TRUE(back.m_keepValidTime);
-    EXPECT_EQ(back.m_validSeconds, 120);
-    EXPECT_EQ(back.m_stepFlag, 2);
-    EXPECT_EQ(back.m_priceType, 4);
-    EXPECT_EQ(table->priceType(), 4);
-    EXPECT_EQ(back.m_startTime, setting.m_startTime);
-    EXPECT_EQ(back.m_endTime, setting.m_endTime);
+    EXPECT_EQ(fields(back.m_stepIsAbsolute, back.m_stepValue, back.m_stepRate, back.m_keepValidTime, back.m_validSeconds,
+                     back.m_stepFlag, back.m_priceType, table->priceType(), back.m_startTime, back.m_endTime),
+              fields(false, 0.12, 0.005, true, 120, 2, 4, 4, setting.m_startTime, setting.m_endTime));
 }
 
 TEST_F(GlobalOrderParamTable, anotherTableReadsTheTextBack)
@@ -139,9 +127,9 @@ TEST_F(GlobalOrderParamTable, anotherTableReadsTheTextBack)
     TC::CGlobalOrderParamTable *target = makeTable(parent);
     target->setParam(text);
     EXPECT_EQ(target->param(), text);
-    EXPECT_EQ(target->getAlgoStrategyType(), "SWITCH");
-    EXPECT_DOUBLE_EQ(target->getTrdAlgoBaseTable(14)->value(TC::CTrdAlgoBaseTable::ItemParticipation), 35);
-    EXPECT_EQ(target->loadCheckParam(), QStringLiteral("1"));
+    EXPECT_EQ(fields(target->getAlgoStrategyType(), target->getTrdAlgoBaseTable(14)->value(TC::CTrdAlgoBaseTable::ItemParticipation),
+                     target->loadCheckParam()),
+              "SWITCH|35|1");
 }
 
 TEST_F(GlobalOrderParamTable, aDamagedTextKeepsWhatItDoesNotSayWell)
@@ -226,18 +214,14 @@ TEST_F(GlobalOrderParamTable, instructionLocksTheOrderTypeUntilCleared)
     table->setTableUIByParams(4, QStringLiteral("#5#5#5#5#5")); // another table's text changes nothing here
 
     auto *orderCombo = table->findChild<QComboBox *>(QStringLiteral("order_type_combo"));
-    EXPECT_FALSE(orderCombo->isEnabled());
-    EXPECT_EQ(table->orderType(), 13);
-    EXPECT_EQ(table->priceType(), ttservice::PRICE_TYPE_FIXED);
-    EXPECT_DOUBLE_EQ(table->fixedPrice(), 12.34);
-    EXPECT_EQ(table->getAlgoStrategyType(), "VWAP");
-    EXPECT_DOUBLE_EQ(table->getTrdAlgoBaseTable(13)->value(TC::CTrdAlgoBaseTable::ItemParticipation), 15);
-
+    // The combo's lock, order and price type, fixed price, strategy and participation; once
+    // cleared, the check parameters too.
+    EXPECT_EQ(fields(orderCombo->isEnabled(), table->orderType(), table->priceType(), table->fixedPrice(), table->getAlgoStrategyType(),
+                     table->getTrdAlgoBaseTable(13)->value(TC::CTrdAlgoBaseTable::ItemParticipation)),
+              fields(false, 13, ttservice::PRICE_TYPE_FIXED, 12.34, "VWAP", 15));
     table->clear();
-    EXPECT_TRUE(orderCombo->isEnabled());
-    EXPECT_EQ(table->orderType(), 0);
-    EXPECT_EQ(table->priceType(), TC::COrderParamBaseTable::PRICE_TYPE_OPPOSITE);
-    EXPECT_EQ(table->loadCheckParam(), QStringLiteral("0*1"));
+    EXPECT_EQ(fields(orderCombo->isEnabled(), table->orderType(), table->priceType(), table->loadCheckParam()),
+              fields(true, 0, TC::COrderParamBaseTable::PRICE_TYPE_OPPOSITE, "0*1"));
 }
 
 // ---- the order parameter table with its owner's column filters ----
@@ -287,9 +271,7 @@ TEST(OrderParamTable, TheMenuListsTheOwnersValuesAndHandsOverTypedFilters)
     popup->accept();
 
     ASSERT_EQ(owner.calls, 1);
-    ASSERT_EQ(owner.last.size(), 1);
-    EXPECT_EQ(owner.last.value(0).first, WK::FT_EQUAL);
-    EXPECT_EQ(owner.last.value(0).second, QSet<QString>{QStringLiteral("SZ")});
+    EXPECT_EQ(owner.last, (COrderParamTable::FilterMap{{0, qMakePair(WK::FT_EQUAL, QSet<QString>{QStringLiteral("SZ")})}}));
     // The owner rebuilds the rows; the table hides none by itself.
     EXPECT_EQ(table->rowCount(), 2);
 }
@@ -302,9 +284,8 @@ TEST(OrderParamTable, EveryCallCarriesAllFiltersWithTheirColumnTypes)
 
     table->setColumnFilter(0, QSet<QString>{QStringLiteral("SH")});
     table->setColumnFilter(2, QSet<QString>{QStringLiteral("X")});
-    ASSERT_EQ(owner.last.size(), 2);
-    EXPECT_EQ(owner.last.value(0).first, WK::FT_EQUAL);
-    EXPECT_EQ(owner.last.value(2).first, WK::FT_CONTAIN);
+    EXPECT_EQ(owner.last, (COrderParamTable::FilterMap{{0, qMakePair(WK::FT_EQUAL, QSet<QString>{QStringLiteral("SH")})},
+                                                      {2, qMakePair(WK::FT_CONTAIN, QSet<QString>{QStringLiteral("X")})}}));
     EXPECT_EQ(table->filters(), owner.last);
 
     table->setColumnFilter(1, WK::FT_CONTAIN, QSet<QString>{QStringLiteral("600")});

@@ -2,6 +2,8 @@
 #include "COpBasketFutureParamsWidget.h"
 #include "COpBasketHedgeSettingWidget.h"
 #include "EventRecorder.h"
+#include "Fields.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
 #include "CExchangeClient.h"
@@ -52,10 +54,8 @@ TEST_F(FutureParams, anotherBlockReadsTheTextBackAndFieldsThatDoNotParseKeepThei
     COpBasketFutureParamsWidget *block = makeBlock();
     block->setParam(QStringLiteral("IC2403,55.5,1,3"));
     block->setParam(QStringLiteral("ih2402,abc,7,x"));
-    EXPECT_EQ(block->hedgeContractCode(), QStringLiteral("IH2402"));
-    EXPECT_DOUBLE_EQ(block->hedgeRatio(), 55.5);
-    EXPECT_EQ(block->hedgeType(), COpBasketFutureParamsWidget::HT_SYNCHRONOUS);
-    EXPECT_EQ(block->contractVolume(), 3);
+    EXPECT_EQ(fields(block->hedgeContractCode(), block->hedgeRatio(), block->hedgeType(), block->contractVolume()),
+              fields("IH2402", 55.5, COpBasketFutureParamsWidget::HT_SYNCHRONOUS, 3));
     block->setParam(QString());
     EXPECT_EQ(block->param(), QStringLiteral("IH2402,55.5,1,3"));
     EXPECT_TRUE(parent.seen.empty());
@@ -70,27 +70,19 @@ TEST_F(FutureParams, fillHedgeParamCarriesTheBlocksValuesOnlyWhenCheckedWithACon
     EXPECT_FALSE(block->fillHedgeParam(hedge));
     block->setAutoHedge(true);
     block->setHedgeContractCode(QString());
-    EXPECT_FALSE(block->fillHedgeParam(hedge));
-    EXPECT_FALSE(hedge.m_enabled);
-    EXPECT_EQ(hedge.m_contractCode, "untouched");
-    EXPECT_TRUE(block->getHedgeStockCode().isEmpty());
+    EXPECT_EQ(fields(block->fillHedgeParam(hedge), hedge.m_enabled, hedge.m_contractCode, block->getHedgeStockCode()),
+              "false|false|untouched|");
 
     block->setHedgeContractCode(QStringLiteral("IC2403"));
     ASSERT_TRUE(block->fillHedgeParam(hedge));
-    EXPECT_TRUE(hedge.m_enabled);
-    EXPECT_EQ(hedge.m_hedgeType, 1);
-    EXPECT_EQ(hedge.m_contractCode, "IC2403");
-    EXPECT_EQ(hedge.m_contractMarket, "CFFEX");
-    EXPECT_DOUBLE_EQ(hedge.m_hedgeRatio, 55.5);
-    EXPECT_EQ(hedge.m_contractVolume, 3);
+    EXPECT_EQ(fields(hedge.m_enabled, hedge.m_hedgeType, hedge.m_contractCode, hedge.m_contractMarket, hedge.m_hedgeRatio,
+                     hedge.m_contractVolume),
+              "true|1|IC2403|CFFEX|55.5|3");
 }
 
 TEST_F(FutureParams, hedgeStockCodeTakesTheMarketOfTheInstrumentService)
 {
-    ttservice::CInstrumentDetail gold;
-    gold.m_market = "SHFE";
-    gold.m_stockCode = "AU2406";
-    TC::CExchangeClient::instance()->addInstrument(gold);
+    sample::addInstrument("SHFE", "AU2406");
     COpBasketFutureParamsWidget *block = makeBlock();
     block->setHedgeContractCode(QStringLiteral("au2406"));
     EXPECT_EQ(block->getHedgeStockCode(), QStringLiteral("AU2406.SHFE"));
@@ -151,11 +143,7 @@ TEST_F(FutureParams, hedgeDirectionIsAgainstTheSideOfTheBasket)
 
 TEST(ListedIndexFutures, offersTheTwoNearMonthsAndTheNextTwoQuarterMonthsOfEachProduct)
 {
-    struct Row {
-        const char *name;
-        QDate day;
-        const char *ifCodes;
-    };
+    struct Row { const char *name; QDate day; const char *ifCodes; };
     const Row rows[] = {
         {"startOfJanuary", QDate(2024, 1, 2), "IF2401 IF2402 IF2403 IF2406"},
         {"onTheThirdFriday", QDate(2024, 1, 19), "IF2401 IF2402 IF2403 IF2406"},
@@ -201,8 +189,8 @@ protected:
 TEST_F(HedgeSetting, showsTheFormsBlockAndOkWritesTheEditsBackWithoutAnEvent)
 {
     EXPECT_EQ(popup->hedgeWidget(), block);
-    EXPECT_EQ(popup->hedgeTypeCombo()->currentData().toInt(), COpBasketFutureParamsWidget::HT_SYNCHRONOUS);
-    EXPECT_EQ(popup->volumeCell()->toInt(), 5);
+    EXPECT_EQ(fields(popup->hedgeTypeCombo()->currentData().toInt(), popup->volumeCell()->toInt()),
+              fields(COpBasketFutureParamsWidget::HT_SYNCHRONOUS, 5));
 
     popup->hedgeTypeCombo()->setCurrentIndex(popup->hedgeTypeCombo()->findData(-1));
     popup->volumeCell()->setInt(0);
@@ -216,8 +204,7 @@ TEST_F(HedgeSetting, cancelLeavesTheBlockAsItWas)
 {
     popup->volumeCell()->setInt(42);
     press(QStringLiteral("取消"));
-    EXPECT_EQ(block->contractVolume(), 5);
-    EXPECT_EQ(popup->result(), QDialog::Rejected);
+    EXPECT_EQ(fields(block->contractVolume(), popup->result()), fields(5, QDialog::Rejected));
 }
 
 } // namespace

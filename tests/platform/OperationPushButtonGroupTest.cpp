@@ -16,10 +16,7 @@
 
 namespace {
 
-struct Tab {
-    int word;
-    const char *text;
-};
+struct Tab { int word; const char *text; };
 
 const Tab kTabs[] = {{0x200, "买入"}, {0x400, "卖出"}, {0x800, "一键买卖"}, {0x80000, "港股通"}};
 

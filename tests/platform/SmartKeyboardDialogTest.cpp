@@ -1,6 +1,8 @@
 #include "CSmartKeyboardDialog.h"
 
 #include "CExchangeClient.h"
+#include "Fields.h"
+#include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
 #include <gtest/gtest.h>
@@ -20,19 +22,9 @@ using TC::CSmartKeyboardDialog;
 
 namespace {
 
-struct Chosen {
-    ttservice::CStockInfo stock;
-    TC::ESmartKeyType type;
-};
+struct Chosen { ttservice::CStockInfo stock; TC::ESmartKeyType type; };
 
-void addInstrument(const char *market, const char *code, const char *name)
-{
-    ttservice::CInstrumentDetail detail;
-    detail.m_market = market;
-    detail.m_stockCode = code;
-    detail.m_stockName = name;
-    TC::CExchangeClient::instance()->addInstrument(detail);
-}
+void addInstrument(const char *market, const char *code, const char *name) { sample::addInstrument(market, code, 0x7fffffff, name); }
 
 // "<code>.<market>" of every listed row, in order, after checking that the table shows them.
 std::vector<std::string> listedKeys(const CSmartKeyboardDialog *keyboard)
@@ -128,11 +120,7 @@ TEST_F(SmartKeyboard, aTypedCharacterOpensTheBoxWithANewSearchThatTypingNarrows)
 
 TEST_F(SmartKeyboard, matchesCodePrefixesAndNamesInCodeOrder)
 {
-    struct Row {
-        const char *text;
-        int tradeType;
-        std::vector<std::string> keys;
-    };
+    struct Row { const char *text; int tradeType; std::vector<std::string> keys; };
     const Row rows[] = {
         {"6", 2, {"600000.SH", "600036.SH", "601318.SSE"}},
         // One code on two markets: both, by market.
@@ -186,10 +174,7 @@ TEST_F(SmartKeyboard, listsAtMostFiftyOfTheFirstCodes)
 
 TEST_F(SmartKeyboard, enterHandsTheInstrumentAndItsKindToTheSelectFunction)
 {
-    struct Row {
-        const char *text, *market, *code, *name;
-        TC::ESmartKeyType type;
-    };
+    struct Row { const char *text, *market, *code, *name; TC::ESmartKeyType type; };
     const Row rows[] = {
         {"IF2401", "CFFEX", "IF2401", "沪深股指期货", TC::SKT_FUTURE},
         {"ag", "SHFE", "ag2406", "白银主力", TC::SKT_FUTURE},
@@ -209,12 +194,9 @@ TEST_F(SmartKeyboard, enterHandsTheInstrumentAndItsKindToTheSelectFunction)
         QTest::keyClick(keyboard->searchEdit(), Qt::Key_Return);
 
         ASSERT_EQ(chosen.size(), 1u);
-        EXPECT_EQ(chosen[0].stock.m_market, row.market);
-        EXPECT_EQ(chosen[0].stock.m_stockCode, row.code);
-        EXPECT_EQ(chosen[0].stock.m_stockName, row.name);
-        EXPECT_EQ(chosen[0].stock.m_exchangeId, row.code);
-        EXPECT_EQ(chosen[0].type, row.type);
-        EXPECT_FALSE(keyboard->isVisible());
+        const ttservice::CStockInfo &stock = chosen[0].stock;
+        EXPECT_EQ(fields(stock.m_market, stock.m_stockCode, stock.m_stockName, stock.m_exchangeId, chosen[0].type, keyboard->isVisible()),
+                  fields(row.market, row.code, row.name, row.code, row.type, false));
     }
 }
 
@@ -329,10 +311,7 @@ TEST_F(SmartKeyboard, theSelectFunctionStaysUntilReplacedOrResetAndMayResetTheKe
     keyboard->setTradeType(1);
     keyboard->show();
     keyboard->reset();
-    EXPECT_FALSE(keyboard->isVisible());
-    EXPECT_EQ(keyboard->searchText(), QString());
-    EXPECT_EQ(keyboard->matchCount(), 0);
-    EXPECT_EQ(keyboard->tradeType(), 2);
+    EXPECT_EQ(fields(keyboard->isVisible(), keyboard->searchText(), keyboard->matchCount(), keyboard->tradeType()), "false||0|2");
     keyboard->setSearchText(QStringLiteral("600000"));
     keyboard->chooseRow(0);
     EXPECT_EQ(first + second, 3);

@@ -4,6 +4,8 @@
 #include "COrderSetting.h"
 #include "Bson.h"
 
+#include "Fields.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -46,12 +48,9 @@ TEST(RecordBson, OrderLineSurvivesRoundTripsAsBsonAndAsJsonTextWithEveryField)
 
     EXPECT_TRUE(back.isEqual(line));
     ASSERT_TRUE(back.m_account);
-    EXPECT_EQ(back.m_account->m_brokerType, BROKER_TYPE_CREDIT);
-    EXPECT_EQ(back.m_volume, 1234567890123LL);
-    EXPECT_EQ(back.m_stockInfo.m_stockName, "浦发银行");
-    // Fields never set keep the no-value mark through the round trip.
-    EXPECT_TRUE(isNoValue(back.m_priceStep));
-    EXPECT_EQ(back.getKey(), "acc-1|600000.SH");
+    // A field never set (the price step) keeps the no-value mark through the round trip.
+    EXPECT_EQ(fields(back.m_account->m_brokerType, back.m_volume, back.m_stockInfo.m_stockName, isNoValue(back.m_priceStep), back.getKey()),
+              fields(BROKER_TYPE_CREDIT, 1234567890123LL, "浦发银行", true, "acc-1|600000.SH"));
 
     CCodeOrderParam fromText;
     fromText.bsonValueFromObj(bson::fromjson(line.toBson().jsonString()));
@@ -63,16 +62,13 @@ TEST(RecordBson, PartialReadKeepsFieldsOfTheBase)
     const CCodeOrderParam base = makeLine();
     CCodeOrderParam partial;
     partial.bsonValueFromObj(BSON("vo" << 500LL << "pr" << 11.0), true, &base);
-    EXPECT_EQ(partial.m_volume, 500);
-    EXPECT_EQ(partial.m_price, 11.0);
-    EXPECT_EQ(partial.m_operationType, OT_SHORT_SELL);
+    EXPECT_EQ(fields(partial.m_volume, partial.m_price, partial.m_operationType), fields(500, 11.0, OT_SHORT_SELL));
     EXPECT_EQ(partial.m_account, base.m_account);
 
     // Without partial the base is ignored and missing fields take the record's defaults.
     CCodeOrderParam full;
     full.bsonValueFromObj(BSON("vo" << 500LL), false, &base);
-    EXPECT_EQ(full.m_operationType, OT_NONE);
-    EXPECT_FALSE(full.m_account);
+    EXPECT_TRUE(full.m_operationType == OT_NONE && !full.m_account);
 }
 
 TEST(RecordBson, CommandKeepsItsLinesAndHedgeObject)
@@ -93,14 +89,10 @@ TEST(RecordBson, CommandKeepsItsLinesAndHedgeObject)
     COrderCommand back;
     back.bsonValueFromObj(command.toBson());
     ASSERT_EQ(back.m_orders.size(), 2u);
-    EXPECT_EQ(back.m_orders[1].m_volume, 7);
-    EXPECT_EQ(back.m_commandId, 42);
-    EXPECT_TRUE(back.hasHedgeParam());
-
     CBasketHedgeParam hedgeBack;
     hedgeBack.bsonValueFromObj(back.m_hedgeBson);
-    EXPECT_TRUE(hedgeBack.m_enabled);
-    EXPECT_EQ(hedgeBack.m_contractCode, "IF2412");
+    EXPECT_EQ(fields(back.m_orders[1].m_volume, back.m_commandId, back.hasHedgeParam(), hedgeBack.m_enabled, hedgeBack.m_contractCode),
+              "7|42|true|true|IF2412");
     back.m_hedgeBson = BSON("en" << true);
     EXPECT_TRUE(back.hasHedgeParam());
 }
@@ -152,13 +144,7 @@ TEST(RecordBson, BadJsonTextIsRefusedWithoutThrowing)
 // is cut towards zero, as before. Bool fields take any non-zero number.
 TEST(RecordBson, NumbersBeyondTheirIntegerReadAsAbsent)
 {
-    struct Case
-    {
-        double sent;
-        int asInt;
-        long long asInt64;
-        bool asBool;
-    };
+    struct Case { double sent; int asInt; long long asInt64; bool asBool; };
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const Case cases[] = {
         {12.9, 12, 12, true},
@@ -173,14 +159,12 @@ TEST(RecordBson, NumbersBeyondTheirIntegerReadAsAbsent)
     };
     for (const Case &c : cases) {
         const bson::BSONObj obj = BSON("v" << c.sent);
-        EXPECT_EQ(bsonInt(obj, "v", -1), c.asInt) << c.sent;
-        EXPECT_EQ(bsonInt64(obj, "v", -1), c.asInt64) << c.sent;
-        EXPECT_EQ(bsonBool(obj, "v", false), c.asBool) << c.sent;
+        EXPECT_EQ(fields(bsonInt(obj, "v", -1), bsonInt64(obj, "v", -1), bsonBool(obj, "v", false)), fields(c.asInt, c.asInt64, c.asBool))
+            << c.sent;
     }
     // A whole order setting read from such a record keeps its defaults for those fields.
     COrderSetting setting;
     setting.bsonValueFromObj(BSON("ot" << 1.18971e217 << "sa" << 1.18971e217 << "st" << nan));
-    EXPECT_EQ(setting.m_orderType, COrderSetting().m_orderType);
-    EXPECT_TRUE(setting.m_stepIsAbsolute);
-    EXPECT_EQ(setting.m_startTime, COrderSetting().m_startTime);
+    EXPECT_EQ(fields(setting.m_orderType, setting.m_stepIsAbsolute, setting.m_startTime),
+              fields(COrderSetting().m_orderType, true, COrderSetting().m_startTime));
 }

@@ -6,6 +6,8 @@
 #include "OperationSide.h"
 #include "StockKey.h"
 
+#include "Fields.h"
+
 #include <gtest/gtest.h>
 
 using namespace ttservice;
@@ -14,27 +16,17 @@ namespace {
 
 TEST(DoubleCompare, UsesTheTolerance)
 {
-    struct Row {
-        const char *name;
-        double a, b;
-        bool equal, greater, less;
-    };
+    struct Row { const char *name; double a, b; bool equal, greater, less; };
     const Row rows[] = {{"same", 1.0, 1.0, true, false, false},
                         {"withinTolerance", 1.0, 1.000009, true, false, false},
                         {"justOutside", 1.0, 1.00002, false, false, true},
                         {"greater", 2.5, 2.4, false, true, false},
                         {"noValueWithItself", NO_VALUE, NO_VALUE, true, false, false}};
     for (const Row &row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(isEqual(row.a, row.b), row.equal);
-        EXPECT_EQ(isGreater(row.a, row.b), row.greater);
-        EXPECT_EQ(isLess(row.a, row.b), row.less);
+        EXPECT_EQ(fields(isEqual(row.a, row.b), isGreater(row.a, row.b), isLess(row.a, row.b)), fields(row.equal, row.greater, row.less))
+            << row.name;
     }
-    EXPECT_TRUE(isZero(0.0));
-    EXPECT_TRUE(isZero(-0.000009));
-    EXPECT_FALSE(isZero(0.00002));
-    EXPECT_FALSE(hasValue(NO_VALUE));
-    EXPECT_TRUE(hasValue(0.0));
+    EXPECT_EQ(fields(isZero(0.0), isZero(-0.000009), isZero(0.00002), hasValue(NO_VALUE), hasValue(0.0)), "true|true|false|false|true");
 }
 
 TEST(StockKey, JoinsAndSplitsCodeAndMarket)
@@ -42,8 +34,7 @@ TEST(StockKey, JoinsAndSplitsCodeAndMarket)
     EXPECT_EQ(utils::vqStockKey("SH", "600000"), "600000.SH");
     std::string market, code;
     ASSERT_TRUE(utils::splitStockKey("IF2412.CFFEX", market, code));
-    EXPECT_EQ(market, "CFFEX");
-    EXPECT_EQ(code, "IF2412");
+    EXPECT_EQ(market + " " + code, "CFFEX IF2412");
     EXPECT_FALSE(utils::splitStockKey("600000", market, code));
 }
 
@@ -58,12 +49,8 @@ TEST(OperationSide, BuySideOperations)
 TC::CPriceData quote()
 {
     TC::CPriceData q;
-    q.m_lastPrice = 10.0;
-    q.m_lastClose = 9.5;
-    q.m_bidPrice1 = 9.99;
-    q.m_askPrice1 = 10.01;
-    q.m_upStopPrice = 10.45;
-    q.m_downStopPrice = 8.55;
+    q.m_lastPrice = 10.0, q.m_lastClose = 9.5, q.m_bidPrice1 = 9.99, q.m_askPrice1 = 10.01;
+    q.m_upStopPrice = 10.45, q.m_downStopPrice = 8.55;
     return q;
 }
 
@@ -98,8 +85,9 @@ TEST(PriceData, MissingPricesFallBackToLastThenCloseAndAutoPriceMovesTowardsTheM
 
     boost::shared_ptr<CAutoPriceParam> ticks(new CAutoPriceParam);
     ticks->m_tickOffset = 2;
-    EXPECT_NEAR(quote().getPriceForOrder(PRICE_TYPE_LAST, OT_BUY, ORDER_TYPE_NORMAL, 0, ticks), 10.02, 1e-9);
-    EXPECT_NEAR(quote().getPriceForOrder(PRICE_TYPE_LAST, OT_SELL, ORDER_TYPE_NORMAL, 0, ticks), 9.98, 1e-9);
+    EXPECT_EQ(fields(quote().getPriceForOrder(PRICE_TYPE_LAST, OT_BUY, ORDER_TYPE_NORMAL, 0, ticks),
+                     quote().getPriceForOrder(PRICE_TYPE_LAST, OT_SELL, ORDER_TYPE_NORMAL, 0, ticks)),
+              "10.02|9.98");
 }
 
 } // namespace

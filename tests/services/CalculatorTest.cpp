@@ -1,5 +1,7 @@
 #include "CQuoteClient.h"
 #include "CUserConfig.h"
+#include "Fields.h"
+#include "SampleMarket.h"
 #include "SubstituteReset.h"
 #include "TraderCenter.h"
 
@@ -18,17 +20,7 @@ protected:
     // A stock account with this money, holding 1000 of 600000.SH of which 400 may be sold.
     static boost::shared_ptr<CAccountData> stockAccount(double available)
     {
-        CAccountInfo info;
-        info.m_accountKey = "acc1";
-        info.m_brokerType = BROKER_TYPE_STOCK;
-        CAccountDetail detail;
-        detail.m_available = available;
-        CPositionStatics held;
-        held.m_market = "SH";
-        held.m_stockCode = "600000";
-        held.m_volume = 1000;
-        held.m_canUseVolume = 400;
-        TC::getUserConfig()->addAccount(info, detail, {held});
+        sample::addAccount("acc1", BROKER_TYPE_STOCK, available, {sample::held("SH", "600000", 1000, 400)});
         return TraderCenter::instance()->getDataCenter()->getAccountData("acc1");
     }
     static long long available(const boost::shared_ptr<CAccountData> &data, const char *market, const char *code,
@@ -43,13 +35,7 @@ protected:
 
 TEST_F(Calculator, BuyVolumeIsTheWholeLotsTheMoneyPaysFor)
 {
-    struct Row {
-        const char *name;
-        double money;
-        const char *market;
-        double price;
-        long long volume, expected;
-    };
+    struct Row { const char *name; double money; const char *market; double price; long long volume, expected; };
     const Row rows[] = {{"roundsDownToTheLot", 10000.0, "SH", 10.5, 0, 900},
                         {"exactLots", 10000.0, "SH", 10.0, 0, 1000},
                         {"cappedByTheWantedVolume", 10000.0, "SH", 10.0, 300, 300},
@@ -73,39 +59,23 @@ TEST_F(Calculator, BuyVolumeIsTheWholeLotsTheMoneyPaysFor)
 TEST_F(Calculator, AvailableVolumeOfASellIsWhatCanBeSoldAndOfABuyWhatTheMoneyPaysFor)
 {
     const boost::shared_ptr<CAccountData> data = stockAccount(5000.0);
-    EXPECT_EQ(available(data, "SH", "600000", OT_SELL, 10.0), 400);
-    EXPECT_EQ(available(data, "SH", "600036", OT_SELL, 10.0), 0);
-    EXPECT_EQ(available(data, "SH", "600000", OT_SELL, 10.0, 100), 100);
-    EXPECT_EQ(available(data, "SH", "600000", OT_BUY, 10.0), 500);
-    EXPECT_EQ(available(nullptr, "SH", "600000", OT_BUY, 10.0), 0);
+    // A sell of the held stock, of another, held to 100; a buy, and one of no account.
+    EXPECT_EQ(fields(available(data, "SH", "600000", OT_SELL, 10.0), available(data, "SH", "600036", OT_SELL, 10.0),
+                     available(data, "SH", "600000", OT_SELL, 10.0, 100), available(data, "SH", "600000", OT_BUY, 10.0),
+                     available(nullptr, "SH", "600000", OT_BUY, 10.0)),
+              "400|0|100|500|0");
     // Without a line price the quote's price counts; without either nothing can be worked out.
     EXPECT_EQ(available(data, "SH", "600000", OT_BUY, NO_VALUE), 0);
-    TC::CPriceData quote;
-    quote.m_market = "SH";
-    quote.m_stockCode = "600000";
-    quote.m_lastPrice = 25.0;
-    TC::CQuoteClient::instance()->setStockPrice(quote);
+    sample::setQuote("SH", "600000", 25.0);
     EXPECT_EQ(available(data, "SH", "600000", OT_BUY, NO_VALUE), 200);
 }
 
 // A contract held 3 long (2 closable) and 1 short, with money for 5 lots at the line's price.
 TEST_F(Calculator, FuturesClosesReadTheSideTheyCloseAndOpensTheMoney)
 {
-    CAccountInfo info;
-    info.m_accountKey = "f1";
-    info.m_brokerType = BROKER_TYPE_FUTURE;
-    CAccountDetail detail;
-    detail.m_available = 5000.0;
-    CPositionStatics longSide;
-    longSide.m_market = "CFFEX";
-    longSide.m_stockCode = "IF01";
-    longSide.m_volume = 3;
-    longSide.m_canUseVolume = 2;
-    CPositionStatics shortSide = longSide;
+    CPositionStatics shortSide = sample::held("CFFEX", "IF01", 1, 1);
     shortSide.m_direction = 49;
-    shortSide.m_volume = 1;
-    shortSide.m_canUseVolume = 1;
-    TC::getUserConfig()->addAccount(info, detail, {longSide, shortSide});
+    sample::addAccount("f1", BROKER_TYPE_FUTURE, 5000.0, {sample::held("CFFEX", "IF01", 3, 2), shortSide});
     const auto data = TraderCenter::instance()->getDataCenter()->getAccountData("f1");
     const std::pair<EOperationType, long long> rows[] = {
         {OT_CLOSE_LONG, 2},      {OT_CLOSE_LONG_TODAY, 2}, {OT_CLOSE_LONG_YESTERDAY, 2}, {OT_CLOSE_SHORT, 1},

@@ -1,6 +1,7 @@
 #include "CExchangeClient.h"
 #include "StockTypeCacheCenter.h"
 #include "StockTypeCenter.h"
+#include "Fields.h"
 #include "SubstituteReset.h"
 #include "TradeUnits.h"
 
@@ -42,33 +43,29 @@ protected:
 TEST_F(ExchangeClient, FindsInstrumentsAndTheirTickByStockKeyMarketAndCodeOrCodeAlone)
 {
     const CExchangeClient *client = CExchangeClient::instance();
-    EXPECT_TRUE(client->hasCode(QStringLiteral("600000.SH")));
-    EXPECT_TRUE(client->hasCode(QStringLiteral("SH600000")));
-    EXPECT_TRUE(client->hasCode(QStringLiteral("600000")));
-    EXPECT_FALSE(client->hasCode(QStringLiteral("600000.SZ")));
-    EXPECT_FALSE(client->hasCode(QStringLiteral("SZ600000")));
-    EXPECT_FALSE(client->hasCode(QString()));
+    for (const char *key : {"600000.SH", "SH600000", "600000"})
+        EXPECT_TRUE(client->hasCode(QString::fromLatin1(key))) << key;
+    for (const char *key : {"600000.SZ", "SZ600000", ""})
+        EXPECT_FALSE(client->hasCode(QString::fromLatin1(key))) << key;
 
     const auto detail = client->getCodeInfo(QStringLiteral("SZ000001"));
     ASSERT_TRUE(detail);
     EXPECT_EQ(detail->m_market, "SZ");
     EXPECT_FALSE(client->getCodeInfo(QStringLiteral("999999.SH")));
 
-    EXPECT_TRUE(client->hasFuture(QStringLiteral("IF2401")));
-    EXPECT_FALSE(client->hasFuture(QStringLiteral("600000")));
-    EXPECT_DOUBLE_EQ(client->getCodePriceTick(QStringLiteral("IF2401")), 0.2);
-    EXPECT_DOUBLE_EQ(client->getCodePriceTick(QStringLiteral("600000.SH")), 0.01);
-    EXPECT_DOUBLE_EQ(client->getCodePriceTick(QStringLiteral("unknown")), 0.0);
+    EXPECT_EQ(fields(client->hasFuture(QStringLiteral("IF2401")), client->hasFuture(QStringLiteral("600000"))), "true|false");
+    EXPECT_EQ(fields(client->getCodePriceTick(QStringLiteral("IF2401")), client->getCodePriceTick(QStringLiteral("600000.SH")),
+                     client->getCodePriceTick(QStringLiteral("unknown"))),
+              "0.2|0.01|0");
 }
 
 TEST_F(ExchangeClient, MarketByStockCodeIgnoresFuturesAndRemovedInstrumentsAndPrefersTheHint)
 {
     const CExchangeClient *client = CExchangeClient::instance();
-    EXPECT_EQ(client->getMarketByStockCode("600000", ""), "SH");
-    EXPECT_EQ(client->getMarketByStockCode("000001", ""), "SZ");
-    EXPECT_EQ(client->getMarketByStockCode("000001", "SH"), "SH");
-    EXPECT_EQ(client->getMarketByStockCode("IF2401", ""), "");
-    EXPECT_EQ(client->getMarketByStockCode("123456", ""), "");
+    EXPECT_EQ(fields(client->getMarketByStockCode("600000", ""), client->getMarketByStockCode("000001", ""),
+                     client->getMarketByStockCode("000001", "SH"), client->getMarketByStockCode("IF2401", ""),
+                     client->getMarketByStockCode("123456", "")),
+              "SH|SZ|SH||");
 
     CExchangeClient::instance()->removeInstrument("SH", "000001");
     EXPECT_FALSE(client->hasCode(QStringLiteral("000001.SH")));
@@ -77,16 +74,11 @@ TEST_F(ExchangeClient, MarketByStockCodeIgnoresFuturesAndRemovedInstrumentsAndPr
 
 TEST_F(ExchangeClient, TradeUnitsComeFromTheInstrumentOrTheMarket)
 {
-    EXPECT_EQ(getTradeMinUnit("SH", "688001"), 200);
-    EXPECT_EQ(getTradeMinUnit("SZ", "300750"), 100);
-    EXPECT_EQ(getTradeMinUnit("DCE", "m2405"), 1);
-    EXPECT_EQ(getUiMinUnit("SH", "688001", true), 200);
-    EXPECT_EQ(getUiMinUnit("SH", "688001", false), 1);
-    EXPECT_EQ(getStockTradeUnit("SH", "688001"), 200);
-
+    EXPECT_EQ(fields(getTradeMinUnit("SH", "688001"), getTradeMinUnit("SZ", "300750"), getTradeMinUnit("DCE", "m2405")), "200|100|1");
+    EXPECT_EQ(fields(getUiMinUnit("SH", "688001", true), getUiMinUnit("SH", "688001", false), getStockTradeUnit("SH", "688001")),
+              "200|1|200");
     CExchangeClient::instance()->addInstrument(instrument("SH", "900901", 0.001, 0));
-    EXPECT_EQ(getTradeMinUnit("SH", "900901"), 0);
-    EXPECT_EQ(getStockTradeUnit("SH", "900901"), 1);
+    EXPECT_EQ(fields(getTradeMinUnit("SH", "900901"), getStockTradeUnit("SH", "900901")), "0|1");
 }
 
 TEST(FindInstruments, KeepsTheFirstCodesUpToTheLimit)
@@ -140,10 +132,10 @@ TEST(InstrumentTypes, TypedStocksAndKindsAreSetByMarketAndCode)
 {
     TC::resetAllSubstitutes();
     StockTypeCenter::setTypedStock(126, "SH", "204001");
-    EXPECT_TRUE(StockTypeCenter::isTypedStock(126, "SH", "204001"));
-    EXPECT_TRUE(StockTypeCenter::isTypedStock(126, QStringLiteral("SH"), QStringLiteral("204001")));
-    EXPECT_FALSE(StockTypeCenter::isTypedStock(126, "SZ", "204001"));
-    EXPECT_FALSE(StockTypeCenter::isTypedStock(100017, "SH", "204001"));
+    EXPECT_EQ(fields(StockTypeCenter::isTypedStock(126, "SH", "204001"),
+                     StockTypeCenter::isTypedStock(126, QStringLiteral("SH"), QStringLiteral("204001")),
+                     StockTypeCenter::isTypedStock(126, "SZ", "204001"), StockTypeCenter::isTypedStock(100017, "SH", "204001")),
+              "true|true|false|false");
 
     StockTypeCache kinds;
     kinds.m_etf = true;

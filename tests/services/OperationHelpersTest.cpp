@@ -3,6 +3,7 @@
 #include "ChineseNumerals.h"
 #include "ComposeModules.h"
 #include "DataHelper.h"
+#include "Fields.h"
 #include "LuaModuleCtrl.h"
 #include "OperationHelpers.h"
 #include "OrderSettingText.h"
@@ -22,12 +23,7 @@ namespace {
 
 TEST(Operation, NameSideCloseAndSwap)
 {
-    struct Row {
-        EOperationType operation;
-        const char *text;
-        bool buy, close;
-        EOperationType swapped;
-    };
+    struct Row { EOperationType operation; const char *text; bool buy, close; EOperationType swapped; };
     const Row rows[] = {{OT_BUY, "买入", true, false, OT_SELL},
                         {OT_SELL, "卖出", false, false, OT_BUY},
                         {OT_MARGIN_BUY, "融资买入", true, false, OT_SELL_TO_REPAY},
@@ -41,23 +37,18 @@ TEST(Operation, NameSideCloseAndSwap)
                         {OT_CLOSE_LONG_TODAY, "平多", false, true, OT_CLOSE_SHORT_TODAY}};
     for (const Row &row : rows) {
         SCOPED_TRACE(row.text);
-        EXPECT_EQ(TC::operationToString(row.operation), QString::fromUtf8(row.text));
-        EXPECT_EQ(TC::isBuy(row.operation), row.buy);
-        EXPECT_EQ(DataHelper::isBuy(row.operation), row.buy);
-        EXPECT_EQ(TC::isClose(row.operation), row.close);
-        EXPECT_EQ(TC::swapOperationType(row.operation), row.swapped);
-        EXPECT_EQ(TC::swapOperationType(TC::swapOperationType(row.operation)), row.operation);
-        EXPECT_EQ(TC::getBuyOrSellType(row.operation), row.buy ? OT_BUY : OT_SELL);
+        // The name, buy in both helpers, close, the swap and the swap back, the plain side.
+        EXPECT_EQ(fields(TC::operationToString(row.operation), TC::isBuy(row.operation), DataHelper::isBuy(row.operation),
+                         TC::isClose(row.operation), TC::swapOperationType(row.operation),
+                         TC::swapOperationType(TC::swapOperationType(row.operation)), TC::getBuyOrSellType(row.operation)),
+                  fields(QString::fromUtf8(row.text), row.buy, row.buy, row.close, row.swapped, row.operation, row.buy ? OT_BUY : OT_SELL));
     }
-    EXPECT_TRUE(TC::operationToString(OT_NONE).isEmpty());
-    EXPECT_EQ(TC::operationToString(77), QStringLiteral("77"));
-    EXPECT_EQ(TC::getBuyOrSellType(OT_NONE), OT_NONE);
-    EXPECT_EQ(TC::swapOperationType(OT_MONEY), OT_MONEY);
+    EXPECT_EQ(fields(TC::operationToString(OT_NONE), TC::operationToString(77), TC::getBuyOrSellType(OT_NONE), TC::swapOperationType(OT_MONEY)),
+              fields("", "77", OT_NONE, OT_MONEY));
     EXPECT_EQ(operationValueToString(OT_BUY), "买");
     EXPECT_EQ(TypeManager::instance()->getEnumItemName("ttservice::EEntrustBS", ENTRUST_SELL, VQ_TRADER_BASKET), "卖出");
     EXPECT_EQ(TypeManager::instance()->getEnumItemName("unknown", 5, VQ_TRADER_BASKET), "5");
-    EXPECT_TRUE(TC::isSubCmdOrder(SUB_COMMAND_ORDER));
-    EXPECT_FALSE(TC::isSubCmdOrder(SUB_COMMAND_NONE));
+    EXPECT_TRUE(TC::isSubCmdOrder(SUB_COMMAND_ORDER) && !TC::isSubCmdOrder(SUB_COMMAND_NONE));
 }
 
 TEST(OrderTypes, AlgorithmTypesAndParameterNamesAgree)
@@ -93,14 +84,8 @@ TEST(FixPriceRange, ABuyMayRiseAndASellFallByTheStepWithinTheDaysLimits)
         (absolute ? s.m_stepValue : s.m_stepRate) = value;
         return s;
     };
-    struct Row {
-        const char *name;
-        COrderSetting setting;
-        double price;
-        EOperationType operation;
-        boost::shared_ptr<TC::CPriceData> quote;
-        double high, low;
-    };
+    struct Row { const char *name; COrderSetting setting; double price; EOperationType operation;
+                 boost::shared_ptr<TC::CPriceData> quote; double high, low; };
     const Row rows[] = {
         {"buyRisesByTheStep", step(true, 0.5), 10.0, OT_BUY, quote(11.0, 9.0), 10.5, 9.0},
         {"buyStopsAtTheRiseLimit", step(true, 2.0), 10.0, OT_BUY, quote(11.0, 9.0), 11.0, 9.0},
@@ -141,9 +126,8 @@ TEST(BatchFlagNames, EachListHasItsNameAndOnlyListsHaveOne)
         EXPECT_EQ(TC::nameBatchFlag(name), QFlags<TC::ETempBatchOrderFlag>(flag)) << flag;
     }
     EXPECT_EQ(TC::batchFlagName(TC::BATCH_SELL), QStringLiteral("批量卖出组合"));
-    EXPECT_TRUE(TC::batchFlagName(TC::BATCH_NONE).isEmpty());
-    EXPECT_TRUE(TC::batchFlagName(QFlags<TC::ETempBatchOrderFlag>(64)).isEmpty());
-    EXPECT_TRUE(TC::batchFlagName(TC::BATCH_BUY | TC::BATCH_SELL).isEmpty());
+    for (const auto flags : {TC::ETempBatchOrderFlags(TC::BATCH_NONE), TC::ETempBatchOrderFlags(64), TC::BATCH_BUY | TC::BATCH_SELL})
+        EXPECT_TRUE(TC::batchFlagName(flags).isEmpty()) << int(flags);
     EXPECT_EQ(TC::nameBatchFlag(QStringLiteral("我的篮子")), QFlags<TC::ETempBatchOrderFlag>());
     EXPECT_EQ(TC::nameBatchFlag(QString()), QFlags<TC::ETempBatchOrderFlag>());
 }
@@ -183,10 +167,7 @@ TEST(OrderSettingText, RoundTripKeepsEveryFieldAvoidsTheStringsSeparatorsAndBadT
     const QString text = TC::orderSettingToString(setting);
     const COrderSetting back = TC::orderSettingFromString(text);
     EXPECT_TRUE(back.isEqual(setting)) << text.toStdString();
-    EXPECT_EQ(back.m_validSeconds, 90);
-    EXPECT_DOUBLE_EQ(back.m_stepRate, 0.005);
-    EXPECT_EQ(back.m_endTime, 1704166200);
-    EXPECT_DOUBLE_EQ(back.m_fixedPrice, 10.5);
+    EXPECT_EQ(fields(back.m_validSeconds, back.m_stepRate, back.m_endTime, back.m_fixedPrice), "90|0.005|1704166200|10.5");
     for (const char separator : {'|', '/', '%', '=', '*', '\n'})
         EXPECT_FALSE(text.contains(QLatin1Char(separator))) << text.toStdString();
 
@@ -204,14 +185,11 @@ TEST(ModuleSwitches, AllNamedModulesMustBeOnAndConnectTabsFollowTheirModules)
     EXPECT_TRUE(modules->checkModule({"mdl_order_compose_futures"}));
     EXPECT_FALSE(LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_compose_one_key_futures", "mdl_order_compose_futures"}));
     EXPECT_FALSE(LuaModuleCtrl::checkModule({"mdl_auth", "mdl_order_compose_futures"}));
-    EXPECT_FALSE(TC::hasComposeHgtType());
-    EXPECT_TRUE(TC::hasComposeSgtType());
-    EXPECT_TRUE(TC::hasComposeGgtType());
+    EXPECT_EQ(fields(TC::hasComposeHgtType(), TC::hasComposeSgtType(), TC::hasComposeGgtType()), "false|true|true");
 
     modules->setModule("mdl_order_compose_sgt", false);
     modules->setModule("mdl_order_compose_hgt", true);
-    EXPECT_TRUE(TC::hasComposeHgtType());
-    EXPECT_TRUE(TC::hasComposeGgtType());
+    EXPECT_TRUE(TC::hasComposeHgtType() && TC::hasComposeGgtType());
     // Turning the group off turns off its modules.
     modules->setModule("mdl_order", false);
     EXPECT_FALSE(LuaModuleCtrl::checkModule({"mdl_order", "mdl_order_compose_futures"}));

@@ -1,5 +1,7 @@
 #include "CQuoteClient.h"
 #include "CQuoteRequest.h"
+#include "Fields.h"
+#include "SampleMarket.h"
 #include "SubstituteReset.h"
 
 #include <gtest/gtest.h>
@@ -21,14 +23,7 @@ namespace {
 
 const QString kKey = QStringLiteral("600000.SH");
 
-CPriceData quote(const char *code, double last)
-{
-    CPriceData q;
-    q.m_market = "SH";
-    q.m_stockCode = code;
-    q.m_lastPrice = last;
-    return q;
-}
+CPriceData quote(const char *code, double last) { return sample::quote("SH", code, last); }
 
 // Counts the quotes a callback received and remembers the last price and thread.
 struct Receiver
@@ -89,17 +84,15 @@ TEST_F(QuoteSubscription, EverySubscriberOfTheKeyGetsTheQuoteAndOtherKeysDoNot)
     EXPECT_EQ(CQuoteClient::instance()->subscriptionCount(kKey), 2);
 
     CQuoteClient::instance()->publishQuote(quote("600000", 9.9));
-    EXPECT_EQ(first.count, 1);
-    EXPECT_EQ(second.count, 1);
-    EXPECT_EQ(other.count, 0);
+    EXPECT_EQ(fields(first.count.load(), second.count.load(), other.count.load()), "1|1|0");
 }
 
 TEST_F(QuoteSubscription, SuspendedStocksAreKnownByKeyAndByMarketAndCode)
 {
     CQuoteClient::instance()->setStoppedStock(kKey, true);
-    EXPECT_TRUE(CQuoteClient::instance()->isStoppedStock(kKey));
-    EXPECT_TRUE(TC::isStoppedStock(QStringLiteral("SH"), QStringLiteral("600000")));
-    EXPECT_FALSE(TC::isStoppedStock(QStringLiteral("SZ"), QStringLiteral("600000")));
+    EXPECT_EQ(fields(CQuoteClient::instance()->isStoppedStock(kKey), TC::isStoppedStock(QStringLiteral("SH"), QStringLiteral("600000")),
+                     TC::isStoppedStock(QStringLiteral("SZ"), QStringLiteral("600000"))),
+              "true|true|false");
     CQuoteClient::instance()->setStoppedStock(kKey, false);
     EXPECT_FALSE(TC::isStoppedStock(QStringLiteral("SH"), QStringLiteral("600000")));
 }

@@ -1,6 +1,8 @@
 #include "CExchangeClient.h"
 #include "CTradeClient.h"
 #include "OperationSide.h"
+#include "Fields.h"
+#include "SampleMarket.h"
 #include "SubstituteReset.h"
 
 #include <gtest/gtest.h>
@@ -27,20 +29,9 @@ std::vector<boost::shared_ptr<CAccountInfo>> accounts(size_t count)
 TEST(SplitEntrusts, DividesByWeightInWholeLotsAndNeverGivesABuyAnOddLot)
 {
     TC::resetAllSubstitutes();
-    CInstrumentDetail star;
-    star.m_market = "SH";
-    star.m_stockCode = "688001";
-    star.m_tradeUnit = 200;
-    TC::CExchangeClient::instance()->addInstrument(star);
-    struct Row {
-        const char *name;
-        int volume;
-        const char *market;
-        std::vector<double> weights;
-        std::vector<int> expected;
-        EOperationType operation = OT_BUY;
-        const char *code = "600000";
-    };
+    sample::addInstrument("SH", "688001", 0x7fffffff, std::string(), 200);
+    struct Row { const char *name; int volume; const char *market; std::vector<double> weights; std::vector<int> expected;
+                 EOperationType operation = OT_BUY; const char *code = "600000"; };
     const Row rows[] = {
         {"equalWeights", 1000, "SH", {1.0, 1.0}, {500, 500}},
         {"roundedDownToLots", 1000, "SH", {1.0, 2.0}, {400, 600}},
@@ -99,12 +90,8 @@ TEST(SplitEntrusts, CallsAreRecordedAndAHandlerMayScriptTheAnswer)
     EXPECT_EQ(split, (std::vector<int>{1, 1, 1}));
     ASSERT_EQ(CTradeClient::instance()->splitCalls().size(), 1u);
     const CTradeClient::CSplitEntrustsCall &call = CTradeClient::instance()->splitCalls().front();
-    EXPECT_EQ(call.m_volume, 300);
-    EXPECT_EQ(call.m_priceType, PRICE_TYPE_FIXED);
-    EXPECT_EQ(call.m_splitType, 3);
-    EXPECT_EQ(call.m_market, "SZ");
-    EXPECT_EQ(call.m_operation, OT_SELL);
-    EXPECT_EQ(call.m_orderType, -1);
+    EXPECT_EQ(fields(call.m_volume, call.m_priceType, call.m_splitType, call.m_market, call.m_operation, call.m_orderType),
+              fields(300, PRICE_TYPE_FIXED, 3, "SZ", OT_SELL, -1));
     TC::resetAllSubstitutes();
 }
 

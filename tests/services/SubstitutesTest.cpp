@@ -21,6 +21,9 @@
 #include "SubstituteReset.h"
 #include "TraderCenter.h"
 
+#include "Fields.h"
+#include "SampleMarket.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -54,18 +57,15 @@ TEST_F(RecordedServiceCalls, ShowMsgAndTheHedgeServiceKeepEveryArgument)
                                  true, QStringLiteral("x"));
     ASSERT_EQ(TC::getMsgService()->shownMessages().size(), 1u);
     const TC::CMsgService::CShowMsgCall &call = TC::getMsgService()->shownMessages().front();
-    EXPECT_EQ(call.m_type, TC::MSG_TYPE_ORDER_RESULT);
-    EXPECT_EQ(call.m_level, MSG_LEVEL_ORDER);
-    EXPECT_FALSE(call.m_showPopup);
-    EXPECT_TRUE(call.m_playSound);
-    EXPECT_EQ(call.m_extra, QStringLiteral("x"));
+    EXPECT_EQ(fields(call.m_type, call.m_level, call.m_showPopup, call.m_playSound, call.m_extra),
+              fields(TC::MSG_TYPE_ORDER_RESULT, MSG_LEVEL_ORDER, false, true, "x"));
     EXPECT_EQ(seen, std::vector<QString>{QStringLiteral("可用资金不足!")});
 
     boost::shared_ptr<COrderCommand> command(new COrderCommand);
     TC::CBasketHedgeManager::instance()->onBasketCommand(command, true);
     ASSERT_EQ(TC::CBasketHedgeManager::instance()->basketCommands().size(), 1u);
-    EXPECT_EQ(TC::CBasketHedgeManager::instance()->basketCommands()[0].m_command, command);
-    EXPECT_TRUE(TC::CBasketHedgeManager::instance()->basketCommands()[0].m_manual);
+    EXPECT_TRUE(TC::CBasketHedgeManager::instance()->basketCommands()[0].m_command == command
+                && TC::CBasketHedgeManager::instance()->basketCommands()[0].m_manual);
     CBasketHedgeParam hedge;
     hedge.m_hedgeType = 2;
     EXPECT_TRUE(TC::saveHedgeParam("key____tag____3", hedge));
@@ -86,15 +86,16 @@ TEST_F(RecordedServiceCalls, PlacingChecksAnswerAsScriptedAndRecordTheirArgument
     TC::CAlgorithmAuthorityConfig::instance().setAuthorityResult(false);
     EXPECT_FALSE(TC::CAlgorithmAuthorityConfig::instance().bCheckAuthority(orders, "TWAP", ""));
     ASSERT_EQ(TC::CAlgorithmAuthorityConfig::instance().checks().size(), 2u);
-    EXPECT_EQ(TC::CAlgorithmAuthorityConfig::instance().checks()[0].m_buyStrategy, "SWITCH");
-    EXPECT_EQ(TC::CAlgorithmAuthorityConfig::instance().checks()[0].m_sellStrategy, "VWAP");
+    EXPECT_EQ(fields(TC::CAlgorithmAuthorityConfig::instance().checks()[0].m_buyStrategy,
+                     TC::CAlgorithmAuthorityConfig::instance().checks()[0].m_sellStrategy),
+              "SWITCH|VWAP");
 
     // The algorithm help dialogs record their calls and let the placing go on.
     EXPECT_TRUE(TC::CAlgorithmHelpDialog::tryHelp(oneLine()));
     TC::CVqAlgorithmHelpDialog::doHelp();
-    EXPECT_EQ(TC::CAlgorithmHelpDialog::triedHelps().size(), 1u);
-    EXPECT_EQ(TC::CAlgorithmHelpDialog::helpCount(), 0);
-    EXPECT_EQ(TC::CVqAlgorithmHelpDialog::helpCount(), 1);
+    EXPECT_EQ(fields(TC::CAlgorithmHelpDialog::triedHelps().size(), TC::CAlgorithmHelpDialog::helpCount(),
+                     TC::CVqAlgorithmHelpDialog::helpCount()),
+              "1|0|1");
 
     QMap<int, boost::shared_ptr<COrderCommand>> commands;
     commands.insert(42, boost::shared_ptr<COrderCommand>(new COrderCommand));
@@ -113,12 +114,11 @@ TEST_F(RecordedServiceCalls, BlackStocksAndTheirReplacementsArePerAccount)
     TC::CBlackAndWhiteListService *lists = TC::CBlackAndWhiteListService::instance();
     lists->addBlackStock(QStringLiteral("A1"), QStringLiteral("600000.SH"));
     lists->setWhiteStock(QStringLiteral("A1"), QStringLiteral("600036.SH"), QStringLiteral("601398.SH"));
-    EXPECT_TRUE(lists->isBlackStock(QStringLiteral("A1"), QStringLiteral("600000.SH")));
-    EXPECT_TRUE(lists->isBlackStock(QStringLiteral("A1"), QStringLiteral("600036.SH")));
-    EXPECT_FALSE(lists->isBlackStock(QStringLiteral("A2"), QStringLiteral("600000.SH")));
-    EXPECT_TRUE(lists->getWhiteStock(QStringLiteral("A1"), QStringLiteral("600000.SH")).isEmpty());
-    EXPECT_EQ(lists->getWhiteStock(QStringLiteral("A1"), QStringLiteral("600036.SH")), QStringLiteral("601398.SH"));
-    EXPECT_TRUE(lists->getWhiteStock(QStringLiteral("A2"), QStringLiteral("600036.SH")).isEmpty());
+    const QString a1 = QStringLiteral("A1"), a2 = QStringLiteral("A2"), spdb = QStringLiteral("600000.SH"),
+                  cmb = QStringLiteral("600036.SH");
+    // Black for A1, not for A2; the white stock of A1's second black one only.
+    EXPECT_EQ(fields(lists->isBlackStock(a1, spdb), lists->isBlackStock(a1, cmb), lists->isBlackStock(a2, spdb)), "true|true|false");
+    EXPECT_EQ(fields(lists->getWhiteStock(a1, spdb), lists->getWhiteStock(a1, cmb), lists->getWhiteStock(a2, cmb)), "|601398.SH|");
 }
 
 TEST_F(RecordedServiceCalls, QueriesAreRecordedAndAnsweredAndTheTimeIsFrozenAndSettable)
@@ -133,14 +133,11 @@ TEST_F(RecordedServiceCalls, QueriesAreRecordedAndAnsweredAndTheTimeIsFrozenAndS
     EXPECT_TRUE(center->queryData(request, IDataCenter::QueryCallback(), 0));
     const auto queries = TraderCenter::instance()->memoryDataCenter()->queries();
     ASSERT_EQ(queries.size(), 2u);
-    EXPECT_EQ(queries[0].m_request->m_dataType, 13904);
-    EXPECT_TRUE(queries[0].m_hasCallback);
-    EXPECT_FALSE(queries[1].m_hasCallback);
-    EXPECT_EQ(answered, 1);
+    EXPECT_EQ(fields(queries[0].m_request->m_dataType, queries[0].m_hasCallback, queries[1].m_hasCallback, answered), "13904|true|false|1");
 
     EXPECT_EQ(TC::getTimeService()->currentTime(), TC::CTimeService::DEFAULT_TIME);
     TC::getTimeService()->advance(30);
-    EXPECT_EQ(TC::getTimeService()->currentTime(), TC::CTimeService::DEFAULT_TIME + 30);
+    EXPECT_EQ(TC::getTimeService()->currentTime() - TC::CTimeService::DEFAULT_TIME, 30);
     TC::getTimeService()->setCurrentTime(1000);
     EXPECT_EQ(TC::getTimeService()->currentTime(), 1000);
     TC::getTimeService()->useSystemClock(true);
@@ -185,15 +182,9 @@ void fillEverything()
     command->m_commandKey = "c";
     TC::CTradeClient::instance()->addCommand(command);
 
-    TC::CPriceData quote;
-    quote.m_market = "SH";
-    quote.m_stockCode = "600000";
-    TC::CQuoteClient::instance()->publishQuote(quote);
+    sample::setQuote("SH", "600000", 10.0);
     TC::CQuoteClient::instance()->setStoppedStock(QStringLiteral("600000.SH"), true);
-    CInstrumentDetail detail;
-    detail.m_market = "SH";
-    detail.m_stockCode = "600000";
-    TC::CExchangeClient::instance()->addInstrument(detail);
+    sample::addInstrument("SH", "600000");
     TC::CBlackAndWhiteListService::instance()->addBlackStock(QStringLiteral("acc"), QStringLiteral("600000.SH"));
     TC::CBasketHedgeManager::instance()->onBasketCommand(command, true);
     TC::getMsgService()->showMsg(QStringLiteral("m"), TC::MSG_TYPE_ORDER, MSG_LEVEL_ORDER, true, true, QString());
@@ -218,51 +209,41 @@ TEST(SubstituteReset, EveryServiceIsBackToItsEmptyState)
     fillEverything();
     TC::resetAllSubstitutes();
 
-    const TC::CUserConfig *config = TC::getUserConfig();
-    EXPECT_EQ(config->getRole(), 0);
-    EXPECT_TRUE(config->getUserName().isEmpty());
-    EXPECT_TRUE(config->getUserId().empty());
-    EXPECT_FALSE(config->hasPortfolio());
-    EXPECT_FALSE(config->isPbManager());
-    EXPECT_FALSE(config->hasUserAuth(1));
-    EXPECT_EQ(config->getAccountCount(), 0);
-    EXPECT_TRUE(config->baskets().isEmpty());
-    EXPECT_TRUE(config->msgSettings().isEmpty());
-    EXPECT_TRUE(config->patchSettings().isEmpty());
     // A store left set would outlive the test that set it.
     patchStoreCalls = 0;
-    config->savePatchSettings();
-    EXPECT_EQ(patchStoreCalls, 0);
-    EXPECT_TRUE(config->portfolios().isEmpty());
-    EXPECT_FALSE(TraderCenter::instance()->getDataCenter()->getAccountData("acc"));
-    EXPECT_TRUE(TraderCenter::instance()->memoryDataCenter()->queries().empty());
-
+    TC::getUserConfig()->savePatchSettings();
+    const TC::CUserConfig *config = TC::getUserConfig();
     TC::CTradeClient *trade = TC::CTradeClient::instance();
-    EXPECT_TRUE(trade->placedCommands().empty());
-    EXPECT_TRUE(trade->placedTasks().empty());
-    EXPECT_TRUE(trade->confirmedTasks().empty());
-    EXPECT_FALSE(trade->getCommandByKey("c"));
-    EXPECT_EQ(trade->getLoginStatus("acc"), 0);
     std::vector<CCodeOrderParam> orders;
-    EXPECT_TRUE(trade->confirmTask(nullptr, orders, false));
-
-    EXPECT_FALSE(TC::CQuoteClient::instance()->getStockPrice(QStringLiteral("600000.SH")));
-    EXPECT_FALSE(TC::CQuoteClient::instance()->isStoppedStock(QStringLiteral("600000.SH")));
-    EXPECT_EQ(TC::CExchangeClient::instance()->instrumentCount(), 0);
-    EXPECT_FALSE(TC::CBlackAndWhiteListService::instance()->isBlackStock(QStringLiteral("acc"),
-                                                                         QStringLiteral("600000.SH")));
-    EXPECT_TRUE(TC::CBasketHedgeManager::instance()->basketCommands().empty());
-    EXPECT_TRUE(TC::getMsgService()->shownMessages().empty());
-    EXPECT_EQ(TC::getTimeService()->currentTime(), TC::CTimeService::DEFAULT_TIME);
-    EXPECT_TRUE(TC::CTradeStatistics::instance()->checkedOrders().empty());
-    EXPECT_TRUE(TC::CTradeStatistics::instance()->checkMinAndInterval(orders));
-    EXPECT_TRUE(TC::CAlgorithmAuthorityConfig::instance().bCheckAuthority(orders, "", ""));
-    EXPECT_TRUE(TC::CAlgorithmHelpDialog::triedHelps().empty());
-    EXPECT_FALSE(StockTypeCenter::isTypedStock(126, "SH", "204001"));
-    EXPECT_TRUE(luawrapper::LuaModuleCtrl::instance()->modulesOn().empty());
-    EXPECT_TRUE(utils::CLogCenter::instance()->logEnabled());
-    EXPECT_TRUE(utils::isClockMSecFrozen());
-    EXPECT_DOUBLE_EQ(utils::clockMSec(), 0.0);
+    const std::pair<const char *, bool> emptied[] = {
+        {"role", config->getRole() == 0}, {"user name", config->getUserName().isEmpty()},
+        {"user id", config->getUserId().empty()}, {"portfolio right", !config->hasPortfolio()},
+        {"manager", !config->isPbManager()}, {"user right", !config->hasUserAuth(1)},
+        {"accounts", config->getAccountCount() == 0}, {"baskets", config->baskets().isEmpty()},
+        {"message settings", config->msgSettings().isEmpty()}, {"patch settings", config->patchSettings().isEmpty()},
+        {"patch store", patchStoreCalls == 0}, {"portfolios", config->portfolios().isEmpty()},
+        {"account data", !TraderCenter::instance()->getDataCenter()->getAccountData("acc")},
+        {"queries", TraderCenter::instance()->memoryDataCenter()->queries().empty()},
+        {"placed commands", trade->placedCommands().empty()}, {"placed tasks", trade->placedTasks().empty()},
+        {"confirmed tasks", trade->confirmedTasks().empty()}, {"instructions", !trade->getCommandByKey("c")},
+        {"login status", trade->getLoginStatus("acc") == 0}, {"confirm answer", trade->confirmTask(nullptr, orders, false)},
+        {"quotes", !TC::CQuoteClient::instance()->getStockPrice(QStringLiteral("600000.SH"))},
+        {"suspensions", !TC::CQuoteClient::instance()->isStoppedStock(QStringLiteral("600000.SH"))},
+        {"instruments", TC::CExchangeClient::instance()->instrumentCount() == 0},
+        {"black list", !TC::CBlackAndWhiteListService::instance()->isBlackStock(QStringLiteral("acc"), QStringLiteral("600000.SH"))},
+        {"hedge commands", TC::CBasketHedgeManager::instance()->basketCommands().empty()},
+        {"messages", TC::getMsgService()->shownMessages().empty()},
+        {"time", TC::getTimeService()->currentTime() == TC::CTimeService::DEFAULT_TIME},
+        {"checked orders", TC::CTradeStatistics::instance()->checkedOrders().empty()},
+        {"check answer", TC::CTradeStatistics::instance()->checkMinAndInterval(orders)},
+        {"authority answer", TC::CAlgorithmAuthorityConfig::instance().bCheckAuthority(orders, "", "")},
+        {"help calls", TC::CAlgorithmHelpDialog::triedHelps().empty()},
+        {"typed stocks", !StockTypeCenter::isTypedStock(126, "SH", "204001")},
+        {"modules", luawrapper::LuaModuleCtrl::instance()->modulesOn().empty()},
+        {"log", utils::CLogCenter::instance()->logEnabled()},
+        {"clock frozen", utils::isClockMSecFrozen()}, {"clock at 0", utils::clockMSec() == 0.0}};
+    for (const auto &e : emptied)
+        EXPECT_TRUE(e.second) << e.first << " outlived the reset";
 }
 
 // ---- the trade client ----
@@ -366,8 +347,7 @@ TEST_F(TradeClientRecording, PlaceTasksKeepsEveryArgumentInOrderAndShowsItAsJson
 
     ASSERT_EQ(CTradeClient::instance()->placedTasks().size(), 1u);
     const TC::CPlaceTasksCall &c = CTradeClient::instance()->placedTasks().front();
-    EXPECT_EQ(c.m_command, command);
-    EXPECT_EQ(c.m_autoPrice, autoPrice);
+    EXPECT_TRUE(c.m_command == command && c.m_autoPrice == autoPrice);
     boost::shared_ptr<CVqOrderTag> tag(new CVqOrderTag);
     tag->m_orderTagKey = "tag-key";
     c.m_callback(QVector<boost::shared_ptr<TaskImp>>(), tag);
@@ -400,8 +380,8 @@ TEST_F(TradeClientRecording, ConfirmTaskGivesTheScriptedAnswerAndInstructionsAnd
     CTradeClient::instance()->setConfirmTaskResult(false);
     EXPECT_FALSE(CTradeClient::instance()->confirmTask(nullptr, orders, true));
     ASSERT_EQ(CTradeClient::instance()->confirmedTasks().size(), 2u);
-    EXPECT_TRUE(CTradeClient::instance()->confirmedTasks()[1].m_flag);
-    EXPECT_EQ(CTradeClient::instance()->confirmedTasks()[1].m_orders[0].m_stockInfo.m_stockCode, "600000");
+    EXPECT_EQ(fields(CTradeClient::instance()->confirmedTasks()[1].m_flag, CTradeClient::instance()->confirmedTasks()[1].m_orders[0].m_stockInfo.m_stockCode),
+              "true|600000");
 
     CTradeClient::instance()->setConfirmTaskHandler(
         [](const CTradeClient::CConfirmTaskCall &call) { return call.m_orders.size() == 1; });
@@ -414,6 +394,6 @@ TEST_F(TradeClientRecording, ConfirmTaskGivesTheScriptedAnswerAndInstructionsAnd
     CTradeClient::instance()->addCommand(command);
     EXPECT_EQ(CTradeClient::instance()->getCommandByKey("cmd-1"), command);
     CTradeClient::instance()->setLoginStatus("acc1", LOGIN_STATUS_CONNECTING);
-    EXPECT_EQ(CTradeClient::instance()->getLoginStatus("acc1"), LOGIN_STATUS_CONNECTING);
-    EXPECT_EQ(CTradeClient::instance()->getLoginStatus("acc2"), 0);
+    EXPECT_EQ(fields(CTradeClient::instance()->getLoginStatus("acc1"), CTradeClient::instance()->getLoginStatus("acc2")),
+              fields(LOGIN_STATUS_CONNECTING, 0));
 }

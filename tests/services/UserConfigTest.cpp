@@ -1,5 +1,7 @@
 #include "CTradeClient.h"
 #include "CUserConfig.h"
+#include "Fields.h"
+#include "SampleMarket.h"
 #include "SubstituteReset.h"
 #include "TraderCenter.h"
 
@@ -84,11 +86,7 @@ TEST_F(UserConfig, MoneyAndPositionsReachTheAccountData)
 {
     CAccountDetail detail;
     detail.m_available = 5000.0;
-    CPositionStatics held;
-    held.m_market = "SH";
-    held.m_stockCode = "600000";
-    held.m_canUseVolume = 300;
-    config->addAccount(info("stock3", BROKER_TYPE_STOCK), detail, {held});
+    config->addAccount(info("stock3", BROKER_TYPE_STOCK), detail, {sample::held("SH", "600000", 0, 300)});
     const boost::shared_ptr<CAccountData> data = TraderCenter::instance()->getDataCenter()->getAccountData("stock3");
     ASSERT_TRUE(data && data->getAccountDetail());
     EXPECT_DOUBLE_EQ(data->getAccountDetail()->m_available, 5000.0);
@@ -110,8 +108,7 @@ TEST_F(UserConfig, ProductsAndRightsComeFromTheControlSurface)
 
     EXPECT_FALSE(config->hasUserAuth(TC::USER_AUTH_HEDGE));
     config->setUserAuth(TC::USER_AUTH_HEDGE, true);
-    EXPECT_TRUE(config->hasUserAuth(TC::USER_AUTH_HEDGE));
-    EXPECT_FALSE(config->hasUserAuth(TC::USER_AUTH_HEDGE + 1));
+    EXPECT_EQ(fields(config->hasUserAuth(TC::USER_AUTH_HEDGE), config->hasUserAuth(TC::USER_AUTH_HEDGE + 1)), "true|false");
 }
 
 TEST_F(UserConfig, PortfolioLookupsFollowTheTradeWord)
@@ -122,11 +119,7 @@ TEST_F(UserConfig, PortfolioLookupsFollowTheTradeWord)
     portfolio.m_portfolioName = "Growth";
     portfolio.m_tradeWords = 0x200;
     portfolio.m_accountKeys = {"stock1", "stock2"};
-    CPositionStatics held;
-    held.m_market = "SH";
-    held.m_stockCode = "600000";
-    held.m_volume = 700;
-    portfolio.m_positions["stock1"] = {held};
+    portfolio.m_positions["stock1"] = {sample::held("SH", "600000", 700, 0)};
     config->addPortfolio(portfolio);
     CPortfolio everywhere;
     everywhere.m_portfolioKey = "p2";
@@ -164,7 +157,7 @@ TEST_F(UserConfig, DisplayIdIsTheBrokerIdOrTheKeyAndTypedVolumesKeepTheirUnit)
     EXPECT_TRUE(isLoginStatusReady(TC::CTradeClient::instance()->getLoginStatus("stock1")));
     EXPECT_FALSE(isLoginStatusReady(LOGIN_STATUS_FAILED));
     // The unit a typed volume is held to: the lot for a buy, one share for a sell.
-    EXPECT_EQ(config->getMinUnit("SH", "600000", true), 100);
-    EXPECT_EQ(config->getMinUnit("SH", "600000", false), 1);
-    EXPECT_EQ(config->getMinUnit("CFFEX", "IF2401", true), 1);
+    EXPECT_EQ(fields(config->getMinUnit("SH", "600000", true), config->getMinUnit("SH", "600000", false),
+                     config->getMinUnit("CFFEX", "IF2401", true)),
+              "100|1|1");
 }

@@ -8,27 +8,47 @@
 // Instruments and last prices for tests that size or check order lists.
 namespace sample {
 
+// An instrument with its contract multiple (none by default), name, smallest lot and price tick.
 inline void addInstrument(const std::string &market, const std::string &code, int multiple = 0x7fffffff,
-                          const std::string &name = std::string())
+                          const std::string &name = std::string(), int tradeUnit = 100, double priceTick = 0.01)
 {
     ttservice::CInstrumentDetail detail;
     detail.m_market = market;
     detail.m_stockCode = code;
     detail.m_stockName = name;
     detail.m_volumeMultiple = multiple;
+    detail.m_tradeUnit = tradeUnit;
+    detail.m_priceTick = priceTick;
     TC::CExchangeClient::instance()->addInstrument(detail);
 }
 
-// Stores a quote as the last one of its instrument, without telling subscribers.
-inline void setQuote(const std::string &market, const std::string &code, double last,
-                     double close = ttservice::NO_VALUE)
+// A quote with the day's previous close and price limits.
+inline TC::CPriceData quote(const std::string &market, const std::string &code, double last,
+                            double close = ttservice::NO_VALUE, double up = ttservice::NO_VALUE,
+                            double down = ttservice::NO_VALUE)
 {
     TC::CPriceData quote;
     quote.m_market = market;
     quote.m_stockCode = code;
     quote.m_lastPrice = last;
     quote.m_lastClose = close;
-    TC::CQuoteClient::instance()->setStockPrice(quote);
+    quote.m_upStopPrice = up;
+    quote.m_downStopPrice = down;
+    return quote;
+}
+
+// Stores a quote as the last one of its instrument, without telling subscribers.
+inline void setQuote(const std::string &market, const std::string &code, double last,
+                     double close = ttservice::NO_VALUE)
+{
+    TC::CQuoteClient::instance()->setStockPrice(quote(market, code, last, close));
+}
+
+// Stores a quote as the last one and tells the subscribers, as the feed does.
+inline void publishQuote(const std::string &market, const std::string &code, double last,
+                         double close = ttservice::NO_VALUE)
+{
+    TC::CQuoteClient::instance()->publishQuote(quote(market, code, last, close));
 }
 
 } // namespace sample
@@ -102,15 +122,10 @@ inline void storeBasket(const QString &name, const QList<TC::CBasketStockData> &
 inline void setBook(const std::string &market, const std::string &code, double last, double ask, double bid,
                     double up = ttservice::NO_VALUE, double down = ttservice::NO_VALUE)
 {
-    TC::CPriceData quote;
-    quote.m_market = market;
-    quote.m_stockCode = code;
-    quote.m_lastPrice = last;
-    quote.m_askPrice1 = ask;
-    quote.m_bidPrice1 = bid;
-    quote.m_upStopPrice = up;
-    quote.m_downStopPrice = down;
-    TC::CQuoteClient::instance()->setStockPrice(quote);
+    TC::CPriceData book = quote(market, code, last, ttservice::NO_VALUE, up, down);
+    book.m_askPrice1 = ask;
+    book.m_bidPrice1 = bid;
+    TC::CQuoteClient::instance()->setStockPrice(book);
 }
 
 } // namespace sample

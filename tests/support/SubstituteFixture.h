@@ -1,7 +1,10 @@
 #pragma once
 
+#include "CMsgService.h"
 #include "SubstituteReset.h"
 #include "ToolkitRecords.h"
+
+#include <QStringList>
 
 #include <gtest/gtest.h>
 
@@ -16,3 +19,12 @@ protected:
         WK::resetToolkitRecords();
     }
 };
+
+// The texts of the messages shown since the last reset, '|' between them.
+inline QString shownMessages()
+{
+    QStringList texts;
+    for (const auto &call : TC::getMsgService()->shownMessages())
+        texts << call.m_text;
+    return texts.join(QLatin1Char('|'));
+}

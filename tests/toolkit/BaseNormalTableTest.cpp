@@ -5,6 +5,7 @@
 #include "CTableCellEvent.h"
 #include "CTableColumnFilterPopup.h"
 #include "CTableModel.h"
+#include "Fields.h"
 
 #include <gtest/gtest.h>
 
@@ -29,12 +30,7 @@ namespace {
 using WK::CBaseNormalTable;
 using WK::CTableCellEvent;
 
-struct Seen {
-    int event, id, value;
-    QString text;
-    CTableCellEvent cell;
-    std::set<int> rows;
-};
+struct Seen { int event, id, value; QString text; CTableCellEvent cell; std::set<int> rows; };
 
 // The owner of a table: records every event that reaches it, and every key the table passed on.
 class Owner : public WK::CBaseWidget
@@ -134,13 +130,8 @@ struct Fixture {
 
 TEST(TableEdit, goesThroughTheColumnValidatorAndReportsRowAndColumn)
 {
-    struct Row {
-        const char *name;
-        int column;
-        const char *typed;
-        bool stored;
-        const char *shown; // the cell afterwards, and the text of event 47 when stored
-    };
+    // shown: the cell afterwards, and the text of event 47 when stored
+    struct Row { const char *name; int column; const char *typed; bool stored; const char *shown; };
     const Row rows[] = {{"volumeInRange", Volume, "500", true, "500"},
                         {"volumeAtTheTop", Volume, "1,000", true, "1000"},
                         {"volumeAboveTheRange", Volume, "1500", false, "200"},
@@ -160,12 +151,8 @@ TEST(TableEdit, goesThroughTheColumnValidatorAndReportsRowAndColumn)
             continue;
         }
         ASSERT_EQ(f.owner.eventNumbers(), (std::vector<int>{WK::TE_VALIDATE_EDIT, WK::TE_CELL_EDITED}));
-        for (const Seen &seen : f.owner.events) {
-            EXPECT_EQ(seen.id, 1);
-            EXPECT_EQ(seen.value, row.column);
-            EXPECT_EQ(seen.cell.m_rowId, 1);
-            EXPECT_EQ(seen.cell.m_column, row.column);
-        }
+        for (const Seen &seen : f.owner.events)
+            EXPECT_EQ(fields(seen.id, seen.value, seen.cell.m_rowId, seen.cell.m_column), fields(1, row.column, 1, row.column));
         EXPECT_EQ(f.owner.events.back().text, QString::fromUtf8(row.shown));
     }
 }
@@ -233,10 +220,7 @@ TEST(TableCheckBox, onlyTheUsersTickDeliversEvent48WithRowAndColumn)
     f.table->model()->setData(f.cell(1, Pick), Qt::Unchecked, Qt::CheckStateRole);
     ASSERT_EQ(f.owner.events.size(), 1u);
     const Seen &seen = f.owner.events.front();
-    EXPECT_EQ(seen.event, WK::TE_ITEM_CHECKED);
-    EXPECT_EQ(seen.id, 1);
-    EXPECT_EQ(seen.value, 0);
-    EXPECT_EQ(seen.cell.m_column, Pick);
+    EXPECT_EQ(fields(seen.event, seen.id, seen.value, seen.cell.m_column), fields(WK::TE_ITEM_CHECKED, 1, 0, Pick));
     EXPECT_FALSE(f.table->isItemChecked(1, Pick));
 
     // A click on the cell of the row on screen toggles its box.
@@ -273,8 +257,8 @@ TEST(TablePushButton, aClickDeliversItsEventWithTheIdOfTheRowOnScreenUnlessDisab
     buttons->setEventNumber(209);
     ASSERT_TRUE(buttons->click(1));
     ASSERT_EQ(f.owner.events.size(), 1u);
-    EXPECT_TRUE(f.owner.saw(209, 1, Code));
-    EXPECT_EQ(f.owner.events[0].text, QStringLiteral("1"));
+    EXPECT_EQ(fields(f.owner.events[0].event, f.owner.events[0].id, f.owner.events[0].value, f.owner.events[0].text),
+              fields(209, 1, Code, "1"));
 
     // Button states do not outlive a cleared table.
     buttons->setButtonText(0, QStringLiteral("卖出"));
@@ -298,8 +282,7 @@ TEST(TableRows, deletingSelectedRowsKeepsTheOtherIdsAndDeliversEvent53)
     EXPECT_EQ(f.table->rowIds(), (QVector<int>{0, 2}));
     EXPECT_EQ(f.table->itemText(2, Code), QStringLiteral("600519"));
     ASSERT_FALSE(f.owner.events.empty());
-    EXPECT_EQ(f.owner.events.back().event, WK::TE_ROWS_DELETED);
-    EXPECT_EQ(f.owner.events.back().value, 2);
+    EXPECT_EQ(fields(f.owner.events.back().event, f.owner.events.back().value), fields(WK::TE_ROWS_DELETED, 2));
     EXPECT_EQ(f.owner.events.back().rows, (std::set<int>{1, 3}));
 }
 

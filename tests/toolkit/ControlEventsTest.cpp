@@ -264,12 +264,7 @@ TEST(MessageTip, recordsWhatItSaidAndGoesWithItsAnchor)
 
 TEST(TextHelpers, formatDoubleNumberWritesNumbersAsTheTraderReadsThem)
 {
-    struct Row {
-        const char *name;
-        double value;
-        int precision, flags;
-        const char *expected;
-    };
+    struct Row { const char *name; double value; int precision, flags; const char *expected; };
     const Row rows[] = {
         {"plain", 1234.5, 2, 0, "1234.50"},
         {"segmented", 1234567.891, 2, WK::NF_SEGMENTED, "1,234,567.89"},
@@ -305,9 +300,7 @@ TEST(TextHelpers, formatDoubleNumberWritesNumbersAsTheTraderReadsThem)
 
 TEST(TextHelpers, formatNumberStringGroupsTheIntegerPartAndUnformatUndoesIt)
 {
-    struct Row {
-        const char *input, *expected;
-    };
+    struct Row { const char *input, *expected; };
     const Row rows[] = {{"1300", "1,300"},           {"1234.5", "1,234.5"}, {"-1234567", "-1,234,567"},
                         {"1,234,567", "1,234,567"}, {"12,34", "1,234"},    {"12", "12"},
                         {"", ""},                   {"abc", "abc"},        {"12abc", "12abc"}};

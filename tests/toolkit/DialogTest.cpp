@@ -2,6 +2,7 @@
 #include "CCommonDialog.h"
 #include "CMessageBox.h"
 #include "CSimpleInputDialog.h"
+#include "Fields.h"
 #include "ToolkitRecords.h"
 
 #include <gtest/gtest.h>
@@ -21,11 +22,7 @@ protected:
 TEST_F(Scripted, messageBoxRecordsEachBoxAndAnswersWithTheDefaultElseTheFirstButton)
 {
     using B = QMessageBox;
-    struct Row {
-        const char *name;
-        QMessageBox::StandardButtons buttons;
-        QMessageBox::StandardButton defaultButton, expected;
-    };
+    struct Row { const char *name; QMessageBox::StandardButtons buttons; QMessageBox::StandardButton defaultButton, expected; };
     const Row rows[] = {{"onlyButton", B::Ok, B::NoButton, B::Ok},
                         {"defaultButton", B::Yes | B::No, B::No, B::No},
                         {"firstOfYesNo", B::Yes | B::No, B::NoButton, B::Yes},
@@ -38,12 +35,8 @@ TEST_F(Scripted, messageBoxRecordsEachBoxAndAnswersWithTheDefaultElseTheFirstBut
                                            row.buttons, row.defaultButton),
                   row.expected);
         const WK::MessageBoxRecord record = WK::CMessageBox::records().constLast();
-        EXPECT_EQ(record.kind, WK::MessageBoxRecord::Warning);
-        EXPECT_EQ(record.style, 2);
-        EXPECT_EQ(record.title, QStringLiteral("提示"));
-        EXPECT_EQ(record.text, QString::fromLatin1(row.name));
-        EXPECT_EQ(record.buttons, row.buttons);
-        EXPECT_EQ(record.answer, row.expected);
+        EXPECT_EQ(fields(record.kind, record.style, record.title, record.text, int(record.buttons), int(record.answer)),
+                  fields(WK::MessageBoxRecord::Warning, 2, "提示", row.name, int(row.buttons), int(row.expected)));
     }
     EXPECT_EQ(WK::CMessageBox::information(0, nullptr, QString(), QString(), B::Ok), B::Ok);
     EXPECT_EQ(WK::CMessageBox::records().constLast().kind, WK::MessageBoxRecord::Information);
@@ -70,12 +63,7 @@ TEST_F(Scripted, messageBoxScriptedAnswerHoldsUntilClearedOrReset)
 
 TEST_F(Scripted, inputDialogHandsOnlyANonBlankAcceptedInputToTheCallback)
 {
-    struct Row {
-        const char *name;
-        bool accept;
-        const char *input;
-        int result;
-    };
+    struct Row { const char *name; bool accept; const char *input; int result; };
     const Row rows[] = {{"rejectedByDefault", false, "", QDialog::Rejected},
                         {"accepted", true, "篮子A", QDialog::Accepted},
                         {"blankCannotBeConfirmed", true, "   ", QDialog::Rejected}};

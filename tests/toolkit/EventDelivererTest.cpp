@@ -2,6 +2,8 @@
 #include "CBaseWidget.h"
 #include "CWidgetList.h"
 
+#include "Fields.h"
+
 #include <gtest/gtest.h>
 
 #include <QWidget>
@@ -10,11 +12,7 @@
 
 namespace {
 
-struct Received {
-    int event, id, value;
-    QString text;
-    void *data;
-};
+struct Received { int event, id, value; QString text; void *data; };
 
 // A widget that records what reaches it and takes the events listed in `takes`.
 class Node : public WK::CBaseWidget
@@ -46,12 +44,8 @@ private:
 
 TEST(EventDeliverer, climbsToTheFirstAncestorThatTakesItCarryingAllFiveValues)
 {
-    struct Row {
-        const char *name;
-        std::vector<int> rootTakes, parentTakes, childTakes;
-        bool handled;
-        size_t childSees, parentSees, rootSees;
-    };
+    struct Row { const char *name; std::vector<int> rootTakes, parentTakes, childTakes; bool handled;
+                 size_t childSees, parentSees, rootSees; };
     const Row rows[] = {
         {"takenByTheDirectParent", {}, {}, {7}, true, 1, 0, 0},
         {"takenTwoLevelsUp", {}, {7}, {}, true, 1, 1, 0},
@@ -70,18 +64,12 @@ TEST(EventDeliverer, climbsToTheFirstAncestorThatTakesItCarryingAllFiveValues)
 
         EXPECT_EQ(grandchild->send(7, 11, -22, QStringLiteral("买入"), &payload), row.handled);
 
-        EXPECT_EQ(child->received.size(), row.childSees);
-        EXPECT_EQ(parent->received.size(), row.parentSees);
-        EXPECT_EQ(root.received.size(), row.rootSees);
-        EXPECT_TRUE(grandchild->received.empty()) << "the sender's own handleEvent must not run";
+        // What the child, its parent and the root saw; the sender's own handleEvent must not run.
+        EXPECT_EQ(fields(child->received.size(), parent->received.size(), root.received.size(), grandchild->received.size()),
+                  fields(row.childSees, row.parentSees, row.rootSees, 0));
         for (const Node *node : {child, parent, &root}) {
-            for (const Received &r : node->received) {
-                EXPECT_EQ(r.event, 7);
-                EXPECT_EQ(r.id, 11);
-                EXPECT_EQ(r.value, -22);
-                EXPECT_EQ(r.text, QStringLiteral("买入"));
-                EXPECT_EQ(r.data, &payload);
-            }
+            for (const Received &r : node->received)
+                EXPECT_EQ(fields(r.event, r.id, r.value, r.text, r.data == &payload), "7|11|-22|买入|true");
         }
     }
 }

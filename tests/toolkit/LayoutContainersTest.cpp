@@ -138,10 +138,7 @@ struct Split {
 
 TEST(SplitContainer, givesTheSecondPartItsStableLengthAndTheFirstTheRest)
 {
-    struct Row {
-        const char *name;
-        int orientation, stable, firstMin, length, first, second;
-    };
+    struct Row { const char *name; int orientation, stable, firstMin, length, first, second; };
     const Row rows[] = {
         {"wide", Qt::Horizontal, 345, 200, 1200, 1200 - kHandle - 345, 345},
         {"narrower", Qt::Horizontal, 345, 200, 700, 700 - kHandle - 345, 345},

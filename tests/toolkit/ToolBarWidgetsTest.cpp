@@ -3,6 +3,7 @@
 #include "CCreatePortfolioKeyboard.h"
 
 #include "../platform/EventRecorder.h"
+#include "Fields.h"
 
 #include <gtest/gtest.h>
 
@@ -61,14 +62,9 @@ struct ToolRow {
 
 TEST(AutoExpandToolBar, ItemsThatDoNotFitFoldFromTheFirstOneOut)
 {
-    struct Case {
-        const char *name;
-        bool bindMiddle;
-        int itemsRoom;   // room for items, in item widths of 50
-        int extra;       // pixels added to that room
-        bool withButton; // the room also holds the "»" button
-        const char *folded;
-    };
+    // itemsRoom: room for items, in item widths of 50; extra: pixels added to that room; withButton: the room
+    // also holds the "»" button
+    struct Case { const char *name; bool bindMiddle; int itemsRoom; int extra; bool withButton; const char *folded; };
     const Case cases[] = {{"allFitExactly", false, 4, 0, false, ""},
                           {"onePixelShortFoldsTheLast", false, 4, -1, false, "d"},
                           {"threeBesideTheButton", false, 3, 0, true, "d"},
@@ -108,15 +104,14 @@ TEST(AutoExpandToolBar, FoldedItemCountsAsVisibleAndOneOnTheInvisibleListTakesNo
     ToolRow row;
     row.showAt(3 * kItemWidth);
     ASSERT_EQ(row.folded(), QStringLiteral("cd"));
-    EXPECT_FALSE(row.items[3]->isVisibleTo(row.row));
-    EXPECT_TRUE(row.row->isItemVisibleTo(row.items[3], row.row));
-    EXPECT_TRUE(row.row->isItemVisibleTo(row.items[3], nullptr));
+    EXPECT_EQ(fields(row.items[3]->isVisibleTo(row.row), row.row->isItemVisibleTo(row.items[3], row.row),
+                     row.row->isItemVisibleTo(row.items[3], nullptr)),
+              "false|true|true");
 
     row.row->doOperationInvisibleList(row.items[1], true);
     EXPECT_TRUE(row.row->foldedItems().isEmpty()) << "a, c and d fit without b";
-    EXPECT_FALSE(row.items[1]->isVisible());
-    EXPECT_TRUE(row.row->isOnInvisibleList(row.items[1]));
-    EXPECT_FALSE(row.row->isItemVisibleTo(row.items[1], row.row));
+    EXPECT_EQ(fields(row.items[1]->isVisible(), row.row->isOnInvisibleList(row.items[1]), row.row->isItemVisibleTo(row.items[1], row.row)),
+              "false|true|false");
 
     row.row->doOperationInvisibleList(row.items[1], false);
     EXPECT_TRUE(row.items[1]->isVisible());
@@ -145,8 +140,7 @@ TEST(AutoExpandToolBar, OverflowLendsFoldedItemsThatStillReportThroughTheRow)
 
     row->overflowButton()->click();
     ASSERT_TRUE(row->isOverflowShown());
-    EXPECT_TRUE(box->isVisible());
-    EXPECT_TRUE(c->isVisible());
+    EXPECT_TRUE(box->isVisible() && c->isVisible());
     EXPECT_NE(box->parentWidget(), row);
     box->click();
     const QString text = QStringLiteral("过滤停盘股");
