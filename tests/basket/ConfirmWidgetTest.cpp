@@ -491,6 +491,25 @@ TEST_F(ConfirmWidgetTest, RecalcCostValuesALine)
     }
 }
 
+// After a filter the rows are new and no longer numbered like their lines' slots: a tick must
+// light up and repaint the quoted line's own row.
+TEST_F(ConfirmWidgetTest, ATickAfterAFilterLightsUpTheQuotedLinesOwnRow)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
+    addStock("600000", 10.0);
+    addStock("600001", 20.0);
+    load({line("a1", "600001", 18, 100), line("a1", "600000", 18, 100)});
+    table()->setColumnFilter(Widget::COL_CODE, WK::FT_EQUAL, {QStringLiteral("600000")});
+    ASSERT_EQ(table()->rowCount(), 1);
+    const int row = table()->rowID(0);
+    ASSERT_NE(row, 1) << "the row must not be numbered like its slot for this test to mean anything";
+
+    CQuoteClient::instance()->publishQuote(quote("SH", "600000", 11.0, 0.0));
+    widget->slotTimeout();
+    EXPECT_TRUE(table()->model()->isFlashing(row, Widget::COL_COST));
+    EXPECT_EQ(cell(row, Widget::COL_COST), QStringLiteral("1100.00"));
+}
+
 TEST_F(ConfirmWidgetTest, TheTickShowsOnlyTheRowsAQuoteChangedAndASellListKeepsItsFirstValues)
 {
     addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
