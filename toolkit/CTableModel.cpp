@@ -1071,14 +1071,6 @@ qint64 CTableModel::itemInt(int rowId, int column) const
 
 double CTableModel::itemDouble(int rowId, int column) const
 {
-    // A known value of a sourced column straight from its source: the sizing strip reads one
-    // per ticked line at every tick.
-    const int index = storageIndexOf(rowId);
-    if (index >= 0 && column >= 0 && column < columnCount() && m_columns[static_cast<size_t>(column)].m_source) {
-        const CSourcedValue value = m_columns[static_cast<size_t>(column)].m_source(rowId);
-        if (value.m_known)
-            return value.m_value;
-    }
     Cell scratch;
     const Cell *c = shownCell(rowId, column, scratch);
     if (!c)

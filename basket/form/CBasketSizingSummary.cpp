@@ -57,18 +57,6 @@ const QString &tooLittleReason()
     return reason;
 }
 
-// Whether the price column of a row shows a price: empty or "-" is no quote.
-bool showsPrice(const WK::CTableModel &model, int rowId)
-{
-    const QVariant last = model.itemValue(rowId, W::COL_LAST_PRICE);
-    if (last.userType() == QMetaType::QString) {
-        const QString text = last.toString();
-        return !text.isEmpty() && text != QStringLiteral("-");
-    }
-    const double value = last.toDouble();
-    return std::isfinite(value) && !ttservice::isEqual(value, ttservice::NO_VALUE);
-}
-
 } // namespace
 
 struct CBasketSizingSummary::Lines
@@ -240,11 +228,10 @@ CBasketSizingSummary::Summary CBasketSizingSummary::sum(const COpBasketConfirmWi
     const WK::CBaseNormalTable *table = widget.table();
     if (!table)
         return summary;
-    const WK::CTableModel *model = table->model();
     std::vector<std::pair<int, int>> quoted(static_cast<size_t>(summary.m_accounts.size())); // no quote, quote
     for (size_t i = 0; i < lines.m_zero.size(); ++i) {
         std::pair<int, int> &count = quoted[static_cast<size_t>(lines.m_zeroAccount[i])];
-        ++(showsPrice(*model, lines.m_zero[i]) ? count.second : count.first);
+        ++(widget.showsPrice(lines.m_zero[i]) ? count.second : count.first);
     }
     for (int account = 0; account < summary.m_accounts.size(); ++account) {
         const std::pair<int, int> &count = quoted[static_cast<size_t>(account)];
@@ -257,9 +244,7 @@ CBasketSizingSummary::Summary CBasketSizingSummary::sum(const COpBasketConfirmWi
     std::vector<double> entryValues(lines.m_entryKeys.size(), 0.0);
     double total = 0.0;
     for (size_t i = 0; i < lines.m_ticked.size(); ++i) {
-        // A value not known yet shows "-" and counts as 0.
-        const double shown = widget.shownCost(lines.m_ticked[i]);
-        const double value = std::isfinite(shown) && !ttservice::isEqual(shown, ttservice::NO_VALUE) ? cents(shown) : 0.0;
+        const double value = cents(widget.shownCost(lines.m_ticked[i]));
         Account &account = summary.m_accounts[lines.m_tickedAccount[i]];
         account.m_money = cents(account.m_money + value);
         total += value;

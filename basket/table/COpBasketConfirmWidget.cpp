@@ -924,8 +924,15 @@ double COpBasketConfirmWidget::shownCost(int rowId) const
 {
     const int slot = slotOfRow(rowId);
     if (slot < 0 || static_cast<size_t>(slot) >= m_shownValues.size())
-        return ttservice::NO_VALUE;
-    return m_shownValues[static_cast<size_t>(slot)].m_cost;
+        return 0.0;
+    const double cost = m_shownValues[static_cast<size_t>(slot)].m_cost;
+    return hasCost(cost) ? cost : 0.0;
+}
+
+bool COpBasketConfirmWidget::showsPrice(int rowId) const
+{
+    const int slot = slotOfRow(rowId);
+    return slot >= 0 && static_cast<size_t>(slot) < m_shownValues.size() && m_shownValues[static_cast<size_t>(slot)].m_priced;
 }
 
 int COpBasketConfirmWidget::priceDecimalsOfSlot(int slot) const

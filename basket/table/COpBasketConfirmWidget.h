@@ -135,9 +135,10 @@ public:
     int instrumentCount() const { return static_cast<int>(m_instruments.size()); }
     int instrumentOfRow(int rowId, const ttservice::CCodeOrderParam &line) const;
     std::string instrumentKey(int instrument) const;
-    // The value column of a row as it shows it, NO_VALUE for "-"; cheaper than reading the cell
-    // for a pass over every row.
+    // What a row's value and price columns show, read without building a cell, for a pass over
+    // every row: the value as it counts in sums (0 while it shows "-"), and whether a price shows.
     double shownCost(int rowId) const;
+    bool showsPrice(int rowId) const;
     // Height for the rows in view, at most 25 of them, with header and totals line.
     int getHeightHint() const;
 
