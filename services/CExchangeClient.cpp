@@ -22,9 +22,9 @@ const ttservice::CInstrumentDetail *CExchangeClient::find(const std::string &key
 {
     if (key.empty())
         return nullptr;
-    const auto exact = m_instruments.find(key);
-    if (exact != m_instruments.end())
-        return &exact->second;
+    const auto exact = m_byKey.find(key);
+    if (exact != m_byKey.end())
+        return exact->second;
 
     // "SH600000": a known market in front of a known code of that market; of several, the
     // first in key order.
@@ -139,7 +139,9 @@ void CExchangeClient::addInstrument(const ttservice::CInstrumentDetail &detail)
         m_keysByCode[detail.m_stockCode].push_back(key);
         m_keysByJoined[detail.m_market + detail.m_stockCode].push_back(key);
     }
-    m_instruments[key] = detail;
+    ttservice::CInstrumentDetail &stored = m_instruments[key];
+    stored = detail;
+    m_byKey[key] = &stored;
 }
 
 void CExchangeClient::removeInstrument(const std::string &market, const std::string &code)
@@ -148,6 +150,7 @@ void CExchangeClient::removeInstrument(const std::string &market, const std::str
     std::lock_guard<std::mutex> lock(m_mutex);
     if (m_instruments.erase(key) == 0)
         return;
+    m_byKey.erase(key);
     std::vector<std::string> &keys = m_keysByCode[code];
     keys.erase(std::remove(keys.begin(), keys.end(), key), keys.end());
     if (keys.empty())
@@ -168,6 +171,7 @@ void CExchangeClient::reset()
 {
     std::lock_guard<std::mutex> lock(m_mutex);
     m_instruments.clear();
+    m_byKey.clear();
     m_keysByCode.clear();
     m_keysByJoined.clear();
 }

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <map>
+#include <unordered_map>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -66,12 +67,15 @@ private:
 
     mutable std::mutex m_mutex;
 
-    // By stock key.
+    // By stock key, in key order for the searches.
     std::map<std::string, ttservice::CInstrumentDetail> m_instruments;
+    // The same records hashed by stock key: a sizing asks for every line's instrument, so the
+    // exact look-up must not walk the tree.
+    std::unordered_map<std::string, const ttservice::CInstrumentDetail *> m_byKey;
     // Stock keys by code, in the order of adding.
-    std::map<std::string, std::vector<std::string>> m_keysByCode;
+    std::unordered_map<std::string, std::vector<std::string>> m_keysByCode;
     // Market and code joined plainly ("SH600000") to the keys of the instruments written so.
-    std::map<std::string, std::vector<std::string>> m_keysByJoined;
+    std::unordered_map<std::string, std::vector<std::string>> m_keysByJoined;
 };
 
 } // namespace TC

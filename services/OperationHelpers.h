@@ -51,6 +51,13 @@ bool isSubCmdOrder(ttservice::ESubCommandStatus status);
 void fixPriceRange(const ttservice::COrderSetting &setting, ttservice::CCodeOrderParam &line, double calcPrice,
                    ttservice::EOperationType operation, boost::shared_ptr<CPriceData> quote);
 
+// Whether two lines are of one instrument (on any accounts). The lines of a list come grouped
+// by instrument, so passes over it compare with the line before instead of building a key.
+inline bool sameInstrument(const ttservice::CCodeOrderParam &a, const ttservice::CCodeOrderParam &b)
+{
+    return a.m_stockInfo.m_stockCode == b.m_stockInfo.m_stockCode && a.m_stockInfo.m_market == b.m_stockInfo.m_market;
+}
+
 } // namespace TC
 
 namespace ttservice {

@@ -128,20 +128,22 @@ public:
     // A new order from the picker's source of rows; the caller owns it. Null when there is no
     // picker or the source has nothing to give (an unknown basket name, for one).
     COpBasketOrder *createOrder(QString &error);
+    // The same run into lines (emptied first); false where createOrder gives null.
+    bool fillOrder(std::vector<ttservice::CCodeOrderParam> &lines, QString &error);
     // The current list, priced with the latest quotes; every reader works on this one vector.
     std::vector<ttservice::CCodeOrderParam> *getCodeOrderParams();
     std::vector<ttservice::CCodeOrderParam> *getCodeOrderParamsForOrder() { return getCodeOrderParams(); }
     // Refreshes the per-line order parameters when the list has not been rebuilt for 30 seconds.
     void updateCodeOrderParam();
-    bool fillBasketOrderParam(QVector<ttservice::CCodeOrderParam> &params, QString &error);
+    bool fillBasketOrderParam(std::vector<ttservice::CCodeOrderParam> &params, QString &error);
     // Sizes rows over the selected accounts: one line per row and account. useSplit divides a
     // row's volume over the accounts; without it every account gets the whole volume.
-    bool fillParamByStocks(const QList<CBasketStockData> &stocks, QVector<ttservice::CCodeOrderParam> &params,
+    bool fillParamByStocks(const QList<CBasketStockData> &stocks, std::vector<ttservice::CCodeOrderParam> &params,
                            QString &error, bool useSplit);
     // What every row of one sizing shares; defined beside the sizing.
     struct CSizingContext;
     // Sizes one row over the context's accounts and appends its lines.
-    void sizeRow(const CBasketStockData &row, CSizingContext &context, QVector<ttservice::CCodeOrderParam> &params,
+    void sizeRow(const CBasketStockData &row, CSizingContext &context, std::vector<ttservice::CCodeOrderParam> &params,
                  QStringList &rowsLog);
     double getTotalMoney(double available, double totalAsset, double netValue) const;
     int getTotalVolume(const CBasketStockData &stock, double sumWeight, double totalMoney, int minUnit,
@@ -393,12 +395,12 @@ private:
     void fillOrderParamPrice();
     // Runs on the quote service's thread: only emits sigRecalcOperationParam.
     void recalcOperationParams(boost::shared_ptr<CPriceData> quote);
-    bool fillBatchBuyParam(QVector<ttservice::CCodeOrderParam> &params, QString &error);
-    bool fillBatchSellParam(QVector<ttservice::CCodeOrderParam> &params, QString &error);
-    bool fillPositionSellParam(QVector<ttservice::CCodeOrderParam> &params, QString &error);
-    bool fillClipboard(QVector<ttservice::CCodeOrderParam> &params, QString &error);
-    bool fillBatchBuySellParam(QVector<ttservice::CCodeOrderParam> &params, QString &error);
-    bool fillCustomGroupParam(QVector<ttservice::CCodeOrderParam> &params, QString &error);
+    bool fillBatchBuyParam(std::vector<ttservice::CCodeOrderParam> &params, QString &error);
+    bool fillBatchSellParam(std::vector<ttservice::CCodeOrderParam> &params, QString &error);
+    bool fillPositionSellParam(std::vector<ttservice::CCodeOrderParam> &params, QString &error);
+    bool fillClipboard(std::vector<ttservice::CCodeOrderParam> &params, QString &error);
+    bool fillBatchBuySellParam(std::vector<ttservice::CCodeOrderParam> &params, QString &error);
+    bool fillCustomGroupParam(std::vector<ttservice::CCodeOrderParam> &params, QString &error);
     void getBatchBuyStockList(QList<CBasketStockData> &rows) const;
     // A line of a handed-over position or account position, before its block fills it.
     ttservice::CCodeOrderParam batchLine(const ttservice::CStockInfo &stock, int operation) const;
@@ -410,9 +412,9 @@ private:
     // Adds row unless the list has the stock already, on any account; true if it was added.
     bool addRowTo(QList<CBasketStockData> &rows, const CBasketStockData &row, const QString &name) const;
     void calcReplaceEtf(double stoppedMoney, const std::vector<boost::shared_ptr<ttservice::CAccountInfo>> &accounts,
-                        QVector<ttservice::CCodeOrderParam> &params, const std::vector<double> &weights);
-    void calcReplaceBlacklist(QVector<ttservice::CCodeOrderParam> &params);
-    void keepBlackStocksUnbought(QVector<ttservice::CCodeOrderParam> &params);
+                        std::vector<ttservice::CCodeOrderParam> &params, const std::vector<double> &weights);
+    void calcReplaceBlacklist(std::vector<ttservice::CCodeOrderParam> &params);
+    void keepBlackStocksUnbought(std::vector<ttservice::CCodeOrderParam> &params);
     void updateParamsByAccount();
     // Says which ticked accounts a custom group gives no line to, and why.
     void tellAccountsWithoutCustomLines();

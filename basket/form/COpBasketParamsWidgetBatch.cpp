@@ -208,7 +208,7 @@ void COpBasketParamsWidget::getBatchBuyStockList(QList<CBasketStockData> &rows) 
     }
 }
 
-bool COpBasketParamsWidget::fillBatchBuyParam(QVector<CCodeOrderParam> &params, QString &error)
+bool COpBasketParamsWidget::fillBatchBuyParam(std::vector<CCodeOrderParam> &params, QString &error)
 {
     QList<CBasketStockData> rows;
     getBatchBuyStockList(rows);
@@ -217,7 +217,7 @@ bool COpBasketParamsWidget::fillBatchBuyParam(QVector<CCodeOrderParam> &params, 
     return fillParamByStocks(rows, params, error, true);
 }
 
-bool COpBasketParamsWidget::fillBatchSellParam(QVector<CCodeOrderParam> &params, QString &)
+bool COpBasketParamsWidget::fillBatchSellParam(std::vector<CCodeOrderParam> &params, QString &)
 {
     // A batch sell has its accounts in its rows: nothing is split over the picker's accounts.
     requestPositionQuotes(m_batchSellPositions);
@@ -241,7 +241,7 @@ bool COpBasketParamsWidget::fillBatchSellParam(QVector<CCodeOrderParam> &params,
     return true;
 }
 
-bool COpBasketParamsWidget::fillBatchBuySellParam(QVector<CCodeOrderParam> &params, QString &)
+bool COpBasketParamsWidget::fillBatchBuySellParam(std::vector<CCodeOrderParam> &params, QString &)
 {
     const QVector<CPositionParam> positions = m_batchBuySellPositions.value(m_tradeOpType);
     requestPositionQuotes(positions);
@@ -283,7 +283,7 @@ bool COpBasketParamsWidget::fillBatchBuySellParam(QVector<CCodeOrderParam> &para
     return true;
 }
 
-bool COpBasketParamsWidget::fillPositionSellParam(QVector<CCodeOrderParam> &params, QString &)
+bool COpBasketParamsWidget::fillPositionSellParam(std::vector<CCodeOrderParam> &params, QString &)
 {
     std::vector<boost::shared_ptr<ttservice::CAccountInfo>> accounts;
     if (m_accountsWidget) {
@@ -335,7 +335,7 @@ bool COpBasketParamsWidget::fillPositionSellParam(QVector<CCodeOrderParam> &para
     return true;
 }
 
-bool COpBasketParamsWidget::fillCustomGroupParam(QVector<CCodeOrderParam> &params, QString &error)
+bool COpBasketParamsWidget::fillCustomGroupParam(std::vector<CCodeOrderParam> &params, QString &error)
 {
     CTabBasket &entry = m_tabBaskets[m_tradeOpType];
     QList<CBasketStockData> rows;

@@ -213,38 +213,47 @@ ttservice::EOperationType lineOperationOf(int formOperation, quint64 tab, int ro
 
 COpBasketOrder *COpBasketParamsWidget::createOrder(QString &error)
 {
-    std::unique_ptr<COpBasketOrder> order(new COpBasketOrder);
-    m_aimedMoney.clear();
-    if (!m_basketsCombo)
+    if (!m_basketsCombo) {
+        m_aimedMoney.clear();
         return nullptr;
+    }
+    std::vector<CCodeOrderParam> lines;
+    if (!fillOrder(lines, error))
+        return nullptr;
+    std::unique_ptr<COpBasketOrder> order(new COpBasketOrder);
+    order->m_params.reserve(static_cast<int>(lines.size()));
+    for (CCodeOrderParam &line : lines)
+        order->m_params.push_back(std::move(line));
+    return order.release();
+}
 
-    bool filled = true;
+// Sizes the picker's source of rows into lines. The form sizes straight into its own list, whose
+// memory stays from one choice to the next: a whole-market basket is 100,000 lines, and a fresh
+// list of them on every choice cost more in page faults than the sizing itself.
+bool COpBasketParamsWidget::fillOrder(std::vector<CCodeOrderParam> &lines, QString &error)
+{
+    m_aimedMoney.clear();
+    lines.clear();
+    if (!m_basketsCombo)
+        return false;
     switch (static_cast<int>(m_basketsCombo->batchOp())) {
     case BATCH_NONE:
-        filled = fillBasketOrderParam(order->m_params, error);
-        break;
+        return fillBasketOrderParam(lines, error);
     case BATCH_BUY:
-        filled = fillBatchBuyParam(order->m_params, error);
-        break;
+        return fillBatchBuyParam(lines, error);
     case BATCH_SELL:
-        filled = fillBatchSellParam(order->m_params, error);
-        break;
+        return fillBatchSellParam(lines, error);
     case BATCH_POSITION_SELL:
-        filled = fillPositionSellParam(order->m_params, error);
-        break;
+        return fillPositionSellParam(lines, error);
     case BATCH_CLIPBOARD:
-        filled = fillClipboard(order->m_params, error);
-        break;
+        return fillClipboard(lines, error);
     case BATCH_BUY_SELL:
-        filled = fillBatchBuySellParam(order->m_params, error);
-        break;
+        return fillBatchBuySellParam(lines, error);
     case BATCH_CUSTOM_GROUP:
-        filled = fillCustomGroupParam(order->m_params, error);
-        break;
+        return fillCustomGroupParam(lines, error);
     default:
-        break;
+        return true;
     }
-    return filled ? order.release() : nullptr;
 }
 
 void COpBasketParamsWidget::genOperation()
@@ -258,12 +267,10 @@ void COpBasketParamsWidget::genOperation()
     const bool keep = getUserConfig()->getRole() == kTraderRole && updateParamsByCmd(false);
 
     QString error;
-    std::unique_ptr<COpBasketOrder> order(createOrder(error));
-    if (order) {
-        if (!keep)
-            m_orderParams.assign(std::make_move_iterator(order->m_params.begin()), std::make_move_iterator(order->m_params.end()));
-        order.reset();
-    } else if (!keep) {
+    // A kept list (an instruction's) is sized aside and dropped: the run still asks for the
+    // quotes and aims the strip shows.
+    std::vector<CCodeOrderParam> aside;
+    if (!fillOrder(keep ? aside : m_orderParams, error) && !keep) {
         m_orderParams.clear();
         m_orderRowsLog.clear();
         return;
@@ -359,17 +366,15 @@ void COpBasketParamsWidget::slotRecalcOperationParam(QString stockKey)
     }
 
     QString error;
-    std::unique_ptr<COpBasketOrder> order(createOrder(error));
+    std::vector<CCodeOrderParam> aside;
+    const bool filled = fillOrder(fromCommand ? aside : m_orderParams, error);
     m_pendingQuotes.clear();
     if (fromCommand) {
         updateParamsByCmd(false);
-    } else if (order) {
-        m_orderParams.assign(std::make_move_iterator(order->m_params.begin()), std::make_move_iterator(order->m_params.end()));
-    } else {
+    } else if (!filled) {
         m_orderParams.clear();
         return;
     }
-    order.reset();
     deliverListChanged(0);
 }
 
@@ -531,16 +536,23 @@ void COpBasketParamsWidget::fillOrderParamPrice()
 {
     // One quote per instrument for the lines of every account.
     std::unordered_map<std::string, boost::shared_ptr<CPriceData>> quotes;
+    const CCodeOrderParam *previous = nullptr;
+    const boost::shared_ptr<CPriceData> *instrumentQuote = nullptr;
     for (CCodeOrderParam &line : m_orderParams) {
-        auto known = quotes.find(line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode);
-        if (known == quotes.end()) {
-            known = quotes
-                        .emplace(line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode,
-                                 CQuoteClient::instance()->getStockPrice(QString::fromStdString(
-                                     utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode))))
-                        .first;
+        if (!previous || !sameInstrument(*previous, line)) {
+            std::string instrumentKey = line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode;
+            auto known = quotes.find(instrumentKey);
+            if (known == quotes.end()) {
+                known = quotes
+                            .emplace(std::move(instrumentKey),
+                                     CQuoteClient::instance()->getStockPrice(QString::fromStdString(
+                                         utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode))))
+                            .first;
+            }
+            instrumentQuote = &known->second;
         }
-        const boost::shared_ptr<CPriceData> &quote = known->second;
+        previous = &line;
+        const boost::shared_ptr<CPriceData> &quote = *instrumentQuote;
         if (!quote || line.m_priceType == ttservice::PRICE_TYPE_FIXED)
             continue;
         line.m_price = ttservice::CPriceDataHelper::getPriceForOrder(quote, line.m_priceType, line.m_operationType,
@@ -550,7 +562,7 @@ void COpBasketParamsWidget::fillOrderParamPrice()
 
 // --- sizing ---
 
-bool COpBasketParamsWidget::fillBasketOrderParam(QVector<CCodeOrderParam> &params, QString &error)
+bool COpBasketParamsWidget::fillBasketOrderParam(std::vector<CCodeOrderParam> &params, QString &error)
 {
     const QString name = currentBasketName();
     if (name.isEmpty())
@@ -694,7 +706,7 @@ struct COpBasketParamsWidget::CSizingContext
     bool tooLarge = false;
 };
 
-bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &stocks, QVector<CCodeOrderParam> &params,
+bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &stocks, std::vector<CCodeOrderParam> &params,
                                               QString &error, bool useSplit)
 {
     params.clear();
@@ -752,7 +764,7 @@ bool COpBasketParamsWidget::fillParamByStocks(const QList<CBasketStockData> &sto
     return true;
 }
 
-void COpBasketParamsWidget::sizeRow(const CBasketStockData &row, CSizingContext &context, QVector<CCodeOrderParam> &params,
+void COpBasketParamsWidget::sizeRow(const CBasketStockData &row, CSizingContext &context, std::vector<CCodeOrderParam> &params,
                                     QStringList &rowsLog)
 {
     const QString key = row.key();
@@ -845,7 +857,7 @@ void COpBasketParamsWidget::fillCompParams(CCodeOrderParam *param, ttservice::EO
     block->fillParams(key, static_cast<int>(param->m_volume), *param, ttservice::NO_VALUE);
 }
 
-bool COpBasketParamsWidget::fillClipboard(QVector<CCodeOrderParam> &params, QString &error)
+bool COpBasketParamsWidget::fillClipboard(std::vector<CCodeOrderParam> &params, QString &error)
 {
     QList<CBasketStockData> rows = m_clipboardStocks.value(m_tradeOpType);
     filterStockParam(rows);

@@ -57,11 +57,11 @@ std::string lineKey(const CCodeOrderParam &line)
 
 // Suspended stocks' lines are left unsized; returns one line per stock key, the last in list
 // order (indices stay valid while lines are added).
-std::unordered_map<std::string, int> unsizeStoppedAndIndex(QVector<CCodeOrderParam> &params)
+std::unordered_map<std::string, int> unsizeStoppedAndIndex(std::vector<CCodeOrderParam> &params)
 {
     std::unordered_map<std::string, int> lineOfKey;
-    for (int i = 0; i < params.size(); ++i) {
-        CCodeOrderParam &line = params[i];
+    for (int i = 0; i < static_cast<int>(params.size()); ++i) {
+        CCodeOrderParam &line = params[static_cast<size_t>(i)];
         const std::string key = lineKey(line);
         if (CQuoteClient::instance()->isStoppedStock(QString::fromStdString(key)))
             line.m_volume = 0;
@@ -86,7 +86,7 @@ CCodeOrderParam replacementTemplate(const CBasketStockData &row, const std::stri
 
 void COpBasketParamsWidget::calcReplaceEtf(double stoppedMoney,
                                            const std::vector<boost::shared_ptr<ttservice::CAccountInfo>> &accounts,
-                                           QVector<CCodeOrderParam> &params, const std::vector<double> &weights)
+                                           std::vector<CCodeOrderParam> &params, const std::vector<double> &weights)
 {
     // Only a plain buy moves money; the one-key tab's mixed list does not qualify.
     if (!m_replaceToolBar || !m_replaceToolBar->isReplaceETF() || m_operationType != ttservice::OT_BUY
@@ -153,20 +153,20 @@ void COpBasketParamsWidget::calcReplaceEtf(double stoppedMoney,
             // A stock the list has already takes the extra volume of every account on its one
             // line; a new stock gets a line per account.
             if (known != lineOfKey.end())
-                params[known->second].m_volume += line.m_volume;
+                params[static_cast<size_t>(known->second)].m_volume += line.m_volume;
             else
                 params.push_back(line);
         }
     }
 }
 
-void COpBasketParamsWidget::calcReplaceBlacklist(QVector<CCodeOrderParam> &params)
+void COpBasketParamsWidget::calcReplaceBlacklist(std::vector<CCodeOrderParam> &params)
 {
     if (!m_replaceToolBar || !m_replaceToolBar->isReplaceBlacklist() || m_tradeOpType == TOT_FUTURE)
         return;
     const CBlackAndWhiteListService *lists = CBlackAndWhiteListService::instance();
-    QVector<CCodeOrderParam> replacements;
-    for (int i = 0; i < params.size();) {
+    std::vector<CCodeOrderParam> replacements;
+    for (size_t i = 0; i < params.size();) {
         const CCodeOrderParam &old = params[i];
         // Only buys are replaced: selling a black stock is what the list wants.
         if (!isBuy(old.m_operationType)) {
@@ -212,7 +212,7 @@ void COpBasketParamsWidget::calcReplaceBlacklist(QVector<CCodeOrderParam> &param
             continue;
         }
         replacements.push_back(line);
-        params.remove(i);
+        params.erase(params.begin() + static_cast<std::ptrdiff_t>(i));
     }
 
     // Two black stocks with one white stock in one account end as one line.
@@ -232,7 +232,7 @@ void COpBasketParamsWidget::calcReplaceBlacklist(QVector<CCodeOrderParam> &param
     }
 }
 
-void COpBasketParamsWidget::keepBlackStocksUnbought(QVector<CCodeOrderParam> &params)
+void COpBasketParamsWidget::keepBlackStocksUnbought(std::vector<CCodeOrderParam> &params)
 {
     // While a blacklist box is ticked no account buys a stock on its own black list: what the
     // replacement could not exchange keeps its line, with nothing to buy.

@@ -385,19 +385,26 @@ void COpBasketStockParamsWidget::updateSingleCodeOrderParam(std::vector<CCodeOrd
         double m_tick = 0.0;
     };
     std::unordered_map<std::string, Instrument> instruments;
+    const CCodeOrderParam *previous = nullptr;
+    const Instrument *instrument = nullptr;
     for (CCodeOrderParam &line : orders) {
-        auto known = instruments.find(line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode);
-        if (known == instruments.end()) {
-            const QString code = QString::fromStdString(line.m_stockInfo.m_stockCode);
-            const QString key =
-                QString::fromStdString(utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode));
-            Instrument instrument;
-            instrument.m_quote = CQuoteClient::instance()->getStockPrice(key);
-            instrument.m_tick = CExchangeClient::instance()->hasFuture(code) ? CExchangeClient::instance()->getCodePriceTick(code)
-                                                                             : CExchangeClient::instance()->getCodePriceTick(key);
-            known = instruments.emplace(line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode, instrument).first;
+        if (!previous || !sameInstrument(*previous, line)) {
+            std::string instrumentKey = line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode;
+            auto known = instruments.find(instrumentKey);
+            if (known == instruments.end()) {
+                const QString code = QString::fromStdString(line.m_stockInfo.m_stockCode);
+                const QString key =
+                    QString::fromStdString(utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode));
+                Instrument fresh;
+                fresh.m_quote = CQuoteClient::instance()->getStockPrice(key);
+                fresh.m_tick = CExchangeClient::instance()->hasFuture(code) ? CExchangeClient::instance()->getCodePriceTick(code)
+                                                                            : CExchangeClient::instance()->getCodePriceTick(key);
+                known = instruments.emplace(std::move(instrumentKey), fresh).first;
+            }
+            instrument = &known->second;
         }
-        const boost::shared_ptr<CPriceData> &quote = known->second.m_quote;
+        previous = &line;
+        const boost::shared_ptr<CPriceData> &quote = instrument->m_quote;
         if (!quote)
             continue;
 
@@ -419,7 +426,7 @@ void COpBasketStockParamsWidget::updateSingleCodeOrderParam(std::vector<CCodeOrd
             line.m_stepFlag = setting.m_stepFlag;
         }
 
-        const double tick = hasLast ? known->second.m_tick : 0.0;
+        const double tick = hasLast ? instrument->m_tick : 0.0;
         if (tick > ttservice::DOUBLE_EPSILON) {
             for (double *value : {&line.m_priceStep, &line.m_priceLimitLow, &line.m_priceLimitHigh}) {
                 if (hasValue(*value))

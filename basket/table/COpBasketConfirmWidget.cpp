@@ -646,6 +646,7 @@ struct COpBasketConfirmWidget::CLoadCaches
     FilterSwitches switches;
     bool replacing = false;
     QSet<QString> replacedCodes;
+    int lastInstrument = -1; // of the line loaded before
 };
 
 void COpBasketConfirmWidget::loadParams(std::vector<CCodeOrderParam> *params)
@@ -725,7 +726,20 @@ void COpBasketConfirmWidget::prepareTableFor(const std::vector<CCodeOrderParam> 
 
 // The same instrument stands on every account of the list: one record, one lookup and one
 // subscription each. Returns the instrument's index.
-int COpBasketConfirmWidget::instrumentIndexOf(const CCodeOrderParam &line)
+int COpBasketConfirmWidget::instrumentIndexOf(const CCodeOrderParam &line, CLoadCaches &caches)
+{
+    // The lines of one instrument come one after another (one per account): the one before
+    // answers most lines without building a key.
+    if (caches.lastInstrument >= 0) {
+        const InstrumentLines &last = m_instruments[static_cast<size_t>(caches.lastInstrument)];
+        if (last.m_code == line.m_stockInfo.m_stockCode && last.m_market == line.m_stockInfo.m_market)
+            return caches.lastInstrument;
+    }
+    caches.lastInstrument = instrumentIndexByKey(line);
+    return caches.lastInstrument;
+}
+
+int COpBasketConfirmWidget::instrumentIndexByKey(const CCodeOrderParam &line)
 {
     const std::string instrumentKey = line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode;
     auto found = m_instrumentIndex.find(instrumentKey);
@@ -792,7 +806,7 @@ void COpBasketConfirmWidget::loadLine(int slot, CCodeOrderParam &line, CLoadCach
         return;
     }
 
-    const int instrumentIndex = instrumentIndexOf(line);
+    const int instrumentIndex = instrumentIndexOf(line, caches);
     InstrumentLines &instrument = m_instruments[static_cast<size_t>(instrumentIndex)];
     instrument.m_slots.push_back(slot);
     m_slotInstrument[i] = instrumentIndex;

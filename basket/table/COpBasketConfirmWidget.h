@@ -240,7 +240,8 @@ private:
     // --- loading, by its phases ---
     struct CLoadCaches;
     void prepareTableFor(const std::vector<ttservice::CCodeOrderParam> &lines);
-    int instrumentIndexOf(const ttservice::CCodeOrderParam &line);
+    int instrumentIndexOf(const ttservice::CCodeOrderParam &line, CLoadCaches &caches);
+    int instrumentIndexByKey(const ttservice::CCodeOrderParam &line);
     void loadLine(int slot, ttservice::CCodeOrderParam &line, CLoadCaches &caches);
     QString zeroReasonAtLoad(const ttservice::CCodeOrderParam &line, int64_t available, int instrumentIndex,
                              CLoadCaches &caches);
