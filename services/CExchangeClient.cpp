@@ -30,7 +30,7 @@ const ttservice::CInstrumentDetail *CExchangeClient::find(const std::string &key
     // first in key order.
     const auto joined = m_keysByJoined.find(key);
     if (joined != m_keysByJoined.end() && !joined->second.empty())
-        return &m_instruments.at(*std::min_element(joined->second.begin(), joined->second.end()));
+        return m_byKey.at(*std::min_element(joined->second.begin(), joined->second.end()));
 
     // The code alone: futures first, then in the order of adding.
     const auto byCode = m_keysByCode.find(key);
@@ -38,7 +38,7 @@ const ttservice::CInstrumentDetail *CExchangeClient::find(const std::string &key
         return nullptr;
     const ttservice::CInstrumentDetail *first = nullptr;
     for (const std::string &stockKey : byCode->second) {
-        const ttservice::CInstrumentDetail &detail = m_instruments.at(stockKey);
+        const ttservice::CInstrumentDetail &detail = *m_byKey.at(stockKey);
         if (ttservice::isFutureMarket(detail.m_market))
             return &detail;
         if (!first)
@@ -90,7 +90,7 @@ std::string CExchangeClient::getMarketByStockCode(std::string code, std::string 
         return std::string();
     std::string market;
     for (const std::string &stockKey : byCode->second) {
-        const ttservice::CInstrumentDetail &detail = m_instruments.at(stockKey);
+        const ttservice::CInstrumentDetail &detail = *m_byKey.at(stockKey);
         if (ttservice::isFutureMarket(detail.m_market))
             continue;
         if (!hint.empty() && detail.m_market == hint)

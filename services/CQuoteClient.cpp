@@ -101,7 +101,7 @@ int CQuoteClient::subscriptionCount() const
 
 void CQuoteClient::reset()
 {
-    std::map<QString, std::vector<SubscriptionPtr>> cutOff;
+    std::unordered_map<QString, std::vector<SubscriptionPtr>> cutOff;
     {
         std::lock_guard<std::mutex> lock(m_mutex);
         m_prices.clear();

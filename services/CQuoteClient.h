@@ -5,12 +5,13 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <QHash>
 #include <QString>
 
-#include <map>
 #include <memory>
 #include <mutex>
-#include <set>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace TC {
@@ -64,9 +65,10 @@ private:
     void unsubscribe(const SubscriptionPtr &subscription);
 
     mutable std::mutex m_mutex;
-    std::map<QString, boost::shared_ptr<CPriceData>> m_prices;
-    std::set<QString> m_stopped;
-    std::map<QString, std::vector<SubscriptionPtr>> m_subscriptions;
+    // Hashed: a market round looks every quoted key up twice, and a sizing once per line.
+    std::unordered_map<QString, boost::shared_ptr<CPriceData>> m_prices;
+    std::unordered_set<QString> m_stopped;
+    std::unordered_map<QString, std::vector<SubscriptionPtr>> m_subscriptions;
     bool m_replayLastQuote = false;
 };
 

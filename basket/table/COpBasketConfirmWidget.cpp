@@ -1692,7 +1692,9 @@ void COpBasketConfirmWidget::onLatestPrice(boost::shared_ptr<CPriceData> price)
             // A money line is worth its money: a quote of its code changes nothing it shows.
             continue;
         }
-        other->m_statusText = stockStatus;
+        // Compared first: the status seldom changes, and a copy per line is most of a round.
+        if (other->m_statusText != stockStatus)
+            other->m_statusText = stockStatus;
         if (!lastKnown)
             continue;
         const double volume = static_cast<double>(m_slotVolumes[s]);
