@@ -400,15 +400,8 @@ QVector<int> CTableModel::visibleRowIds() const
 int CTableModel::createRow()
 {
     Row row;
-    if (!m_spareRows.empty()) {
-        row = std::move(m_spareRows.back());
-        m_spareRows.pop_back();
-        row.m_cells.assign(m_columns.size(), Cell());
-        row.m_userData = QVariant();
-    } else {
-        row.m_cells.resize(m_columns.size());
-    }
     row.m_id = m_nextId++;
+    row.m_cells.resize(m_columns.size());
     m_indexById.push_back(dataRowCount());
     m_rows.push_back(std::move(row));
     m_visualPos.push_back(-1);
@@ -502,11 +495,6 @@ void CTableModel::clearRows()
 {
     beginUpdate();
     ensureReset();
-    // Cleared within a batch, the rows lend their cells to the rows the batch creates next: a
-    // list reloaded in place (100,000 lines) reuses its storage instead of freeing and
-    // allocating it again. What the batch does not take back is freed when it ends.
-    if (m_updateDepth > 1 && m_spareRows.empty())
-        m_spareRows.swap(m_rows);
     m_rows.clear();
     m_indexById.clear();
     m_visible.clear();
@@ -591,10 +579,8 @@ void CTableModel::endUpdate()
 {
     if (m_updateDepth <= 0)
         return;
-    if (--m_updateDepth == 0) {
-        std::vector<Row>().swap(m_spareRows);
+    if (--m_updateDepth == 0)
         publish(true);
-    }
 }
 
 void CTableModel::ensureReset()

@@ -300,7 +300,6 @@ private:
 
     std::vector<CTableColumn> m_columns;
     std::vector<Row> m_rows;
-    std::vector<Row> m_spareRows; // cleared within a batch, for the rows it creates next
     // Row id -> index in m_rows, -1 once removed. Ids are handed out densely from 0, so a
     // vector finds a cell without hashing: a load of many rows reads and writes cells by id.
     std::vector<int> m_indexById;
