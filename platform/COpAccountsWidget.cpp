@@ -142,6 +142,7 @@ void COpAccountsWidget::refreshAccounts()
         }
     }
     m_filling = false;
+    syncAllCheck();
     adjustWidthByForce();
 }
 
@@ -166,9 +167,28 @@ QTreeWidgetItem *COpAccountsWidget::itemOf(const QString &key) const
 
 void COpAccountsWidget::onItemChanged(QTreeWidgetItem *, int column)
 {
-    if (m_filling || column != ColumnAccount)
+    if (column != ColumnAccount)
+        return;
+    syncAllCheck();
+    if (m_filling)
         return;
     deliverEvent(1167, m_id, 0, QString(), nullptr);
+}
+
+// The select-all box says what the list shows, whoever ticked the accounts: the user one by
+// one, the box itself, or a restored panel.
+void COpAccountsWidget::syncAllCheck()
+{
+    bool any = false;
+    bool all = true;
+    for (int i = 0; i < m_tree->topLevelItemCount() && all; ++i) {
+        const QTreeWidgetItem *item = m_tree->topLevelItem(i);
+        if (item->isDisabled())
+            continue;
+        any = true;
+        all = item->checkState(ColumnAccount) == Qt::Checked;
+    }
+    m_allCheck->setChecked(any && all);
 }
 
 QSet<QString> COpAccountsWidget::getSelectedAccounts() const
@@ -216,12 +236,14 @@ void COpAccountsWidget::setAllAccountEnable(bool enable)
     for (int i = 0; i < m_tree->topLevelItemCount(); ++i)
         m_tree->topLevelItem(i)->setDisabled(!enable);
     m_allCheck->setEnabled(enable);
+    syncAllCheck();
 }
 
 void COpAccountsWidget::setAccountEnabled(const QString &key, bool enable)
 {
     if (QTreeWidgetItem *item = itemOf(key))
         item->setDisabled(!enable);
+    syncAllCheck();
 }
 
 double COpAccountsWidget::getAccountWeight(const QString &key) const

@@ -76,6 +76,7 @@ private:
     void createUi();
     QTreeWidgetItem *itemOf(const QString &key) const;
     void onItemChanged(QTreeWidgetItem *item, int column);
+    void syncAllCheck();
     // Ticks an account; a weight text that is no weight leaves the weight as it is.
     void applyTick(QTreeWidgetItem *item, const QString &weight);
 
