@@ -188,15 +188,6 @@ TEST_F(ParamPersistence, SavedConnectTabMapsToTheEnabledKind)
     }
 }
 
-TEST_F(ParamPersistence, NamesOfTheEntriesReadBackAsTheirOwnTab)
-{
-    COpBasketParamsWidget *form = makeForm();
-    for (quint64 word : {TOT_BUY, TOT_SELL, TOT_ALL, TOT_CREDIT, TOT_HGT, TOT_SGT}) {
-        const quint64 back = COpBasketParamsWidget::getOpTypeFromQString(QString::fromStdString(form->getBsonName(word)));
-        EXPECT_EQ(back, word) << word;
-    }
-}
-
 TEST_F(ParamPersistence, EveryTabsEntryComesBackWhicheverTabTheTextWasSavedOn)
 {
     // Saved on a futures tab, which keeps no entry of its own but its copies beside the others.

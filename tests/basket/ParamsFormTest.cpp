@@ -131,17 +131,6 @@ TEST_F(ParamsForm, EachTabKeepsItsAccountChoice)
     EXPECT_EQ(form->accountParams().value(0x400), QString());
 }
 
-TEST_F(ParamsForm, ConnectWordMapsToTheEnabledKind)
-{
-    switchOn({"mdl_order", "mdl_order_compose_sgt"});
-    auto form = makeForm();
-    EXPECT_EQ(form->getGgtTradeOpType(0x80000), 0x100000u);
-    form->setCurrentOperationType(0x80000);
-    EXPECT_EQ(form->ggtOpType(), 0x100000u);
-    switchOn({"mdl_order_compose_hgt"});
-    EXPECT_EQ(makeForm()->getGgtTradeOpType(0x80000), 0x80000u);
-}
-
 TEST_F(ParamsForm, OffersTheModesOfTabAndBasket)
 {
     switchOn(kAllTabs);

@@ -224,81 +224,11 @@ TEST_F(GlobalOrderParamTable, instructionLocksTheOrderTypeUntilCleared)
               fields(true, 0, TC::COrderParamBaseTable::PRICE_TYPE_OPPOSITE, "0*1"));
 }
 
-// ---- the order parameter table with its owner's column filters ----
+// ---- the order parameter table without an owner ----
+// With its owner (the confirmation table) its filter menu and filters are walked by the
+// confirmation table's tests.
 
 using TC::COrderParamTable;
-
-// An owner that lists its own values for the filter menu and keeps every filter it receives.
-struct Owner
-{
-    COrderParamTable::FilterMap last;
-    int calls = 0;
-    std::vector<int> askedColumns;
-
-    COrderParamTable *makeTable()
-    {
-        auto *table = new COrderParamTable(
-            0,
-            [this](int column) {
-                askedColumns.push_back(column);
-                return QSet<QString>{QStringLiteral("SH"), QStringLiteral("SZ")};
-            },
-            [this](const COrderParamTable::FilterMap &filters) {
-                last = filters;
-                ++calls;
-            },
-            nullptr);
-        table->setColumnCount(3);
-        table->setFlag(table->flag() | WK::CBaseNormalTable::TF_COLUMN_FILTER);
-        for (int column = 0; column < 3; ++column)
-            table->setColumnFilterable(column, true);
-        table->appendRow(QStringList{QStringLiteral("SH"), QStringLiteral("600000"), QStringLiteral("x")});
-        table->appendRow(QStringList{QStringLiteral("SZ"), QStringLiteral("000001"), QStringLiteral("y")});
-        return table;
-    }
-};
-
-TEST(OrderParamTable, TheMenuListsTheOwnersValuesAndHandsOverTypedFilters)
-{
-    Owner owner;
-    std::unique_ptr<COrderParamTable> table(owner.makeTable());
-
-    WK::CTableColumnFilterPopup *popup = table->showFilterPopup(0);
-    ASSERT_NE(popup, nullptr);
-    EXPECT_EQ(owner.askedColumns, std::vector<int>{0});
-    EXPECT_EQ(popup->values(), (QStringList{QStringLiteral("SH"), QStringLiteral("SZ")}));
-    popup->setValueChecked(QStringLiteral("SH"), false);
-    popup->accept();
-
-    ASSERT_EQ(owner.calls, 1);
-    EXPECT_EQ(owner.last, (COrderParamTable::FilterMap{{0, qMakePair(WK::FT_EQUAL, QSet<QString>{QStringLiteral("SZ")})}}));
-    // The owner rebuilds the rows; the table hides none by itself.
-    EXPECT_EQ(table->rowCount(), 2);
-}
-
-TEST(OrderParamTable, EveryCallCarriesAllFiltersWithTheirColumnTypes)
-{
-    Owner owner;
-    std::unique_ptr<COrderParamTable> table(owner.makeTable());
-    table->setColumnFilterType(2, WK::FT_CONTAIN);
-
-    table->setColumnFilter(0, QSet<QString>{QStringLiteral("SH")});
-    table->setColumnFilter(2, QSet<QString>{QStringLiteral("X")});
-    EXPECT_EQ(owner.last, (COrderParamTable::FilterMap{{0, qMakePair(WK::FT_EQUAL, QSet<QString>{QStringLiteral("SH")})},
-                                                      {2, qMakePair(WK::FT_CONTAIN, QSet<QString>{QStringLiteral("X")})}}));
-    EXPECT_EQ(table->filters(), owner.last);
-
-    table->setColumnFilter(1, WK::FT_CONTAIN, QSet<QString>{QStringLiteral("600")});
-    EXPECT_EQ(owner.last.value(1), qMakePair(WK::FT_CONTAIN, QSet<QString>{QStringLiteral("600")}));
-
-    // An empty choice removes the column's filter; the owner's own clearing is not reported back.
-    table->setColumnFilter(0, QSet<QString>());
-    EXPECT_EQ(owner.last.keys(), (QList<int>{1, 2}));
-    const int calls = owner.calls;
-    table->clearFilter();
-    EXPECT_EQ(owner.calls, calls);
-    EXPECT_TRUE(table->filters().isEmpty());
-}
 
 TEST(OrderParamTable, WithoutAnOwnerItFiltersNothingAndItsLayoutTextFitsThePanelsString)
 {

@@ -82,35 +82,6 @@ TEST_F(UserConfig, GroupAccountsAreFilteredByBrokerTypesAndGroup)
               (std::vector<std::string>{"future1", "credit1"}));
 }
 
-TEST_F(UserConfig, MoneyAndPositionsReachTheAccountData)
-{
-    CAccountDetail detail;
-    detail.m_available = 5000.0;
-    config->addAccount(info("stock3", BROKER_TYPE_STOCK), detail, {sample::held("SH", "600000", 0, 300)});
-    const boost::shared_ptr<CAccountData> data = TraderCenter::instance()->getDataCenter()->getAccountData("stock3");
-    ASSERT_TRUE(data && data->getAccountDetail());
-    EXPECT_DOUBLE_EQ(data->getAccountDetail()->m_available, 5000.0);
-    ASSERT_TRUE(data->getPositionStatic("SH", "600000"));
-
-    config->addAccountWithoutDetail(info("stock4", BROKER_TYPE_STOCK));
-    EXPECT_FALSE(TraderCenter::instance()->getDataCenter()->getAccountData("stock4")->getAccountDetail());
-}
-
-TEST_F(UserConfig, ProductsAndRightsComeFromTheControlSurface)
-{
-    EXPECT_FALSE(config->getAccountProduct(info("stock1", BROKER_TYPE_STOCK)));
-    CProductInfo product;
-    product.m_productId = 12;
-    product.m_productName = "fund";
-    config->setAccountProduct("stock1", product);
-    ASSERT_TRUE(config->getAccountProduct(info("stock1", BROKER_TYPE_STOCK)));
-    EXPECT_EQ(config->getAccountProduct(info("stock1", BROKER_TYPE_STOCK))->m_productId, 12);
-
-    EXPECT_FALSE(config->hasUserAuth(TC::USER_AUTH_HEDGE));
-    config->setUserAuth(TC::USER_AUTH_HEDGE, true);
-    EXPECT_EQ(fields(config->hasUserAuth(TC::USER_AUTH_HEDGE), config->hasUserAuth(TC::USER_AUTH_HEDGE + 1)), "true|false");
-}
-
 TEST_F(UserConfig, PortfolioLookupsFollowTheTradeWord)
 {
     CPortfolio portfolio;

@@ -309,15 +309,4 @@ TEST(TextHelpers, formatNumberStringGroupsTheIntegerPartAndUnformatUndoesIt)
     EXPECT_EQ(WK::unformatNumberString(QStringLiteral(" 1,234,567.5 ")), QStringLiteral("1234567.5"));
 }
 
-TEST(TextHelpers, lettersAndDigitsAreSearchKeys)
-{
-    for (int key : {Qt::Key_A, Qt::Key_Z, Qt::Key_0, Qt::Key_9})
-        EXPECT_TRUE(WK::isKeyCharOrNum(key)) << key;
-    for (int key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_F1})
-        EXPECT_FALSE(WK::isKeyCharOrNum(key)) << key;
-    const QKeyEvent v(QEvent::KeyPress, Qt::Key_V, Qt::ControlModifier);
-    EXPECT_TRUE(WK::isKeyCharOrNum(&v));
-    EXPECT_FALSE(WK::isKeyCharOrNum(static_cast<const QKeyEvent *>(nullptr)));
-}
-
 } // namespace

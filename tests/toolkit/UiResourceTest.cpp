@@ -1,12 +1,10 @@
 #include "CBaseWidget.h"
-#include "CJiuGongImageWidget.h"
 #include "CUiResource.h"
 #include "CUiResourceChangeHandler.h"
 
 #include <gtest/gtest.h>
 
 #include <QImage>
-#include <QPainter>
 #include <QPixmap>
 
 #include <memory>
@@ -57,18 +55,6 @@ TEST_F(UiResource, everyKeyKnownOrNotGivesUsableValues)
               res()->getPixmap(QStringLiteral("tc_img_operation_contract_btn")).toImage());
 }
 
-TEST_F(UiResource, unknownColoursOfRiseAndBuyAreRedAndOfFallAndSellGreenAsTheTradersReadThem)
-{
-    for (const char *key : {"clr_global_rise", "clr_basket_param_buy_btn_press", "clr_unknown_rise_text"}) {
-        const QColor c = res()->getColor(QString::fromLatin1(key));
-        EXPECT_GT(c.red(), c.green() + 80) << key;
-    }
-    for (const char *key : {"clr_global_fall", "clr_basket_param_sell_btn_press", "clr_unknown_fall_text"}) {
-        const QColor c = res()->getColor(QString::fromLatin1(key));
-        EXPECT_GT(c.green(), c.red() + 80) << key;
-    }
-}
-
 TEST_F(UiResource, scaleMultipliesSizesAndFontsAndWidgetsWithAFontKeyFollow)
 {
     const QString sizeKey = QStringLiteral("tc_siz_operation_panel_param_table_width");
@@ -115,39 +101,6 @@ TEST_F(UiResource, scaleChangeNotifiesLiveHandlersOnlyOnAChangeAndResetRestoresT
     res()->resetToDefaults();
     EXPECT_EQ(res()->getColor(QStringLiteral("clr_global_rise")), builtIn);
     EXPECT_DOUBLE_EQ(res()->getUIScale(), 1.0);
-}
-
-// A 12 by 12 image with red 3-pixel corners, blue edges and a green middle, drawn into a target
-// of the given size.
-QImage paint(const QSize &size, const QMargins &margins)
-{
-    QImage patch(12, 12, QImage::Format_ARGB32);
-    for (int y = 0; y < 12; ++y) {
-        for (int x = 0; x < 12; ++x) {
-            const int edges = (x < 3 || x >= 9) + (y < 3 || y >= 9);
-            patch.setPixel(x, y, edges == 2 ? qRgb(255, 0, 0) : edges == 1 ? qRgb(0, 0, 255) : qRgb(0, 255, 0));
-        }
-    }
-    QImage target(size, QImage::Format_ARGB32);
-    target.fill(Qt::white);
-    QPainter painter(&target);
-    WK::drawNinePatch(painter, target.rect(), QPixmap::fromImage(patch), margins);
-    return target;
-}
-
-TEST(NinePatch, keepsTheCornersStretchesEdgesAndMiddleAndAlwaysCoversTheTarget)
-{
-    const QImage out = paint(QSize(100, 60), QMargins(3, 3, 3, 3));
-    const std::pair<QPoint, QRgb> rows[] = {{QPoint(0, 0), qRgb(255, 0, 0)},  {QPoint(2, 2), qRgb(255, 0, 0)},
-                                            {QPoint(97, 57), qRgb(255, 0, 0)}, {QPoint(50, 1), qRgb(0, 0, 255)},
-                                            {QPoint(1, 30), qRgb(0, 0, 255)},  {QPoint(50, 30), qRgb(0, 255, 0)}};
-    for (const auto &row : rows)
-        EXPECT_EQ(out.pixel(row.first), row.second) << row.first.x() << "," << row.first.y();
-
-    // Margins larger than the pixmap still leave no pixel unpainted.
-    const QImage squeezed = paint(QSize(40, 20), QMargins(2, 28, 2, 27));
-    for (const QPoint p : {QPoint(0, 0), QPoint(39, 19), QPoint(20, 10)})
-        EXPECT_NE(squeezed.pixel(p), qRgb(255, 255, 255)) << p.x() << "," << p.y();
 }
 
 } // namespace
