@@ -64,26 +64,6 @@ protected:
     COpBasketParamsWidget *form = nullptr;
 };
 
-TEST_F(FormBlocks, onlyTheTabsBlockShowsAndTheSettingBarFoldsIt)
-{
-    make();
-    const std::vector<QWidget *> blocks = modeWidgets();
-    const std::pair<quint64, size_t> cases[] = {{TOT_BUY, 0},    {TOT_SELL, 0},          {TOT_ALL, 1}, {TOT_CREDIT, 2},
-                                                {TOT_FUTURE, 3}, {TOT_ONEKEY_FUTURE, 4}, {TOT_HGT, 5}};
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.first);
-        onTab(c.first);
-        for (size_t i = 0; i < blocks.size(); ++i) {
-            ASSERT_NE(blocks[i], nullptr) << i;
-            EXPECT_EQ(blocks[i]->isHidden(), i != c.second) << i;
-        }
-        form->handleEvent(1137, 5, 0, QString(), nullptr);
-        EXPECT_TRUE(blocks[c.second]->isHidden());
-        form->handleEvent(1137, 5, 1, QString(), nullptr);
-        EXPECT_FALSE(blocks[c.second]->isHidden());
-    }
-}
-
 // Which side's block prices each line is checked on the orders that leave (the placing tests, per
 // tab); here a line the trader switches to sell takes the sell side's parameters and keeps its
 // volume, and the options of one side are copied to the other.

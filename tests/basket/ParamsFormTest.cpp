@@ -228,14 +228,6 @@ TEST_F(ParamsForm, SellTabTakesFractionalCopies)
     EXPECT_DOUBLE_EQ(form->cell(P::CellCopies)->toDouble(), 2.0);
 }
 
-TEST_F(ParamsForm, IndexVolumeByMarketAndCode)
-{
-    const struct { const char *market, *code; int volume; } cases[] = {
-        {"SH", "000300", 300}, {"SH", "000905", 200}, {"SH", "000016", 300}, {"SZ", "000300", 1}, {"SH", "000001", 1}};
-    for (const auto &c : cases)
-        EXPECT_EQ(P::getIndexVolume(QString::fromLatin1(c.market), QString::fromLatin1(c.code)), c.volume) << c.market << c.code;
-}
-
 TEST_F(ParamsForm, PriceLimitsMarkWithinOneTickOrBeyond)
 {
     // A tick that binary doubles hold exactly, so "exactly one tick" is exact.

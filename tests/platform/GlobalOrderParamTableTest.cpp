@@ -1,12 +1,10 @@
 #include "CGlobalOrderParamTable.h"
-#include "COrderParamTable.h"
 #include "CTrdAlgoBaseTable.h"
 #include "EventRecorder.h"
 #include "Fields.h"
 #include "SubstituteFixture.h"
 
 #include "CPushButton.h"
-#include "CTableColumnFilterPopup.h"
 #include "CTimeService.h"
 
 #include "CCodeOrderParam.h"
@@ -18,7 +16,6 @@
 #include <QComboBox>
 #include <QStringList>
 
-#include <memory>
 #include <vector>
 
 namespace {
@@ -222,37 +219,6 @@ TEST_F(GlobalOrderParamTable, instructionLocksTheOrderTypeUntilCleared)
     table->clear();
     EXPECT_EQ(fields(orderCombo->isEnabled(), table->orderType(), table->priceType(), table->loadCheckParam()),
               fields(true, 0, TC::COrderParamBaseTable::PRICE_TYPE_OPPOSITE, "0*1"));
-}
-
-// ---- the order parameter table without an owner ----
-// With its owner (the confirmation table) its filter menu and filters are walked by the
-// confirmation table's tests.
-
-using TC::COrderParamTable;
-
-TEST(OrderParamTable, WithoutAnOwnerItFiltersNothingAndItsLayoutTextFitsThePanelsString)
-{
-    COrderParamTable table(0, nullptr, nullptr, nullptr);
-    table.setColumnCount(3);
-    table.setColumnFilterable(0, true);
-    table.appendRow(QStringList{QStringLiteral("SH")});
-    table.appendRow(QStringList{QStringLiteral("SZ")});
-    WK::CTableColumnFilterPopup *popup = table.showFilterPopup(0);
-    ASSERT_NE(popup, nullptr);
-    EXPECT_EQ(popup->values(), (QStringList{QStringLiteral("SH"), QStringLiteral("SZ")}));
-    table.setColumnFilter(0, QSet<QString>{QStringLiteral("SH")});
-    EXPECT_EQ(table.rowCount(), 2);
-
-    table.setColumnVisible(1, false);
-    table.moveColumn(2, 0);
-    const QString text = table.saveConfigStr();
-    EXPECT_FALSE(text.contains(QLatin1Char('|')) || text.contains(QLatin1Char('/'))) << text.toStdString();
-    COrderParamTable other(0, nullptr, nullptr, nullptr);
-    other.setColumnCount(3);
-    ASSERT_TRUE(other.loadConfigStr(text));
-    EXPECT_EQ(other.visualColumnOrder(), (QVector<int>{2, 0, 1}));
-    EXPECT_FALSE(other.isColumnVisible(1));
-    EXPECT_TRUE(other.loadConfigStr(other.WK::CBaseNormalTable::saveConfigStr())) << "the toolkit's form";
 }
 
 } // namespace

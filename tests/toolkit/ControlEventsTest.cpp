@@ -1,13 +1,12 @@
 // Which events each control sends its parent: the user's actions only, never the program's. A
-// button's click, a clickable text's and a combo's choice are checked where the platform's
-// widgets use them. Then the parameter cell, its tip, and the number texts the cells show.
+// button's click, a clickable text's, a combo's choice and a radio's click are checked where the
+// platform's widgets use them. Then the parameter cell, its tip, and the numbers the cells show.
 #include "CCheckBox.h"
 #include "CLineEdit.h"
 #include "CMessageTip.h"
 #include "CParameterCell.h"
 #include "CPushButton.h"
 #include "CPushButtonGroup.h"
-#include "CRadioButtonGroup.h"
 #include "TextHelpers.h"
 #include "ToolkitRecords.h"
 
@@ -18,7 +17,6 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QRadioButton>
 #include <QTest>
 
 #include <cfloat>
@@ -83,26 +81,6 @@ TEST(ControlEvents, pushButtonGroupChecksOneAndReportsClicksUpward)
 
     group->setCheckedByID(99);
     EXPECT_EQ(group->checkedId(), 1024) << "an unknown id leaves the check where it is";
-}
-
-TEST(ControlEvents, radioGroupReportsEveryClickEvenOnTheChosenButton)
-{
-    EventRecorder parent;
-    auto *group = new WK::CRadioButtonGroup(&parent);
-    group->addButton(QStringLiteral("投机"), 49, true);
-    group->addButton(QStringLiteral("套利"), 50, false);
-    group->addButton(QStringLiteral("套保"), 51, false);
-    group->setFocusPolicy(Qt::NoFocus);
-    EXPECT_EQ(group->checkedId(), 49);
-    group->setButtonCheckedByID(51);
-    EXPECT_EQ(group->checkedId(), 51);
-    EXPECT_TRUE(parent.seen.empty());
-
-    group->button(50)->click();
-    group->button(50)->click();
-    EXPECT_EQ(parent.seen, (EventRecorder::Events(2, {85, 50, 0, QString()})));
-    EXPECT_EQ(group->checkedId(), 50);
-    EXPECT_EQ(group->button(51)->focusPolicy(), Qt::NoFocus);
 }
 
 class ParameterCell : public ::testing::Test

@@ -1,13 +1,11 @@
 #include "CBaseWidget.h"
 #include "CUiResource.h"
-#include "CUiResourceChangeHandler.h"
 
 #include <gtest/gtest.h>
 
 #include <QImage>
 #include <QPixmap>
 
-#include <memory>
 
 namespace {
 
@@ -69,38 +67,6 @@ TEST_F(UiResource, scaleMultipliesSizesAndFontsAndWidgetsWithAFontKeyFollow)
     EXPECT_EQ(res()->getSize(sizeKey), qRound(size * 1.5));
     EXPECT_EQ(res()->getFont(fontKey).pixelSize(), qRound(pixels * 1.5));
     EXPECT_EQ(widget.font().pixelSize(), qRound(pixels * 1.5));
-}
-
-TEST_F(UiResource, scaleChangeNotifiesLiveHandlersOnlyOnAChangeAndResetRestoresTheDefaults)
-{
-    struct Counting : WK::CUiResourceChangeHandler {
-        void scaleChanged() override { ++scales; }
-        void themeChanged() override { ++themes; }
-        int scales = 0;
-        int themes = 0;
-    };
-    Counting kept;
-    auto gone = std::make_unique<Counting>();
-    const int before = res()->handlerCount();
-    gone.reset();
-    EXPECT_EQ(res()->handlerCount(), before - 1);
-
-    res()->setUIScale(1.25);
-    res()->setUIScale(1.25);
-    EXPECT_EQ(kept.scales, 1) << "an unchanged scale notifies nobody";
-    res()->notifyThemeChanged();
-    EXPECT_EQ(kept.themes, 1);
-
-    // Overrides win until a reset brings back the built-in values and the scale of 1.
-    const QColor builtIn = res()->getColor(QStringLiteral("clr_global_rise"));
-    res()->setColor(QStringLiteral("clr_global_rise"), Qt::magenta);
-    res()->setSize(QStringLiteral("tc_siz_x"), 7);
-    res()->setUIScale(2.0);
-    EXPECT_EQ(res()->getColor(QStringLiteral("clr_global_rise")), QColor(Qt::magenta));
-    EXPECT_EQ(res()->getSize(QStringLiteral("tc_siz_x")), 14);
-    res()->resetToDefaults();
-    EXPECT_EQ(res()->getColor(QStringLiteral("clr_global_rise")), builtIn);
-    EXPECT_DOUBLE_EQ(res()->getUIScale(), 1.0);
 }
 
 } // namespace
