@@ -12,7 +12,6 @@
 #include "CCheckBox.h"
 #include "COpAccountsWidget.h"
 #include "CParameterCell.h"
-#include "CMsgService.h"
 #include "SampleMarket.h"
 #include "Fields.h"
 #include "SubstituteFixture.h"

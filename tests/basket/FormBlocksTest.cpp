@@ -54,12 +54,6 @@ protected:
 
     void onTab(quint64 word) { form->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr); }
 
-    std::vector<QWidget *> modeWidgets() const
-    {
-        return {form->stockParams(), form->buySellWidget(), form->crdWidget(), form->ftrWidget(),
-                form->ftrOneKeyWidget(), form->ggtWidget()};
-    }
-
     std::unique_ptr<COperationBasketWidget> widget;
     COpBasketParamsWidget *form = nullptr;
 };
@@ -110,29 +104,6 @@ TEST_F(FormBlocks, creditOperationComesFromItsButtonsAndTheContractKind)
     buttons->button(53)->click();
     EXPECT_EQ(form->getOperationType(), 24);
     EXPECT_TRUE(form->contractRow()->isHidden());
-}
-
-TEST_F(FormBlocks, instructionOrderTypeShowsTheCommandRatioAndAlgorithmsHideTheHedge)
-{
-    make();
-    widget->show();
-    onTab(TOT_BUY);
-    CGlobalOrderParamTable *table = form->stockParams()->table();
-    EXPECT_TRUE(form->hedgeWidget()->isVisible());
-
-    table->setOrderType(4);
-    form->handleEvent(114, 0, 0, QString(), nullptr);
-    EXPECT_FALSE(form->hedgeWidget()->isVisible()) << "an algorithm times its own orders";
-
-    table->setOrderType(13);
-    form->updateCmdParamVisible();
-    EXPECT_TRUE(form->cell(COpBasketParamsWidget::CellCmdRatio)->isHidden()) << "only a trader sizes by ratio";
-    getUserConfig()->setRole(200);
-    form->updateCmdParamVisible();
-    EXPECT_FALSE(form->cell(COpBasketParamsWidget::CellCmdRatio)->isHidden());
-    table->setOrderType(0);
-    form->updateCmdParamVisible();
-    EXPECT_TRUE(form->cell(COpBasketParamsWidget::CellCmdRatio)->isHidden());
 }
 
 TEST_F(FormBlocks, eachTabKeepsItsOwnTemporaryLists)

@@ -113,15 +113,6 @@ TEST(RecordBson, CommandLinesThatAreNoObjectsAreSkipped)
     EXPECT_EQ(command.m_orders[0].m_volume, makeLine().m_volume);
 }
 
-TEST(RecordBson, BadJsonTextIsRefusedWithoutThrowing)
-{
-    bson::BSONObj obj = BSON("x" << 1);
-    EXPECT_FALSE(parseJson("{not json", obj));
-    EXPECT_TRUE(obj.isEmpty());
-    ASSERT_TRUE(parseJson("{\"vo\": 12}", obj));
-    EXPECT_EQ(obj.getIntField("vo"), 12);
-}
-
 // A number field sent as a double that no integer can hold (or NaN) reads as absent; in range it
 // is cut towards zero, as before. Bool fields take any non-zero number.
 TEST(RecordBson, NumbersBeyondTheirIntegerReadAsAbsent)

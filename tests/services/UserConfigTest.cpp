@@ -86,20 +86,15 @@ TEST_F(UserConfig, PortfolioLookupsFollowTheTradeWord)
 {
     CPortfolio portfolio;
     portfolio.m_portfolioKey = "p1";
-    portfolio.m_portfolioId = 5;
     portfolio.m_portfolioName = "Growth";
     portfolio.m_tradeWords = 0x200;
     portfolio.m_accountKeys = {"stock1", "stock2"};
-    portfolio.m_positions["stock1"] = {sample::held("SH", "600000", 700, 0)};
     config->addPortfolio(portfolio);
     CPortfolio everywhere;
     everywhere.m_portfolioKey = "p2";
     everywhere.m_portfolioName = "All";
     config->addPortfolio(everywhere);
 
-    ASSERT_TRUE(TC::getPortfolioByKey(QStringLiteral("p1")));
-    EXPECT_EQ(TC::getPortfolioByKey(QStringLiteral("p1"))->m_portfolioId, 5);
-    EXPECT_FALSE(TC::getPortfolioByKey(QStringLiteral("p3")));
     EXPECT_EQ(TC::getPortfolioAccounts(QStringLiteral("p1"), 0x200),
               (QSet<QString>{QStringLiteral("stock1"), QStringLiteral("stock2")}));
     EXPECT_TRUE(TC::getPortfolioAccounts(QStringLiteral("p1"), 0x400).isEmpty());
@@ -107,15 +102,6 @@ TEST_F(UserConfig, PortfolioLookupsFollowTheTradeWord)
     const QMap<QString, QString> onSell = TC::getPortfolioNameMap(0x400);
     EXPECT_EQ(onSell.keys(), QStringList{QStringLiteral("p2")});
     EXPECT_EQ(TC::getPortfolioNameMap(0x200).value(QStringLiteral("p1")), QStringLiteral("Growth"));
-
-    const auto dataOf = [this](const char *key) {
-        return config->getAccountData(QString::fromUtf8(key))->getAccountData();
-    };
-    const auto positions = TC::getPortfolioPositionStatics("p1", dataOf("stock1"));
-    ASSERT_EQ(positions.size(), 1u);
-    EXPECT_DOUBLE_EQ(positions[0]->m_volume, 700);
-    EXPECT_TRUE(TC::getPortfolioPositionStatics("p1", dataOf("stock2")).empty());
-    EXPECT_TRUE(TC::getPortfolioPositionStatics("p1", nullptr).empty());
 }
 
 TEST_F(UserConfig, DisplayIdIsTheBrokerIdOrTheKeyAndTypedVolumesKeepTheirUnit)

@@ -1,4 +1,5 @@
-#include "CBaseWidget.h"
+// Every style key, known or not, gives a usable colour, sheet, picture, font and size: a key
+// the build does not know must never leave a control blank.
 #include "CUiResource.h"
 
 #include <gtest/gtest.h>
@@ -6,20 +7,12 @@
 #include <QImage>
 #include <QPixmap>
 
-
 namespace {
 
 WK::CUiResource *res()
 {
     return WK::CUiResource::instance();
 }
-
-class UiResource : public ::testing::Test
-{
-protected:
-    void SetUp() override { res()->resetToDefaults(); }
-    void TearDown() override { res()->resetToDefaults(); }
-};
 
 bool hasVisiblePixels(const QPixmap &pixmap)
 {
@@ -33,8 +26,9 @@ bool hasVisiblePixels(const QPixmap &pixmap)
     return false;
 }
 
-TEST_F(UiResource, everyKeyKnownOrNotGivesUsableValues)
+TEST(UiResource, everyKeyKnownOrNotGivesUsableValues)
 {
+    res()->resetToDefaults();
     for (const char *key : {"clr_global_rise", "img_white_widget_bg", "tc_img_operation_expand_btn",
                             "tc_img_tree_basket_icon", "fnt_default_normal_fix", "tc_siz_basket_param_close_setting",
                             "clr_never_heard_of", "img_never_heard_of", "tc_img_some_new_expand_btn",
@@ -51,22 +45,6 @@ TEST_F(UiResource, everyKeyKnownOrNotGivesUsableValues)
     }
     EXPECT_NE(res()->getPixmap(QStringLiteral("tc_img_operation_expand_btn")).toImage(),
               res()->getPixmap(QStringLiteral("tc_img_operation_contract_btn")).toImage());
-}
-
-TEST_F(UiResource, scaleMultipliesSizesAndFontsAndWidgetsWithAFontKeyFollow)
-{
-    const QString sizeKey = QStringLiteral("tc_siz_operation_panel_param_table_width");
-    const QString fontKey = QStringLiteral("fnt_default_normal_fix");
-    const int size = res()->getSize(sizeKey);
-    const int pixels = res()->getFont(fontKey).pixelSize();
-    WK::CBaseWidget widget(QStringLiteral("w"), false, nullptr);
-    widget.setFontKey(fontKey);
-    EXPECT_EQ(widget.font().pixelSize(), pixels);
-
-    res()->setUIScale(1.5);
-    EXPECT_EQ(res()->getSize(sizeKey), qRound(size * 1.5));
-    EXPECT_EQ(res()->getFont(fontKey).pixelSize(), qRound(pixels * 1.5));
-    EXPECT_EQ(widget.font().pixelSize(), qRound(pixels * 1.5));
 }
 
 } // namespace
