@@ -9,6 +9,7 @@
 #include "COperationPushButtonGroup.h"
 #include "CParameterCell.h"
 #include "LuaModuleCtrl.h"
+#include "Fields.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
@@ -103,16 +104,14 @@ TEST_F(ParamsForm, EachTabSetsOperationAndTheAccountsAndBasketsItOffers)
     for (const auto &c : cases) {
         SCOPED_TRACE(c.word);
         form->setCurrentOperationType(c.word);
-        EXPECT_EQ(form->getTradeOpType(), c.word);
-        EXPECT_EQ(form->getOperationType(), c.operation);
-        EXPECT_EQ(form->basketsCombo()->getBrokerType(), c.brokerType);
-        EXPECT_EQ(form->accountsWidget()->tradeOpType(), c.word);
+        EXPECT_EQ(fields(form->getTradeOpType(), form->getOperationType(), form->basketsCombo()->getBrokerType(),
+                         form->accountsWidget()->tradeOpType()),
+                  fields(c.word, c.operation, c.brokerType, c.word));
     }
     // A word between buy and sell refreshes the tab on view.
     form->setCurrentOperationType(0x400);
     form->setCurrentOperationType(600);
-    EXPECT_EQ(form->getTradeOpType(), 0x400u);
-    EXPECT_EQ(form->getOperationType(), 19);
+    EXPECT_EQ(fields(form->getTradeOpType(), form->getOperationType()), "1024|19");
 }
 
 TEST_F(ParamsForm, EachTabKeepsItsAccountChoice)
