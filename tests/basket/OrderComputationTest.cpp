@@ -487,7 +487,8 @@ TEST_F(OrderComputation, FixedPricesAreNeverRepriced)
 TEST_F(OrderComputation, CellCommitsRecalculateAndAreLogged)
 {
     const struct { int id; bool recalculates, logged; } cases[] = {
-        {19, true, true}, {58, true, true}, {59, true, true}, {51, true, true}, {91, true, true}, {63, true, false}, {93, false, true}};
+        {19, true, true}, {58, true, true}, {59, true, true}, {51, true, true},
+        {91, true, true}, {63, true, false}, {93, false, true}};
     for (const auto &c : cases) {
         SCOPED_TRACE(c.id);
         utils::CLogCapture capture;

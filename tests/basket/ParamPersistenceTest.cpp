@@ -457,8 +457,9 @@ TEST_P(RoundTrip, FreshFormReadsBackTheSameText)
     accounts.sort();
     // The tab, basket, ticked accounts and a weight, the sizing mode, its amount and the one cell shown.
     EXPECT_EQ(fields(restored->getTradeOpType(), restored->currentBasketName(), accounts.join(QLatin1Char(',')),
-                     restored->accountsWidget()->getAccountWeight(QStringLiteral("x3")), restored->getCurrentVolumnType(),
-                     restored->cell(P::CellMoney)->toDouble(), restored->cell(P::CellCopies)->isHidden()),
+                     restored->accountsWidget()->getAccountWeight(QStringLiteral("x3")),
+                     restored->getCurrentVolumnType(), restored->cell(P::CellMoney)->toDouble(),
+                     restored->cell(P::CellCopies)->isHidden()),
               fields(c.tab, "组合", "x1,x3", 2.5, VT_MONEY, 1234567.89, true));
     const auto sourceBlocks = blocksOf(*source, c.blocks);
     const auto restoredBlocks = blocksOf(*restored, c.blocks);

@@ -1,6 +1,6 @@
 // The in-memory services: a reset empties every one of them, an order's call is recorded and
-// shown whole, and an algorithm's text names its instructions. Their scripted answers are used
-// by the panel's tests.
+// shown whole, and an algorithm's text names its instructions. Their setters and lookups are
+// not restated here.
 #include "CAlgoParamDataHelper.h"
 #include "CAlgorithmAuthorityConfig.h"
 #include "CAlgorithmHelpDialog.h"

@@ -1,6 +1,6 @@
 // Which events each control sends its parent: the user's actions only, never the program's. A
 // button's click, a clickable text's, a combo's choice and a radio's click are checked where the
-// platform's widgets use them. Then the parameter cell, its tip, and the numbers the cells show.
+// panel's widgets use them. Then the parameter cell, its tip, and the numbers the cells show.
 #include "CCheckBox.h"
 #include "CLineEdit.h"
 #include "CMessageTip.h"

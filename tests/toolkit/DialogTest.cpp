@@ -62,7 +62,8 @@ TEST_F(Scripted, inputDialogHandsOnlyANonBlankAcceptedInputToTheCallback)
                                                          : std::vector<QString>());
         ASSERT_EQ(WK::CBaseDialog::records().size(), 1);
         const WK::DialogRecord record = WK::CBaseDialog::records().front();
-        EXPECT_EQ(fields(record.className, record.title, record.result, record.input, record.texts.join(QLatin1Char(','))),
+        EXPECT_EQ(fields(record.className, record.title, record.result, record.input,
+                         record.texts.join(QLatin1Char(','))),
                   fields("WK::CSimpleInputDialog", "保存篮子", row.result, row.input, "名称,新建篮子"));
     }
 }
