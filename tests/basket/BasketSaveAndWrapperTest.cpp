@@ -1,8 +1,9 @@
+// Rows of the table saved as a basket (a name in use is refused: the nothing-lost tests), and the
+// table's wrapper.
 #include "CHpfOpConfirmWidget.h"
 #include "COpBasketParamsEditWidget.h"
 
 #include "CBaseDialog.h"
-#include "CMessageBox.h"
 #include "COrderParamTable.h"
 #include "CUserConfig.h"
 #include "ConfirmTestSupport.h"
@@ -91,21 +92,6 @@ TEST_F(BasketSave, SelectedRowsBecomeABasketWeightedByMoney)
     EXPECT_EQ(all.m_stocks[1].key(), QStringLiteral("600001.SH"));
     EXPECT_EQ(all.m_stocks[1].m_volume, 500);
     EXPECT_EQ(all.m_stocks[1].m_operationType, ttservice::OT_BUY);
-}
-
-TEST_F(BasketSave, ANameInUseChangesNothing)
-{
-    CBasketSetting old;
-    old.m_name = QStringLiteral("旧篮子");
-    old.m_stocks << CBasketStockData();
-    getUserConfig()->baskets().insert(old.m_name, old);
-    wrapper->confirmWidget()->table()->selectRow(0);
-    saveAs(old.m_name);
-    EXPECT_EQ(getUserConfig()->baskets().value(old.m_name).m_stocks.size(), 1);
-    ASSERT_FALSE(WK::CMessageBox::records().isEmpty());
-    EXPECT_EQ(WK::CMessageBox::records().back().text, QStringLiteral("篮子重名"));
-    for (const auto &event : form.seen)
-        EXPECT_NE(event.event, 1195) << "no basket was saved, nothing to store";
 }
 
 TEST_F(BasketSave, WrapperReportsTypingButNotControlKeysAndKnowsTheListsDirection)

@@ -40,15 +40,6 @@ struct Host {
 QString batchName(int flag) { return TC::batchFlagName(TC::ETempBatchOrderFlags(TC::ETempBatchOrderFlag(flag))); }
 TC::ETempBatchOrderFlags flags(int word) { return TC::ETempBatchOrderFlags(TC::ETempBatchOrderFlag(word)); }
 
-void storeBasket(const QString &name, int kind, EVQBrokerType broker, const QString &key = QString())
-{
-    TC::CBasketSetting setting;
-    setting.m_name = name;
-    setting.m_basketKind = kind;
-    setting.m_brokerType = broker;
-    TC::getUserConfig()->baskets().insert(key.isEmpty() ? name : key, setting);
-}
-
 // Stored out of key order on purpose: the map orders the stock ones Beta, Zeta, alpha50.
 void storeSampleBaskets()
 {
@@ -58,9 +49,9 @@ void storeSampleBaskets()
         {"Index300", 1, kStock}, {"Index500", 2, kStock}, {"Etf50", 3, kStock},
         {"EtfBond", 4, kStock},  {"Kind5", 5, kStock},
     };
-    for (const auto &sample : samples)
-        storeBasket(QString::fromUtf8(sample.name), sample.kind, sample.broker);
-    storeBasket(QString(), 0, kStock, QStringLiteral("Nameless"));
+    for (const auto &basket : samples)
+        sample::storeBasket(QString::fromUtf8(basket.name), {}, basket.broker, basket.kind);
+    TC::getUserConfig()->baskets().insert(QStringLiteral("Nameless"), TC::CBasketSetting());
 }
 
 void switchSystemBaskets(bool on)

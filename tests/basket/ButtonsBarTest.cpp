@@ -12,7 +12,6 @@
 
 #include <QRadioButton>
 
-#include <initializer_list>
 #include <memory>
 
 namespace {
@@ -109,57 +108,6 @@ TEST_F(ButtonsBarTest, anInstructionsOperationSetsTheCloseOrder)
         EXPECT_EQ(bar->isCloseTodayFirst(), r.today) << "op " << r.op;
     }
     EXPECT_EQ(bar->hedgeFlagText()->text(), QStringLiteral("套利"));
-}
-
-// Which widgets would show: buy, sell, order, setting button, close text, hedge text, the right
-// list, the rate texts, the box's close row (this last one counts only on the futures tabs).
-QString shownState(const COpBasketParamsButtonsBar *bar, bool futures)
-{
-    const QWidget *widgets[] = {bar->buyButton(),     bar->sellButton(),    bar->orderButton(), bar->settingButton(),
-                                bar->closeTypeText(), bar->hedgeFlagText(), bar->rightList(),   bar->buyParityText()};
-    QString state;
-    for (const QWidget *w : widgets)
-        state += w->isVisibleTo(bar) ? QLatin1Char('1') : QLatin1Char('0');
-    if (futures)
-        state += bar->settingWidget()->isCloseTypeVisible() ? QLatin1Char('1') : QLatin1Char('0');
-    return state;
-}
-
-TEST_F(ButtonsBarTest, eachTabShowsItsButtonsAndTexts)
-{
-    const struct {
-        quint64 tab;
-        int op;
-        const char *shown;
-    } rows[] = {{TC::TOT_BUY, 18, "10000010"},           {TC::TOT_BUY, 20, "10000010"},         {TC::TOT_SELL, 19, "01000010"},
-                {TC::TOT_SELL, 21, "01000010"},          {TC::TOT_ALL, 18, "00100010"},         {TC::TOT_CREDIT, 22, "00100010"},
-                {TC::TOT_HGT, 18, "00100011"},           {TC::TOT_SGT, 19, "00100011"},         {TC::TOT_FUTURE, 0, "001101000"},
-                {TC::TOT_FUTURE, 14, "001111001"},       {TC::TOT_FUTURE, 15, "001111001"},     {TC::TOT_ONEKEY_FUTURE, 18, "001111001"}};
-    makeBar();
-    for (const auto &row : rows) {
-        const bool futures = row.tab == TC::TOT_FUTURE || row.tab == TC::TOT_ONEKEY_FUTURE;
-        for (const bool before : {true, false}) {
-            SCOPED_TRACE(::testing::Message() << "tab " << row.tab << " op " << row.op << " from all " << (before ? "shown" : "hidden"));
-            for (QWidget *w : std::initializer_list<QWidget *>{bar->buyButton(), bar->sellButton(), bar->orderButton(),
-                                                               bar->settingButton(), bar->closeTypeText(), bar->hedgeFlagText(),
-                                                               bar->rightList(), bar->buyParityText(), bar->sellParityText()})
-                w->setVisible(before);
-            bar->settingWidget()->setCloseTypeVisible(before);
-            bar->setOperationType(op(row.op), row.tab);
-            EXPECT_EQ(shownState(bar, futures), QLatin1String(row.shown));
-            EXPECT_EQ(bar->sellParityText()->isVisibleTo(bar), bar->buyParityText()->isVisibleTo(bar));
-        }
-    }
-
-    // Another operation on a stock tab keeps the bar as it stands.
-    for (const int first : {18, 19}) {
-        bar->setOperationType(op(first), TC::TOT_SELL);
-        const QString state = shownState(bar, false).left(6);
-        const QString sellText = bar->sellButton()->text();
-        bar->setOperationType(op(24), TC::TOT_SELL);
-        EXPECT_EQ(shownState(bar, false).left(6), state) << "after op " << first;
-        EXPECT_EQ(bar->sellButton()->text(), sellText);
-    }
 }
 
 TEST_F(ButtonsBarTest, eventsAreAnsweredAndPassedOn)

@@ -1,3 +1,5 @@
+// The confirmation table case by case. A row's pairing with its line through deletions, sorts
+// and filters, and the ticked rows an order takes, are walked by the integrity sessions.
 #include "COpBasketConfirmWidget.h"
 #include "CBasketSizingSummary.h"
 #include "COpBasketReplaceStockToolBar.h"
@@ -85,13 +87,6 @@ protected:
     // The totals line's volume and value.
     std::string totals() const { return fields(table()->statText(Widget::COL_VOLUME), table()->statText(Widget::COL_COST)); }
     QString cell(int row, int column) const { return table()->itemText(row, column); }
-    std::vector<std::string> shownCodes() const
-    {
-        std::vector<std::string> codes;
-        for (int i = 0; i < table()->rowCount(); ++i)
-            codes.push_back(widget->getParamByRowIndex(i)->m_stockInfo.m_stockCode);
-        return codes;
-    }
     std::vector<std::string> listedCodes() const
     {
         std::vector<std::string> codes;
@@ -256,36 +251,6 @@ TEST_F(ConfirmWidgetTest, OnlyAMixedListInTheFullTableSwitchesDirections)
     EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("8000.00"));
 }
 
-// A deleted row leaves the others paired with their own lines, for edits and for quotes alike.
-TEST_F(ConfirmWidgetTest, DeletingRowsKeepsTheOtherRowsPairedWithTheirLines)
-{
-    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6);
-    widget->setOpConfirmType(1);
-    std::vector<CCodeOrderParam> list = buysOf({"600000", "600001", "600002", "600003"});
-    list.push_back(line("a1", "600001", 18, 300));
-    load(list);
-    ASSERT_TRUE(table()->submitEdit(3, Widget::COL_VOLUME, QStringLiteral("700")));
-
-    table()->selectRow(1);
-    ASSERT_EQ(table()->deleteSelectedRows(), 1);
-    ASSERT_EQ(lines.size(), 4u);
-    EXPECT_EQ(shownCodes(), (std::vector<std::string>{"600000", "600002", "600003", "600001"}));
-    EXPECT_EQ(widget->getParamByRowIndex(2)->m_volume, 700);
-    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("1200"));
-
-    // Row 3 still reaches its line, which has moved in the vector.
-    ASSERT_TRUE(table()->submitEdit(3, Widget::COL_VOLUME, QStringLiteral("800")));
-    EXPECT_EQ(lines[2].m_volume, 800);
-    EXPECT_EQ(lines[1].m_volume, 100);
-
-    CQuoteClient::instance()->publishQuote(quote("SH", "600001", 11.0));
-    widget->slotTimeout();
-    EXPECT_EQ(cell(4, Widget::COL_LAST_PRICE), QStringLiteral("11.00"));
-    EXPECT_EQ(cell(4, Widget::COL_COST), QStringLiteral("3300.00"));
-    EXPECT_EQ(cell(3, Widget::COL_LAST_PRICE), QStringLiteral("10.00")) << "another stock's row stays";
-    EXPECT_EQ(CQuoteClient::instance()->subscriptionCount(), 4);
-}
-
 // ---- filters and status --------------------------------------------------------------------
 
 TEST_F(ConfirmWidgetTest, FallLimitBeatsRiseLimitBeatsSuspension)
@@ -337,25 +302,6 @@ TEST(ConfirmFilterValues, AreComparedByTheFiltersType)
         {7, {"x"}, "SPF500", true}};                                   // an unknown type passes all
     for (const auto &c : rows)
         EXPECT_EQ(Widget::testFilter(c.type, c.values, QString::fromUtf8(c.value)), c.passes) << c.type << " " << c.value;
-}
-
-TEST_F(ConfirmWidgetTest, TheLastFilteredColumnDecidesAlone)
-{
-    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
-    addStock("600000", 10.0);
-    addInstrument("SZ", "000001");
-    CQuoteClient::instance()->setStockPrice(quote("SZ", "000001", 10.0));
-    widget->setOperationType(-1);
-    load({line("a1", "600000", 18, 100), line("a1", "000001", 18, 100, ttservice::BROKER_TYPE_STOCK, "SZ"),
-          line("a1", "000001", 19, 100, ttservice::BROKER_TYPE_STOCK, "SZ")});
-
-    table()->setColumnFilter(Widget::COL_MARKET, WK::FT_EQUAL, {QStringLiteral("SZ")});
-    EXPECT_EQ(table()->rowCount(), 2);
-    table()->setColumnFilter(Widget::COL_OPERATION, WK::FT_EQUAL, {QStringLiteral("买入")});
-    // The market filter still stands, but column 4 alone decides: the SH buy is back.
-    EXPECT_EQ(shownCodes(), (std::vector<std::string>{"600000", "000001"}));
-    EXPECT_EQ(table()->statText(Widget::COL_VOLUME), QStringLiteral("200"));
-    EXPECT_EQ(lines.size(), 3u) << "a filter leaves the list alone";
 }
 
 // A line at 0 says why, per line: what belongs to the instrument (suspended, no quote, less than
@@ -540,37 +486,6 @@ TEST_F(ConfirmWidgetTest, TheTickShowsOnlyTheRowsAQuoteChangedAndASellListKeepsI
     CQuoteClient::instance()->publishQuote(quote("SH", "600000", ttservice::NO_VALUE));
     widget->slotTimeout();
     EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("12.00")) << "the earlier quote was kept";
-}
-
-// ---- taking the ticked rows ----------------------------------------------------------------
-
-TEST_F(ConfirmWidgetTest, UpdateParamTakesTheTickedRowsInScreenOrderAndResetParamBringsTheOthersBack)
-{
-    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
-    load(buysOf({"600000", "600001", "600002", "600003", "600004"}));
-    table()->setItemChecked(1, Widget::COL_CHECK, false);
-    table()->setItemChecked(3, Widget::COL_CHECK, false);
-
-    widget->updateParam();
-    EXPECT_EQ(listedCodes(), (std::vector<std::string>{"600000", "600002", "600004"}));
-    // Every row still leads to its own line: a ticked one in the list, an unticked one aside.
-    EXPECT_EQ(widget->getParamByRowIndex(2), &lines[1]);
-    ASSERT_NE(widget->getParamByRowIndex(1), nullptr);
-    EXPECT_EQ(widget->getParamByRowIndex(1)->m_stockInfo.m_stockCode, "600001");
-
-    widget->resetParam();
-    ASSERT_EQ(lines.size(), 5u);
-    EXPECT_EQ(lines[3].m_stockInfo.m_stockCode, "600003");
-    EXPECT_EQ(widget->getParamByRowIndex(4), &lines[4]);
-
-    // A sorted screen is taken in its order, and put back in row order.
-    lines[1].m_volume = 200;
-    load(lines);
-    table()->sortByColumn(Widget::COL_VOLUME, Qt::DescendingOrder);
-    widget->updateParam();
-    EXPECT_EQ(listedCodes(), (std::vector<std::string>{"600001", "600000", "600002", "600003", "600004"}));
-    widget->resetParam();
-    EXPECT_EQ(listedCodes(), (std::vector<std::string>{"600000", "600001", "600002", "600003", "600004"}));
 }
 
 TEST_F(ConfirmWidgetTest, TheLayoutTheUserLeftComesBackAfterARestart)

@@ -54,35 +54,9 @@ protected:
 
     void onTab(quint64 word) { form->handleEvent(5, static_cast<int>(word), 0, QString(), nullptr); }
 
-    std::vector<QWidget *> modeWidgets() const
-    {
-        return {form->stockParams(), form->buySellWidget(), form->crdWidget(), form->ftrWidget(),
-                form->ftrOneKeyWidget(), form->ggtWidget()};
-    }
-
     std::unique_ptr<COperationBasketWidget> widget;
     COpBasketParamsWidget *form = nullptr;
 };
-
-TEST_F(FormBlocks, onlyTheTabsBlockShowsAndTheSettingBarFoldsIt)
-{
-    make();
-    const std::vector<QWidget *> blocks = modeWidgets();
-    const std::pair<quint64, size_t> cases[] = {{TOT_BUY, 0},    {TOT_SELL, 0},          {TOT_ALL, 1}, {TOT_CREDIT, 2},
-                                                {TOT_FUTURE, 3}, {TOT_ONEKEY_FUTURE, 4}, {TOT_HGT, 5}};
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.first);
-        onTab(c.first);
-        for (size_t i = 0; i < blocks.size(); ++i) {
-            ASSERT_NE(blocks[i], nullptr) << i;
-            EXPECT_EQ(blocks[i]->isHidden(), i != c.second) << i;
-        }
-        form->handleEvent(1137, 5, 0, QString(), nullptr);
-        EXPECT_TRUE(blocks[c.second]->isHidden());
-        form->handleEvent(1137, 5, 1, QString(), nullptr);
-        EXPECT_FALSE(blocks[c.second]->isHidden());
-    }
-}
 
 // Which side's block prices each line is checked on the orders that leave (the placing tests, per
 // tab); here a line the trader switches to sell takes the sell side's parameters and keeps its
@@ -130,29 +104,6 @@ TEST_F(FormBlocks, creditOperationComesFromItsButtonsAndTheContractKind)
     buttons->button(53)->click();
     EXPECT_EQ(form->getOperationType(), 24);
     EXPECT_TRUE(form->contractRow()->isHidden());
-}
-
-TEST_F(FormBlocks, instructionOrderTypeShowsTheCommandRatioAndAlgorithmsHideTheHedge)
-{
-    make();
-    widget->show();
-    onTab(TOT_BUY);
-    CGlobalOrderParamTable *table = form->stockParams()->table();
-    EXPECT_TRUE(form->hedgeWidget()->isVisible());
-
-    table->setOrderType(4);
-    form->handleEvent(114, 0, 0, QString(), nullptr);
-    EXPECT_FALSE(form->hedgeWidget()->isVisible()) << "an algorithm times its own orders";
-
-    table->setOrderType(13);
-    form->updateCmdParamVisible();
-    EXPECT_TRUE(form->cell(COpBasketParamsWidget::CellCmdRatio)->isHidden()) << "only a trader sizes by ratio";
-    getUserConfig()->setRole(200);
-    form->updateCmdParamVisible();
-    EXPECT_FALSE(form->cell(COpBasketParamsWidget::CellCmdRatio)->isHidden());
-    table->setOrderType(0);
-    form->updateCmdParamVisible();
-    EXPECT_TRUE(form->cell(COpBasketParamsWidget::CellCmdRatio)->isHidden());
 }
 
 TEST_F(FormBlocks, eachTabKeepsItsOwnTemporaryLists)

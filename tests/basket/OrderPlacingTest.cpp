@@ -454,27 +454,6 @@ TEST_F(OrderPlacing, oneKeyTabChecksBothSides)
     }
 }
 
-TEST_F(OrderPlacing, oneSidedTabHandsTheTablesStringAndPlatform)
-{
-    makeWidget();
-    onTab(TOT_BUY);
-    std::vector<CCodeOrderParam> orders{lineOf(18, "600000")};
-    std::string paramString;
-    ttservice::ETradePlatform platform = ttservice::TRADE_PLATFORM_NONE;
-    EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), 0) << "a plain table is no algorithm";
-
-    setAlgorithm(form->stockParams(), 13, "TWAP");
-    ASSERT_EQ(form->getAlgorithmTable(), form->stockParams()->table());
-    EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), 1);
-    EXPECT_EQ(fields(platform, paramString), fields(3, form->stockParams()->table()->getAlgParamsStr(orders)));
-    ASSERT_EQ(CAlgorithmAuthorityConfig::instance().checks().size(), 1u);
-    EXPECT_EQ(CAlgorithmAuthorityConfig::instance().checks()[0].m_buyStrategy, "TWAP");
-
-    CAlgorithmAuthorityConfig::instance().setAuthorityResult(false);
-    EXPECT_EQ(widget->fillAlgoParam(orders, paramString, platform), -1);
-    EXPECT_TRUE(messages().isEmpty());
-}
-
 // --- the rest of a hedged instruction ---
 
 TEST_F(OrderPlacing, hedgedInstructionPlacesWhatIsNotTradedYet)

@@ -3,11 +3,9 @@
 #include "COperationBasketWidget.h"
 
 #include "CLogCapture.h"
-#include "CLogCenter.h"
 #include "COpAccountsWidget.h"
 #include "CTradeClient.h"
 #include "CUserConfig.h"
-#include "Clock.h"
 #include "SubstituteFixture.h"
 
 #include <boost/make_shared.hpp>
@@ -142,7 +140,7 @@ TEST_F(PanelEntry, ThirdPieceOfTheClientTextAndTheTabWordReachTheForm)
     }
 }
 
-TEST_F(PanelEntry, AccountRefreshReloadsThePickerAndWritesItsTimingLine)
+TEST_F(PanelEntry, AccountRefreshReloadsThePicker)
 {
     open(91, 12);
     COpAccountsWidget *accounts = form()->accountsWidget();
@@ -153,19 +151,6 @@ TEST_F(PanelEntry, AccountRefreshReloadsThePickerAndWritesItsTimingLine)
     getUserConfig()->addAccount(account("a2"));
     panel->loadAccountGroupSettings();
     EXPECT_EQ(accounts->accountCount(), 2);
-
-    panel->setPanelGroup(3);
-    utils::setClockMSec(1000.0);
-    utils::CLogCapture log;
-    panel->refreshAccounts();
-    panel->requestAccount(account("a1"));
-    const std::string address = utils::CLogCenter::addressText(panel.get());
-    ASSERT_EQ(log.lines().size(), 2u);
-    EXPECT_EQ(log.lines()[0], "[" + address + "] [TC::CBasketOperationPanel::refreshAccounts] "
-                              "[PT] [panel_group|3] [panel|12] [trade_type|4], time = 0.00, account_num = 2.");
-    EXPECT_EQ(log.lines()[1], "[" + address + "] [TC::CBasketOperationPanel::requestAccount] "
-                              "[PT] [panel_group|3] [panel|12] [trade_type|4], time = 0.00.");
-    utils::useSteadyClockMSec();
 }
 
 TEST_F(InstructionEntry, LinesDecideTheTab)

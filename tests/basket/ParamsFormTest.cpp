@@ -9,6 +9,7 @@
 #include "COperationPushButtonGroup.h"
 #include "CParameterCell.h"
 #include "LuaModuleCtrl.h"
+#include "Fields.h"
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
@@ -103,16 +104,14 @@ TEST_F(ParamsForm, EachTabSetsOperationAndTheAccountsAndBasketsItOffers)
     for (const auto &c : cases) {
         SCOPED_TRACE(c.word);
         form->setCurrentOperationType(c.word);
-        EXPECT_EQ(form->getTradeOpType(), c.word);
-        EXPECT_EQ(form->getOperationType(), c.operation);
-        EXPECT_EQ(form->basketsCombo()->getBrokerType(), c.brokerType);
-        EXPECT_EQ(form->accountsWidget()->tradeOpType(), c.word);
+        EXPECT_EQ(fields(form->getTradeOpType(), form->getOperationType(), form->basketsCombo()->getBrokerType(),
+                         form->accountsWidget()->tradeOpType()),
+                  fields(c.word, c.operation, c.brokerType, c.word));
     }
     // A word between buy and sell refreshes the tab on view.
     form->setCurrentOperationType(0x400);
     form->setCurrentOperationType(600);
-    EXPECT_EQ(form->getTradeOpType(), 0x400u);
-    EXPECT_EQ(form->getOperationType(), 19);
+    EXPECT_EQ(fields(form->getTradeOpType(), form->getOperationType()), "1024|19");
 }
 
 TEST_F(ParamsForm, EachTabKeepsItsAccountChoice)
@@ -129,17 +128,6 @@ TEST_F(ParamsForm, EachTabKeepsItsAccountChoice)
     EXPECT_EQ(form->accountsWidget()->getSelectedAccounts(), QSet<QString>{QStringLiteral("s1")});
     EXPECT_EQ(form->accountParams().value(0x200), QStringLiteral("s1:1"));
     EXPECT_EQ(form->accountParams().value(0x400), QString());
-}
-
-TEST_F(ParamsForm, ConnectWordMapsToTheEnabledKind)
-{
-    switchOn({"mdl_order", "mdl_order_compose_sgt"});
-    auto form = makeForm();
-    EXPECT_EQ(form->getGgtTradeOpType(0x80000), 0x100000u);
-    form->setCurrentOperationType(0x80000);
-    EXPECT_EQ(form->ggtOpType(), 0x100000u);
-    switchOn({"mdl_order_compose_hgt"});
-    EXPECT_EQ(makeForm()->getGgtTradeOpType(0x80000), 0x80000u);
 }
 
 TEST_F(ParamsForm, OffersTheModesOfTabAndBasket)
@@ -237,14 +225,6 @@ TEST_F(ParamsForm, SellTabTakesFractionalCopies)
     form->setCurrentOperationType(0x200);
     form->resetCopiesValidator(2.5);
     EXPECT_DOUBLE_EQ(form->cell(P::CellCopies)->toDouble(), 2.0);
-}
-
-TEST_F(ParamsForm, IndexVolumeByMarketAndCode)
-{
-    const struct { const char *market, *code; int volume; } cases[] = {
-        {"SH", "000300", 300}, {"SH", "000905", 200}, {"SH", "000016", 300}, {"SZ", "000300", 1}, {"SH", "000001", 1}};
-    for (const auto &c : cases)
-        EXPECT_EQ(P::getIndexVolume(QString::fromLatin1(c.market), QString::fromLatin1(c.code)), c.volume) << c.market << c.code;
 }
 
 TEST_F(ParamsForm, PriceLimitsMarkWithinOneTickOrBeyond)

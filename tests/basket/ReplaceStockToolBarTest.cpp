@@ -41,16 +41,10 @@ void switchPortfolioModule() { luawrapper::LuaModuleCtrl::instance()->setModules
 
 void storeBasket(const QString &name, const QStringList &codes, const std::vector<double> &weights = {})
 {
-    CBasketSetting setting;
-    setting.m_name = name;
-    for (int i = 0; i < codes.size(); ++i) {
-        CBasketStockData row;
-        row.m_market = QStringLiteral("SH");
-        row.m_stockCode = codes[i];
-        row.m_weight = weights.empty() ? 1.0 : weights[size_t(i)];
-        setting.m_stocks.append(row);
-    }
-    getUserConfig()->baskets().insert(name, setting);
+    QList<CBasketStockData> rows;
+    for (int i = 0; i < codes.size(); ++i)
+        rows << sample::row("SH", codes[i].toLatin1().constData(), weights.empty() ? 1.0 : weights[size_t(i)], 0);
+    sample::storeBasket(name, rows);
 }
 
 void suspend(const QString &code) { CQuoteClient::instance()->setStoppedStock(code + QStringLiteral(".SH"), true); }
@@ -182,31 +176,14 @@ TEST_F(ReplaceToolBarTest, settersTickSilentlyAndSendTheFilterOnce)
     EXPECT_TRUE(parent->seen.empty());
 }
 
-TEST_F(ReplaceToolBarTest, theKeyboardComesWithThePortfolioModuleAndGivesBit512)
-{
-    EXPECT_TRUE(bar().portfolioKeyboard() == nullptr && !bar().isCreatePortfolio() && bar().getPortfolioName().empty());
-
-    fresh();
-    ttservice::CPortfolio portfolio;
-    portfolio.m_portfolioKey = "p1";
-    portfolio.m_portfolioName = "成长一号";
-    getUserConfig()->addPortfolio(portfolio);
-    switchPortfolioModule();
-    WK::CCreatePortfolioKeyboard *keyboard = bar().portfolioKeyboard();
-    ASSERT_NE(keyboard, nullptr);
-    EXPECT_EQ(keyboard->portfolioNames(), QStringList{QStringLiteral("成长一号")});
-
-    QSignalSpy spy(&bar(), &Bar::sigSetFilter);
-    keyboard->setPortfolioNameText(QStringLiteral("新组合"));
-    keyboard->checkBox()->click();
-    EXPECT_EQ(fields(bar().isCreatePortfolio(), bar().getPortfolioName(), lastFilter(spy), count(*parent, 1074, Bar::PORTFOLIO_KEYBOARD_ID)),
-              "true|新组合|512|1");
-}
-
+// The keyboard comes with the portfolio module (what its tick sends: the placing tests); only
+// lists that can make a portfolio enable it.
 TEST_F(ReplaceToolBarTest, onlyListsThatCanMakeAPortfolioEnableTheKeyboard)
 {
     const struct { std::vector<int> operations; bool enabled; } rows[] = {{{}, false},   {{6}, true},   {{8}, true},   {{10}, true},  {{17}, true},        {{19}, true},
                 {{18}, false}, {{7}, false},  {{20}, false}, {{25}, false}, {{18, 18, 6}, true}};
+    EXPECT_TRUE(bar().portfolioKeyboard() == nullptr && !bar().isCreatePortfolio());
+    fresh();
     switchPortfolioModule();
     WK::CCreatePortfolioKeyboard *keyboard = bar().portfolioKeyboard();
     ASSERT_NE(keyboard, nullptr);

@@ -131,16 +131,6 @@ TEST_F(FutureParams, aTypedContractAsksForARecalculationOncePerChange)
     EXPECT_EQ(block->hedgeContractCode(), QStringLiteral("IC2403"));
 }
 
-TEST_F(FutureParams, hedgeDirectionIsAgainstTheSideOfTheBasket)
-{
-    COpBasketFutureParamsWidget *block = makeBlock();
-    const std::pair<int, const char *> rows[] = {{18, "期货卖出"}, {19, "期货买入"}, {-1, ""}};
-    for (const auto &row : rows) {
-        block->setOperationType(row.first);
-        EXPECT_EQ(block->hedgeDirectionText(), QString::fromUtf8(row.second)) << row.first;
-    }
-}
-
 TEST(ListedIndexFutures, offersTheTwoNearMonthsAndTheNextTwoQuarterMonthsOfEachProduct)
 {
     struct Row { const char *name; QDate day; const char *ifCodes; };

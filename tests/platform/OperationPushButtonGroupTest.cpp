@@ -42,22 +42,6 @@ TEST(OperationPushButtonGroup, aPressDeliversFiveWithTheTabWordAndChecksTheTab)
     }
 }
 
-TEST(OperationPushButtonGroup, setCheckedByIdMovesTheCheckAndTheTabsColourSilently)
-{
-    EventRecorder parent;
-    TC::COperationPushButtonGroup *group = makeTabs(parent);
-    auto *buy = static_cast<TC::CBasketParamTabButton *>(group->button(0x200));
-    buy->setBackgroundColorKeys(QStringLiteral("normal"), QStringLiteral("pressed"), QStringLiteral("hover"));
-    EXPECT_EQ(buy->currentBackgroundKey(), QStringLiteral("pressed"));
-
-    group->setCheckedByID(0x800);
-    EXPECT_EQ(group->checkedId(), 0x800);
-    EXPECT_EQ(buy->currentBackgroundKey(), QStringLiteral("normal"));
-    group->setCheckedByID(0x4000); // no such tab
-    EXPECT_EQ(group->checkedButton(), group->button(0x800));
-    EXPECT_TRUE(parent.seen.empty());
-}
-
 TEST(ComboxNameWidget, onlyTheUsersChoiceDeliversSixtyFourWithTheRowsId)
 {
     EventRecorder parent;

@@ -161,17 +161,6 @@ TEST_F(SmartKeyboard, theListFollowsTheTradeTypeAtOnceAndSeesInstrumentsAddedSin
     EXPECT_EQ(listedKeys(keyboard), (std::vector<std::string>{"IF2401.CFFEX", "IH2401.CFFEX"}));
 }
 
-TEST_F(SmartKeyboard, listsAtMostFiftyOfTheFirstCodes)
-{
-    // Added from the highest code down, so that the first fifty added are the wrong ones.
-    for (int i = 79; i >= 0; --i)
-        addInstrument("SZ", std::to_string(500000 + i).c_str(), "fund");
-    keyboard->setSearchText(QStringLiteral("5"));
-    ASSERT_EQ(keyboard->matchCount(), CSmartKeyboardDialog::MAX_MATCHES);
-    for (int row = 0; row < keyboard->matchCount(); ++row)
-        EXPECT_EQ(keyboard->matchAt(row).m_stockCode, std::to_string(500000 + row));
-}
-
 TEST_F(SmartKeyboard, enterHandsTheInstrumentAndItsKindToTheSelectFunction)
 {
     struct Row { const char *text, *market, *code, *name; TC::ESmartKeyType type; };

@@ -113,33 +113,6 @@ TEST(RecordBson, CommandLinesThatAreNoObjectsAreSkipped)
     EXPECT_EQ(command.m_orders[0].m_volume, makeLine().m_volume);
 }
 
-TEST(RecordBson, ExtraFieldsAreAppendedOnlyWhereTheRecordHasNone)
-{
-    COrderSetting setting;
-    setting.m_validSeconds = 30;
-    const bson::BSONObj obj = setting.toBsonWithBson(BSON("vs" << 99 << "zz" << "extra"));
-    EXPECT_EQ(obj.getIntField("vs"), 30);
-    EXPECT_EQ(std::string(obj.getStringField("zz")), "extra");
-}
-
-TEST(RecordBson, OffsetsFollowFieldOrder)
-{
-    COrderSetting setting;
-    EXPECT_EQ(setting.getOffset(-1), -1);
-    EXPECT_EQ(setting.getOffset(0), 4); // just after the object's length prefix
-    EXPECT_GT(setting.getOffset(1), setting.getOffset(0));
-    EXPECT_EQ(setting.getOffset(100), -1);
-}
-
-TEST(RecordBson, BadJsonTextIsRefusedWithoutThrowing)
-{
-    bson::BSONObj obj = BSON("x" << 1);
-    EXPECT_FALSE(parseJson("{not json", obj));
-    EXPECT_TRUE(obj.isEmpty());
-    ASSERT_TRUE(parseJson("{\"vo\": 12}", obj));
-    EXPECT_EQ(obj.getIntField("vo"), 12);
-}
-
 // A number field sent as a double that no integer can hold (or NaN) reads as absent; in range it
 // is cut towards zero, as before. Bool fields take any non-zero number.
 TEST(RecordBson, NumbersBeyondTheirIntegerReadAsAbsent)

@@ -1,10 +1,9 @@
-// The records' own arithmetic: tolerant comparisons, keys, sides, and the price an order takes.
+// The records' own arithmetic: tolerant comparisons, sides, and the price an order takes.
 // (The basket rows' order is checked with the services' helpers that sort by it.)
 #include "CPriceData.h"
 #include "CPriceDataHelper.h"
 #include "DoubleCompare.h"
 #include "OperationSide.h"
-#include "StockKey.h"
 
 #include "Fields.h"
 
@@ -27,15 +26,6 @@ TEST(DoubleCompare, UsesTheTolerance)
             << row.name;
     }
     EXPECT_EQ(fields(isZero(0.0), isZero(-0.000009), isZero(0.00002), hasValue(NO_VALUE), hasValue(0.0)), "true|true|false|false|true");
-}
-
-TEST(StockKey, JoinsAndSplitsCodeAndMarket)
-{
-    EXPECT_EQ(utils::vqStockKey("SH", "600000"), "600000.SH");
-    std::string market, code;
-    ASSERT_TRUE(utils::splitStockKey("IF2412.CFFEX", market, code));
-    EXPECT_EQ(market + " " + code, "CFFEX IF2412");
-    EXPECT_FALSE(utils::splitStockKey("600000", market, code));
 }
 
 TEST(OperationSide, BuySideOperations)

@@ -1,9 +1,7 @@
 #include "CAccountData.h"
-#include "CPositionDetail.h"
 #include "CProductNetValue.h"
 
 #include "Fields.h"
-#include "SampleMarket.h"
 
 #include <gtest/gtest.h>
 
@@ -22,8 +20,6 @@ boost::shared_ptr<CAccountData> makeData()
     info->m_accountKey = "acc1";
     return boost::shared_ptr<CAccountData>(new CAccountData(info));
 }
-
-CPositionStatics position(const char *code, double volume, double canUse) { return sample::held("SZ", code, volume, canUse); }
 
 } // namespace
 
@@ -46,49 +42,20 @@ TEST(AccountDataLock, IsRecursiveOnOneThreadAndOtherThreadsWaitUntilItIsReleased
     EXPECT_TRUE(reader.get());
 }
 
-TEST(AccountData, PositionsAreFoundByInstrumentAndListedAsDetails)
+// A pushed record replaces the one of its key: a newer net value is the only one left.
+TEST(AccountData, ARecordReplacesTheOneOfItsKey)
 {
     const boost::shared_ptr<CAccountData> data = makeData();
-    data->setPositionStatics({position("000001", 1000, 600), position("000002", 50, 50)});
-    const boost::shared_ptr<CPositionStatics> found = data->getPositionStatic("SZ", "000002");
-    ASSERT_TRUE(found);
-    EXPECT_DOUBLE_EQ(found->m_volume, 50);
-    EXPECT_FALSE(data->getPositionStatic("SH", "000002"));
-
-    const std::vector<boost::shared_ptr<IData>> details = data->getVector(DATA_TYPE_POSITION_DETAIL);
-    ASSERT_EQ(details.size(), 2u);
-    const auto first = boost::dynamic_pointer_cast<CPositionDetail>(details[0]);
-    ASSERT_TRUE(first);
-    EXPECT_EQ(fields(first->m_stockCode, first->m_volume, first->m_sellableVolume), "000001|1000|600");
-}
-
-TEST(AccountData, RecordsAreFoundByTypeAndKey)
-{
-    const boost::shared_ptr<CAccountData> data = makeData();
-    boost::shared_ptr<CProductNetValue> netValue(new CProductNetValue);
-    netValue->m_productId = 7;
-    netValue->m_netValue = 1.25e6;
-    data->setData(DATA_TYPE_PRODUCT_NET_VALUE, netValue);
-
+    for (const double value : {1.25e6, 2.0}) {
+        boost::shared_ptr<CProductNetValue> netValue(new CProductNetValue);
+        netValue->m_productId = 7;
+        netValue->m_netValue = value;
+        data->setData(DATA_TYPE_PRODUCT_NET_VALUE, netValue);
+    }
     const auto found = boost::dynamic_pointer_cast<CProductNetValue>(
         data->getData(DATA_TYPE_PRODUCT_NET_VALUE, CProductNetValue::genKey(7)));
     ASSERT_TRUE(found);
-    EXPECT_DOUBLE_EQ(found->m_netValue, 1.25e6);
-    EXPECT_FALSE(data->getData(DATA_TYPE_PRODUCT_NET_VALUE, CProductNetValue::genKey(8)) || data->getData(DATA_TYPE_POSITION_DETAIL, CProductNetValue::genKey(7)))
-        << "another key or another type finds nothing";
-
-    boost::shared_ptr<CProductNetValue> newer(new CProductNetValue);
-    newer->m_productId = 7;
-    newer->m_netValue = 2.0;
-    data->setData(DATA_TYPE_PRODUCT_NET_VALUE, newer);
-    EXPECT_EQ(data->getVector(DATA_TYPE_PRODUCT_NET_VALUE).size(), 1u);
-
-    // The money record takes the account's key.
-    CAccountDetail detail;
-    detail.m_available = 100.0;
-    data->setAccountDetail(detail);
-    ASSERT_TRUE(data->getAccountDetail());
-    EXPECT_EQ(data->getAccountDetail()->m_accountKey, "acc1");
-    data->clearAccountDetail();
-    EXPECT_FALSE(data->getAccountDetail());
+    EXPECT_EQ(fields(found->m_netValue, data->getVector(DATA_TYPE_PRODUCT_NET_VALUE).size(),
+                     !data->getData(DATA_TYPE_POSITION_DETAIL, CProductNetValue::genKey(7))),
+              "2|1|true");
 }

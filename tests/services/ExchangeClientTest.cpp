@@ -1,6 +1,4 @@
 #include "CExchangeClient.h"
-#include "StockTypeCacheCenter.h"
-#include "StockTypeCenter.h"
 #include "Fields.h"
 #include "SubstituteReset.h"
 #include "TradeUnits.h"
@@ -126,23 +124,4 @@ TEST(Markets, FuturesAndStockExchangesByBothTheirNamesAndNothingElse)
         EXPECT_TRUE(isStockMarket(market)) << market;
     for (const char *market : {"HK", "sh", "", "CFFEX", "DCE", "SHHK"})
         EXPECT_FALSE(isStockMarket(market)) << market;
-}
-
-TEST(InstrumentTypes, TypedStocksAndKindsAreSetByMarketAndCode)
-{
-    TC::resetAllSubstitutes();
-    StockTypeCenter::setTypedStock(126, "SH", "204001");
-    EXPECT_EQ(fields(StockTypeCenter::isTypedStock(126, "SH", "204001"),
-                     StockTypeCenter::isTypedStock(126, QStringLiteral("SH"), QStringLiteral("204001")),
-                     StockTypeCenter::isTypedStock(126, "SZ", "204001"), StockTypeCenter::isTypedStock(100017, "SH", "204001")),
-              "true|true|false|false");
-
-    StockTypeCache kinds;
-    kinds.m_etf = true;
-    StockTypeCacheCenter::setTypeStockCache("SH", "510300", kinds);
-    EXPECT_TRUE(StockTypeCacheCenter::getTypeStockCache("SH", "510300")->isETF());
-    EXPECT_FALSE(StockTypeCacheCenter::getTypeStockCache("SH", "510300")->isFund());
-    const auto unknown = StockTypeCacheCenter::getTypeStockCache(QStringLiteral("SH"), QStringLiteral("600000"));
-    ASSERT_TRUE(unknown);
-    EXPECT_FALSE(unknown->isETF());
 }

@@ -8,7 +8,6 @@
 #include "OperationHelpers.h"
 #include "OrderSettingText.h"
 #include "SubstituteReset.h"
-#include "TypeManager.h"
 
 #include <gtest/gtest.h>
 
@@ -45,9 +44,6 @@ TEST(Operation, NameSideCloseAndSwap)
     }
     EXPECT_EQ(fields(TC::operationToString(OT_NONE), TC::operationToString(77), TC::getBuyOrSellType(OT_NONE), TC::swapOperationType(OT_MONEY)),
               fields("", "77", OT_NONE, OT_MONEY));
-    EXPECT_EQ(operationValueToString(OT_BUY), "买");
-    EXPECT_EQ(TypeManager::instance()->getEnumItemName("ttservice::EEntrustBS", ENTRUST_SELL, VQ_TRADER_BASKET), "卖出");
-    EXPECT_EQ(TypeManager::instance()->getEnumItemName("unknown", 5, VQ_TRADER_BASKET), "5");
     EXPECT_TRUE(TC::isSubCmdOrder(SUB_COMMAND_ORDER) && !TC::isSubCmdOrder(SUB_COMMAND_NONE));
 }
 

@@ -87,16 +87,6 @@ TEST_F(QuoteSubscription, EverySubscriberOfTheKeyGetsTheQuoteAndOtherKeysDoNot)
     EXPECT_EQ(fields(first.count.load(), second.count.load(), other.count.load()), "1|1|0");
 }
 
-TEST_F(QuoteSubscription, SuspendedStocksAreKnownByKeyAndByMarketAndCode)
-{
-    CQuoteClient::instance()->setStoppedStock(kKey, true);
-    EXPECT_EQ(fields(CQuoteClient::instance()->isStoppedStock(kKey), TC::isStoppedStock(QStringLiteral("SH"), QStringLiteral("600000")),
-                     TC::isStoppedStock(QStringLiteral("SZ"), QStringLiteral("600000"))),
-              "true|true|false");
-    CQuoteClient::instance()->setStoppedStock(kKey, false);
-    EXPECT_FALSE(TC::isStoppedStock(QStringLiteral("SH"), QStringLiteral("600000")));
-}
-
 TEST_F(QuoteSubscription, QuotePublishedOnAWorkerThreadIsDeliveredOnThatThread)
 {
     Receiver receiver;

@@ -1,7 +1,6 @@
 #include "CExchangeClient.h"
 #include "CTradeClient.h"
 #include "OperationSide.h"
-#include "Fields.h"
 #include "SampleMarket.h"
 #include "SubstituteReset.h"
 
@@ -76,23 +75,6 @@ TEST(SplitEntrusts, MismatchedWeightsGiveAnEmptyResultAndAnError)
         ORDER_TYPE_NORMAL);
     EXPECT_TRUE(split.empty());
     EXPECT_TRUE(error.isError());
-}
-
-TEST(SplitEntrusts, CallsAreRecordedAndAHandlerMayScriptTheAnswer)
-{
-    TC::resetAllSubstitutes();
-    CTradeClient::instance()->setSplitEntrustsHandler(
-        [](const CTradeClient::CSplitEntrustsCall &call) { return std::vector<int>(call.m_accounts.size() + 1, 1); });
-    utils::TTError error;
-    const std::vector<int> split = CTradeClient::instance()->splitEntrusts(
-        300, 9.5, PRICE_TYPE_FIXED, accounts(2), {1.0, 1.0}, 3, "SZ", "000001", OT_SELL, HEDGE_FLAG_SPECULATION,
-        error, static_cast<EOrderType>(-1));
-    EXPECT_EQ(split, (std::vector<int>{1, 1, 1}));
-    ASSERT_EQ(CTradeClient::instance()->splitCalls().size(), 1u);
-    const CTradeClient::CSplitEntrustsCall &call = CTradeClient::instance()->splitCalls().front();
-    EXPECT_EQ(fields(call.m_volume, call.m_priceType, call.m_splitType, call.m_market, call.m_operation, call.m_orderType),
-              fields(300, PRICE_TYPE_FIXED, 3, "SZ", OT_SELL, -1));
-    TC::resetAllSubstitutes();
 }
 
 } // namespace

@@ -1,5 +1,6 @@
-// The in-memory services answer as the test scripts them, record each call, and a reset empties
-// every one of them.
+// The in-memory services: a reset empties every one of them, an order's call is recorded and
+// shown whole, and an algorithm's text names its instructions. Their setters and lookups are
+// not restated here.
 #include "CAlgoParamDataHelper.h"
 #include "CAlgorithmAuthorityConfig.h"
 #include "CAlgorithmHelpDialog.h"
@@ -32,14 +33,6 @@ using namespace ttservice;
 
 namespace {
 
-std::vector<CCodeOrderParam> oneLine()
-{
-    CCodeOrderParam line;
-    line.m_stockInfo = CStockInfo("SH", "600000");
-    line.m_volume = 100;
-    return {line};
-}
-
 class RecordedServiceCalls : public ::testing::Test
 {
 protected:
@@ -48,100 +41,17 @@ protected:
 
 } // namespace
 
-TEST_F(RecordedServiceCalls, ShowMsgAndTheHedgeServiceKeepEveryArgument)
+// An instruction's outside algorithm names the instructions it works for; a plain order's text
+// is left alone.
+TEST_F(RecordedServiceCalls, AnAlgorithmsTextNamesItsInstructions)
 {
-    std::vector<QString> seen;
-    TC::getMsgService()->setObserver(
-        [&seen](const TC::CMsgService::CShowMsgCall &call) { seen.push_back(call.m_text); });
-    TC::getMsgService()->showMsg(QStringLiteral("可用资金不足!"), TC::MSG_TYPE_ORDER_RESULT, MSG_LEVEL_ORDER, false,
-                                 true, QStringLiteral("x"));
-    ASSERT_EQ(TC::getMsgService()->shownMessages().size(), 1u);
-    const TC::CMsgService::CShowMsgCall &call = TC::getMsgService()->shownMessages().front();
-    EXPECT_EQ(fields(call.m_type, call.m_level, call.m_showPopup, call.m_playSound, call.m_extra),
-              fields(TC::MSG_TYPE_ORDER_RESULT, MSG_LEVEL_ORDER, false, true, "x"));
-    EXPECT_EQ(seen, std::vector<QString>{QStringLiteral("可用资金不足!")});
-
-    boost::shared_ptr<COrderCommand> command(new COrderCommand);
-    TC::CBasketHedgeManager::instance()->onBasketCommand(command, true);
-    ASSERT_EQ(TC::CBasketHedgeManager::instance()->basketCommands().size(), 1u);
-    EXPECT_TRUE(TC::CBasketHedgeManager::instance()->basketCommands()[0].m_command == command
-                && TC::CBasketHedgeManager::instance()->basketCommands()[0].m_manual);
-    CBasketHedgeParam hedge;
-    hedge.m_hedgeType = 2;
-    EXPECT_TRUE(TC::saveHedgeParam("key____tag____3", hedge));
-    ASSERT_TRUE(TC::CBasketHedgeManager::instance()->hedgeParam("key____tag____3"));
-    EXPECT_EQ(TC::CBasketHedgeManager::instance()->hedgeParam("key____tag____3")->m_hedgeType, 2);
-    EXPECT_FALSE(TC::CBasketHedgeManager::instance()->hedgeParam("other"));
-}
-
-TEST_F(RecordedServiceCalls, PlacingChecksAnswerAsScriptedAndRecordTheirArguments)
-{
-    std::vector<CCodeOrderParam> orders = oneLine();
-    EXPECT_TRUE(TC::CTradeStatistics::instance()->checkMinAndInterval(orders));
-    TC::CTradeStatistics::instance()->setCheckResult(false);
-    EXPECT_FALSE(TC::CTradeStatistics::instance()->checkMinAndInterval(orders));
-    EXPECT_EQ(TC::CTradeStatistics::instance()->checkedOrders().size(), 2u);
-
-    EXPECT_TRUE(TC::CAlgorithmAuthorityConfig::instance().bCheckAuthority(orders, "SWITCH", "VWAP"));
-    TC::CAlgorithmAuthorityConfig::instance().setAuthorityResult(false);
-    EXPECT_FALSE(TC::CAlgorithmAuthorityConfig::instance().bCheckAuthority(orders, "TWAP", ""));
-    ASSERT_EQ(TC::CAlgorithmAuthorityConfig::instance().checks().size(), 2u);
-    EXPECT_EQ(fields(TC::CAlgorithmAuthorityConfig::instance().checks()[0].m_buyStrategy,
-                     TC::CAlgorithmAuthorityConfig::instance().checks()[0].m_sellStrategy),
-              "SWITCH|VWAP");
-
-    // The algorithm help dialogs record their calls and let the placing go on.
-    EXPECT_TRUE(TC::CAlgorithmHelpDialog::tryHelp(oneLine()));
-    TC::CVqAlgorithmHelpDialog::doHelp();
-    EXPECT_EQ(fields(TC::CAlgorithmHelpDialog::triedHelps().size(), TC::CAlgorithmHelpDialog::helpCount(),
-                     TC::CVqAlgorithmHelpDialog::helpCount()),
-              "1|0|1");
-
     QMap<int, boost::shared_ptr<COrderCommand>> commands;
     commands.insert(42, boost::shared_ptr<COrderCommand>(new COrderCommand));
     std::string param = "TWAP`a=1";
     std::string empty;
     TC::CAlgoParamDataHelper::resetAlgoParam(param, commands);
     TC::CAlgoParamDataHelper::resetAlgoParam(empty, commands);
-    EXPECT_EQ(param, "TWAP`a=1;cmd=42");
-    EXPECT_TRUE(empty.empty());
-    ASSERT_EQ(TC::CAlgoParamDataHelper::resetCalls().size(), 2u);
-    EXPECT_EQ(TC::CAlgoParamDataHelper::resetCalls()[0].m_commandIds, std::vector<int>{42});
-}
-
-TEST_F(RecordedServiceCalls, BlackStocksAndTheirReplacementsArePerAccount)
-{
-    TC::CBlackAndWhiteListService *lists = TC::CBlackAndWhiteListService::instance();
-    lists->addBlackStock(QStringLiteral("A1"), QStringLiteral("600000.SH"));
-    lists->setWhiteStock(QStringLiteral("A1"), QStringLiteral("600036.SH"), QStringLiteral("601398.SH"));
-    const QString a1 = QStringLiteral("A1"), a2 = QStringLiteral("A2"), spdb = QStringLiteral("600000.SH"),
-                  cmb = QStringLiteral("600036.SH");
-    // Black for A1, not for A2; the white stock of A1's second black one only.
-    EXPECT_EQ(fields(lists->isBlackStock(a1, spdb), lists->isBlackStock(a1, cmb), lists->isBlackStock(a2, spdb)), "true|true|false");
-    EXPECT_EQ(fields(lists->getWhiteStock(a1, spdb), lists->getWhiteStock(a1, cmb), lists->getWhiteStock(a2, cmb)), "|601398.SH|");
-}
-
-TEST_F(RecordedServiceCalls, QueriesAreRecordedAndAnsweredAndTheTimeIsFrozenAndSettable)
-{
-    boost::shared_ptr<CQueryDataReq> request(new CQueryDataReq);
-    request->m_dataType = DATA_TYPE_CREDIT_SLO;
-    int answered = 0;
-    const auto center = TraderCenter::instance()->getDataCenter();
-    EXPECT_TRUE(center->queryData(
-        request, [&answered](boost::shared_ptr<CQueryDataReq>, const utils::TTError &error) { answered += !error.isError(); },
-        0));
-    EXPECT_TRUE(center->queryData(request, IDataCenter::QueryCallback(), 0));
-    const auto queries = TraderCenter::instance()->memoryDataCenter()->queries();
-    ASSERT_EQ(queries.size(), 2u);
-    EXPECT_EQ(fields(queries[0].m_request->m_dataType, queries[0].m_hasCallback, queries[1].m_hasCallback, answered), "13904|true|false|1");
-
-    EXPECT_EQ(TC::getTimeService()->currentTime(), TC::CTimeService::DEFAULT_TIME);
-    TC::getTimeService()->advance(30);
-    EXPECT_EQ(TC::getTimeService()->currentTime() - TC::CTimeService::DEFAULT_TIME, 30);
-    TC::getTimeService()->setCurrentTime(1000);
-    EXPECT_EQ(TC::getTimeService()->currentTime(), 1000);
-    TC::getTimeService()->useSystemClock(true);
-    EXPECT_GT(TC::getTimeService()->currentTime(), TC::CTimeService::DEFAULT_TIME);
+    EXPECT_EQ(fields(param, empty.empty()), "TWAP`a=1;cmd=42|true");
 }
 
 namespace {
@@ -371,29 +281,4 @@ TEST_F(TradeClientRecording, PlaceTasksKeepsEveryArgumentInOrderAndShowsItAsJson
     COrderCommand back;
     back.bsonValueFromObj(parsed.getObjectField("command"));
     EXPECT_EQ(back.m_commandKey, "cmd-1");
-}
-
-TEST_F(TradeClientRecording, ConfirmTaskGivesTheScriptedAnswerAndInstructionsAndLoginsAreAsSet)
-{
-    const std::vector<CCodeOrderParam> orders{line("600000", 100)};
-    EXPECT_TRUE(CTradeClient::instance()->confirmTask(nullptr, orders, false));
-    CTradeClient::instance()->setConfirmTaskResult(false);
-    EXPECT_FALSE(CTradeClient::instance()->confirmTask(nullptr, orders, true));
-    ASSERT_EQ(CTradeClient::instance()->confirmedTasks().size(), 2u);
-    EXPECT_EQ(fields(CTradeClient::instance()->confirmedTasks()[1].m_flag, CTradeClient::instance()->confirmedTasks()[1].m_orders[0].m_stockInfo.m_stockCode),
-              "true|600000");
-
-    CTradeClient::instance()->setConfirmTaskHandler(
-        [](const CTradeClient::CConfirmTaskCall &call) { return call.m_orders.size() == 1; });
-    EXPECT_TRUE(CTradeClient::instance()->confirmTask(nullptr, orders, false));
-
-    // Instructions and login states are set by the test, as the client's services set them.
-    EXPECT_FALSE(CTradeClient::instance()->getCommandByKey("cmd-1"));
-    boost::shared_ptr<COrderCommand> command(new COrderCommand);
-    command->m_commandKey = "cmd-1";
-    CTradeClient::instance()->addCommand(command);
-    EXPECT_EQ(CTradeClient::instance()->getCommandByKey("cmd-1"), command);
-    CTradeClient::instance()->setLoginStatus("acc1", LOGIN_STATUS_CONNECTING);
-    EXPECT_EQ(fields(CTradeClient::instance()->getLoginStatus("acc1"), CTradeClient::instance()->getLoginStatus("acc2")),
-              fields(LOGIN_STATUS_CONNECTING, 0));
 }

@@ -82,53 +82,19 @@ TEST_F(UserConfig, GroupAccountsAreFilteredByBrokerTypesAndGroup)
               (std::vector<std::string>{"future1", "credit1"}));
 }
 
-TEST_F(UserConfig, MoneyAndPositionsReachTheAccountData)
-{
-    CAccountDetail detail;
-    detail.m_available = 5000.0;
-    config->addAccount(info("stock3", BROKER_TYPE_STOCK), detail, {sample::held("SH", "600000", 0, 300)});
-    const boost::shared_ptr<CAccountData> data = TraderCenter::instance()->getDataCenter()->getAccountData("stock3");
-    ASSERT_TRUE(data && data->getAccountDetail());
-    EXPECT_DOUBLE_EQ(data->getAccountDetail()->m_available, 5000.0);
-    ASSERT_TRUE(data->getPositionStatic("SH", "600000"));
-
-    config->addAccountWithoutDetail(info("stock4", BROKER_TYPE_STOCK));
-    EXPECT_FALSE(TraderCenter::instance()->getDataCenter()->getAccountData("stock4")->getAccountDetail());
-}
-
-TEST_F(UserConfig, ProductsAndRightsComeFromTheControlSurface)
-{
-    EXPECT_FALSE(config->getAccountProduct(info("stock1", BROKER_TYPE_STOCK)));
-    CProductInfo product;
-    product.m_productId = 12;
-    product.m_productName = "fund";
-    config->setAccountProduct("stock1", product);
-    ASSERT_TRUE(config->getAccountProduct(info("stock1", BROKER_TYPE_STOCK)));
-    EXPECT_EQ(config->getAccountProduct(info("stock1", BROKER_TYPE_STOCK))->m_productId, 12);
-
-    EXPECT_FALSE(config->hasUserAuth(TC::USER_AUTH_HEDGE));
-    config->setUserAuth(TC::USER_AUTH_HEDGE, true);
-    EXPECT_EQ(fields(config->hasUserAuth(TC::USER_AUTH_HEDGE), config->hasUserAuth(TC::USER_AUTH_HEDGE + 1)), "true|false");
-}
-
 TEST_F(UserConfig, PortfolioLookupsFollowTheTradeWord)
 {
     CPortfolio portfolio;
     portfolio.m_portfolioKey = "p1";
-    portfolio.m_portfolioId = 5;
     portfolio.m_portfolioName = "Growth";
     portfolio.m_tradeWords = 0x200;
     portfolio.m_accountKeys = {"stock1", "stock2"};
-    portfolio.m_positions["stock1"] = {sample::held("SH", "600000", 700, 0)};
     config->addPortfolio(portfolio);
     CPortfolio everywhere;
     everywhere.m_portfolioKey = "p2";
     everywhere.m_portfolioName = "All";
     config->addPortfolio(everywhere);
 
-    ASSERT_TRUE(TC::getPortfolioByKey(QStringLiteral("p1")));
-    EXPECT_EQ(TC::getPortfolioByKey(QStringLiteral("p1"))->m_portfolioId, 5);
-    EXPECT_FALSE(TC::getPortfolioByKey(QStringLiteral("p3")));
     EXPECT_EQ(TC::getPortfolioAccounts(QStringLiteral("p1"), 0x200),
               (QSet<QString>{QStringLiteral("stock1"), QStringLiteral("stock2")}));
     EXPECT_TRUE(TC::getPortfolioAccounts(QStringLiteral("p1"), 0x400).isEmpty());
@@ -136,15 +102,6 @@ TEST_F(UserConfig, PortfolioLookupsFollowTheTradeWord)
     const QMap<QString, QString> onSell = TC::getPortfolioNameMap(0x400);
     EXPECT_EQ(onSell.keys(), QStringList{QStringLiteral("p2")});
     EXPECT_EQ(TC::getPortfolioNameMap(0x200).value(QStringLiteral("p1")), QStringLiteral("Growth"));
-
-    const auto dataOf = [this](const char *key) {
-        return config->getAccountData(QString::fromUtf8(key))->getAccountData();
-    };
-    const auto positions = TC::getPortfolioPositionStatics("p1", dataOf("stock1"));
-    ASSERT_EQ(positions.size(), 1u);
-    EXPECT_DOUBLE_EQ(positions[0]->m_volume, 700);
-    EXPECT_TRUE(TC::getPortfolioPositionStatics("p1", dataOf("stock2")).empty());
-    EXPECT_TRUE(TC::getPortfolioPositionStatics("p1", nullptr).empty());
 }
 
 TEST_F(UserConfig, DisplayIdIsTheBrokerIdOrTheKeyAndTypedVolumesKeepTheirUnit)

@@ -38,27 +38,6 @@ TEST_F(Scripted, messageBoxRecordsEachBoxAndAnswersWithTheDefaultElseTheFirstBut
         EXPECT_EQ(fields(record.kind, record.style, record.title, record.text, int(record.buttons), int(record.answer)),
                   fields(WK::MessageBoxRecord::Warning, 2, "提示", row.name, int(row.buttons), int(row.expected)));
     }
-    EXPECT_EQ(WK::CMessageBox::information(0, nullptr, QString(), QString(), B::Ok), B::Ok);
-    EXPECT_EQ(WK::CMessageBox::records().constLast().kind, WK::MessageBoxRecord::Information);
-    EXPECT_EQ(WK::CMessageBox::records().size(), 7);
-}
-
-TEST_F(Scripted, messageBoxScriptedAnswerHoldsUntilClearedOrReset)
-{
-    const auto ask = [] {
-        return WK::CMessageBox::warning(0, nullptr, QString(), QString(), QMessageBox::Yes | QMessageBox::No);
-    };
-    WK::CMessageBox::setScriptedAnswer(QMessageBox::No);
-    EXPECT_EQ(WK::CMessageBox::information(0, nullptr, QString(), QString(), QMessageBox::Yes | QMessageBox::No),
-              QMessageBox::No);
-    EXPECT_EQ(ask(), QMessageBox::No);
-    WK::CMessageBox::clearScriptedAnswer();
-    EXPECT_EQ(ask(), QMessageBox::Yes);
-
-    WK::CMessageBox::setScriptedAnswer(QMessageBox::No);
-    WK::resetToolkitRecords();
-    EXPECT_TRUE(WK::CMessageBox::records().isEmpty());
-    EXPECT_EQ(ask(), QMessageBox::Yes);
 }
 
 TEST_F(Scripted, inputDialogHandsOnlyANonBlankAcceptedInputToTheCallback)
@@ -83,11 +62,9 @@ TEST_F(Scripted, inputDialogHandsOnlyANonBlankAcceptedInputToTheCallback)
                                                          : std::vector<QString>());
         ASSERT_EQ(WK::CBaseDialog::records().size(), 1);
         const WK::DialogRecord record = WK::CBaseDialog::records().front();
-        EXPECT_EQ(record.className, QStringLiteral("WK::CSimpleInputDialog"));
-        EXPECT_EQ(record.title, QStringLiteral("保存篮子"));
-        EXPECT_EQ(record.result, row.result);
-        EXPECT_EQ(record.input, QString::fromUtf8(row.input));
-        EXPECT_EQ(record.texts, QStringList({QStringLiteral("名称"), QStringLiteral("新建篮子")}));
+        EXPECT_EQ(fields(record.className, record.title, record.result, record.input,
+                         record.texts.join(QLatin1Char(','))),
+                  fields("WK::CSimpleInputDialog", "保存篮子", row.result, row.input, "名称,新建篮子"));
     }
 }
 

@@ -1,3 +1,5 @@
+// The toolbar that folds what does not fit: a folded item still counts as shown and still reports
+// through the row. Which item folds at which width is layout, and not checked here.
 #include "CAutoExpandToolBar.h"
 #include "CCheckBox.h"
 #include "CCreatePortfolioKeyboard.h"
@@ -26,20 +28,19 @@ QWidget *fixedItem(QWidget *parent, const QString &name)
     return item;
 }
 
-// A row of four items a to d, 50 pixels each, no margins or spacing; b and c may be bound. It
-// sits in a window without a layout, so that it gets exactly the width a test gives it.
+// A row of four items a to d, 50 pixels each, no margins or spacing. It sits in a window without
+// a layout, so that it gets exactly the width a test gives it.
 struct ToolRow {
-    explicit ToolRow(bool bindMiddle = false)
+    ToolRow()
         : row(new WK::CAutoExpandToolBar(&window))
     {
         row->setMargin(0, 0, 0, 0);
         row->setSpacing(0);
         for (int i = 0; i < 4; ++i) {
             items.push_back(fixedItem(row, QString(QChar('a' + i))));
-            row->addToolItem(items.back(), bindMiddle && (i == 1 || i == 2));
+            row->addToolItem(items.back(), false);
         }
     }
-    int buttonWidth() const { return row->overflowButton()->sizeHint().width(); }
     void showAt(int width)
     {
         window.resize(width, 30);
@@ -59,29 +60,6 @@ struct ToolRow {
     WK::CAutoExpandToolBar *row;
     std::vector<QWidget *> items;
 };
-
-TEST(AutoExpandToolBar, ItemsThatDoNotFitFoldFromTheFirstOneOut)
-{
-    // itemsRoom: room for items, in item widths of 50; extra: pixels added to that room; withButton: the room
-    // also holds the "»" button
-    struct Case { const char *name; bool bindMiddle; int itemsRoom; int extra; bool withButton; const char *folded; };
-    const Case cases[] = {{"allFitExactly", false, 4, 0, false, ""},
-                          {"onePixelShortFoldsTheLast", false, 4, -1, false, "d"},
-                          {"threeBesideTheButton", false, 3, 0, true, "d"},
-                          {"aPixelLessFoldsTwo", false, 3, -1, true, "cd"},
-                          {"nothingFitsBesideTheButton", false, 0, 49, true, "abcd"},
-                          {"boundPairFoldsWhole", true, 2, 49, true, "bcd"},
-                          {"boundPairStaysWhole", true, 3, 0, true, "d"}};
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.name);
-        ToolRow row(c.bindMiddle);
-        row.showAt(c.itemsRoom * kItemWidth + c.extra + (c.withButton ? row.buttonWidth() : 0));
-        EXPECT_EQ(row.folded(), QString::fromLatin1(c.folded));
-        EXPECT_EQ(row.row->overflowButton()->isVisible(), !row.folded().isEmpty());
-        for (QWidget *item : row.items)
-            EXPECT_EQ(item->isVisible(), !row.folded().contains(item->objectName())) << item->objectName().toStdString();
-    }
-}
 
 TEST(AutoExpandToolBar, RowNotOnScreenKeepsEveryItemAndItemsHiddenByTheirOwnerStayHidden)
 {
@@ -186,21 +164,6 @@ TEST(PortfolioKeyboard, TellsTheTickAndAChangedNameWithTheTrimmedName)
     const QString value = QStringLiteral("价值组合");
     EXPECT_EQ(parent.seen, (EventRecorder::Events{{60, 512, 1, growth}, {60, 512, 1, value}, {60, 512, 0, value},
                                                   {60, 512, 1, value}}));
-}
-
-TEST(PortfolioKeyboard, ModelListComesFromTheSourceWhenInitialised)
-{
-    EventRecorder parent;
-    auto *keyboard = new WK::CCreatePortfolioKeyboard(512, &parent);
-    keyboard->initPortfolioModelList();
-    EXPECT_TRUE(keyboard->portfolioNames().isEmpty());
-
-    QStringList names{QStringLiteral("成长组合"), QStringLiteral("价值组合")};
-    keyboard->setPortfolioNameSource([&names] { return names; });
-    keyboard->initPortfolioModelList();
-    EXPECT_EQ(keyboard->portfolioNames(), names);
-    names.append(QStringLiteral("红利组合"));
-    EXPECT_EQ(keyboard->portfolioNames().size(), 2) << "a later change waits for the next init";
 }
 
 } // namespace
