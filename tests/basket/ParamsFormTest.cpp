@@ -13,6 +13,7 @@
 #include "SampleMarket.h"
 #include "SubstituteFixture.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 
 #include <memory>
@@ -128,6 +129,27 @@ TEST_F(ParamsForm, EachTabKeepsItsAccountChoice)
     EXPECT_EQ(form->accountsWidget()->getSelectedAccounts(), QSet<QString>{QStringLiteral("s1")});
     EXPECT_EQ(form->accountParams().value(0x200), QStringLiteral("s1:1"));
     EXPECT_EQ(form->accountParams().value(0x400), QString());
+}
+
+// The select-all box says what the list shows, whoever ticked the accounts (a restored panel
+// ticks them one by one).
+TEST_F(ParamsForm, TheSelectAllBoxSaysWhetherEveryEnabledAccountIsTicked)
+{
+    sample::addAccount("s1", ttservice::BROKER_TYPE_STOCK, 0);
+    sample::addAccount("s2", ttservice::BROKER_TYPE_STOCK, 0);
+    auto form = makeForm();
+    COpAccountsWidget *accounts = form->accountsWidget();
+    const QCheckBox *all = nullptr;
+    for (const QCheckBox *box : accounts->findChildren<QCheckBox *>())
+        all = box->text() == QStringLiteral("全选") ? box : all;
+    ASSERT_TRUE(all);
+    const struct { const char *key; bool tick; bool enable; bool allShown; } steps[] = {
+        {"s1", true, true, false}, {"s2", true, true, true}, {"s1", false, true, false}, {"s1", false, false, true}};
+    for (const auto &step : steps) {
+        accounts->setSelectedAccount(QString::fromLatin1(step.key), step.tick);
+        accounts->setAccountEnabled(QString::fromLatin1(step.key), step.enable);
+        EXPECT_EQ(all->isChecked(), step.allShown) << step.key << step.tick << step.enable;
+    }
 }
 
 TEST_F(ParamsForm, OffersTheModesOfTabAndBasket)
