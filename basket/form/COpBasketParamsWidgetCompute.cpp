@@ -16,6 +16,7 @@
 #include "CBlackAndWhiteListService.h"
 #include "CExchangeClient.h"
 #include "CGlobalOrderParamTable.h"
+#include "CInstrumentRun.h"
 #include "CLogCenter.h"
 #include "COpAccountsWidget.h"
 #include "COpBasketFutureParamsWidget.h"
@@ -213,10 +214,6 @@ ttservice::EOperationType lineOperationOf(int formOperation, quint64 tab, int ro
 
 COpBasketOrder *COpBasketParamsWidget::createOrder(QString &error)
 {
-    if (!m_basketsCombo) {
-        m_aimedMoney.clear();
-        return nullptr;
-    }
     std::vector<CCodeOrderParam> lines;
     if (!fillOrder(lines, error))
         return nullptr;
@@ -535,24 +532,12 @@ void COpBasketParamsWidget::requestQuotes(const QList<CBasketStockData> &rows)
 void COpBasketParamsWidget::fillOrderParamPrice()
 {
     // One quote per instrument for the lines of every account.
-    std::unordered_map<std::string, boost::shared_ptr<CPriceData>> quotes;
-    const CCodeOrderParam *previous = nullptr;
-    const boost::shared_ptr<CPriceData> *instrumentQuote = nullptr;
+    CInstrumentRun<boost::shared_ptr<CPriceData>> quotes;
     for (CCodeOrderParam &line : m_orderParams) {
-        if (!previous || !sameInstrument(*previous, line)) {
-            std::string instrumentKey = line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode;
-            auto known = quotes.find(instrumentKey);
-            if (known == quotes.end()) {
-                known = quotes
-                            .emplace(std::move(instrumentKey),
-                                     CQuoteClient::instance()->getStockPrice(QString::fromStdString(
-                                         utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode))))
-                            .first;
-            }
-            instrumentQuote = &known->second;
-        }
-        previous = &line;
-        const boost::shared_ptr<CPriceData> &quote = *instrumentQuote;
+        const boost::shared_ptr<CPriceData> &quote = quotes.of(line, [](const CCodeOrderParam &first) {
+            return CQuoteClient::instance()->getStockPrice(
+                QString::fromStdString(utils::vqStockKey(first.m_stockInfo.m_market, first.m_stockInfo.m_stockCode)));
+        });
         if (!quote || line.m_priceType == ttservice::PRICE_TYPE_FIXED)
             continue;
         line.m_price = ttservice::CPriceDataHelper::getPriceForOrder(quote, line.m_priceType, line.m_operationType,

@@ -5,6 +5,7 @@
 
 #include "CAlgorithmHelpDialog.h"
 #include "CExchangeClient.h"
+#include "CInstrumentRun.h"
 #include "CQuoteClient.h"
 #include "CTimeService.h"
 #include "CVqAlgorithmHelpDialog.h"
@@ -384,27 +385,19 @@ void COpBasketStockParamsWidget::updateSingleCodeOrderParam(std::vector<CCodeOrd
         boost::shared_ptr<CPriceData> m_quote;
         double m_tick = 0.0;
     };
-    std::unordered_map<std::string, Instrument> instruments;
-    const CCodeOrderParam *previous = nullptr;
-    const Instrument *instrument = nullptr;
+    CInstrumentRun<Instrument> instruments;
     for (CCodeOrderParam &line : orders) {
-        if (!previous || !sameInstrument(*previous, line)) {
-            std::string instrumentKey = line.m_stockInfo.m_market + '.' + line.m_stockInfo.m_stockCode;
-            auto known = instruments.find(instrumentKey);
-            if (known == instruments.end()) {
-                const QString code = QString::fromStdString(line.m_stockInfo.m_stockCode);
-                const QString key =
-                    QString::fromStdString(utils::vqStockKey(line.m_stockInfo.m_market, line.m_stockInfo.m_stockCode));
-                Instrument fresh;
-                fresh.m_quote = CQuoteClient::instance()->getStockPrice(key);
-                fresh.m_tick = CExchangeClient::instance()->hasFuture(code) ? CExchangeClient::instance()->getCodePriceTick(code)
-                                                                            : CExchangeClient::instance()->getCodePriceTick(key);
-                known = instruments.emplace(std::move(instrumentKey), fresh).first;
-            }
-            instrument = &known->second;
-        }
-        previous = &line;
-        const boost::shared_ptr<CPriceData> &quote = instrument->m_quote;
+        const Instrument &instrument = instruments.of(line, [](const CCodeOrderParam &first) {
+            const QString code = QString::fromStdString(first.m_stockInfo.m_stockCode);
+            const QString key =
+                QString::fromStdString(utils::vqStockKey(first.m_stockInfo.m_market, first.m_stockInfo.m_stockCode));
+            Instrument fresh;
+            fresh.m_quote = CQuoteClient::instance()->getStockPrice(key);
+            fresh.m_tick = CExchangeClient::instance()->hasFuture(code) ? CExchangeClient::instance()->getCodePriceTick(code)
+                                                                        : CExchangeClient::instance()->getCodePriceTick(key);
+            return fresh;
+        });
+        const boost::shared_ptr<CPriceData> &quote = instrument.m_quote;
         if (!quote)
             continue;
 
@@ -426,7 +419,7 @@ void COpBasketStockParamsWidget::updateSingleCodeOrderParam(std::vector<CCodeOrd
             line.m_stepFlag = setting.m_stepFlag;
         }
 
-        const double tick = hasLast ? instrument->m_tick : 0.0;
+        const double tick = hasLast ? instrument.m_tick : 0.0;
         if (tick > ttservice::DOUBLE_EPSILON) {
             for (double *value : {&line.m_priceStep, &line.m_priceLimitLow, &line.m_priceLimitHigh}) {
                 if (hasValue(*value))
