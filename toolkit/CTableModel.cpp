@@ -499,6 +499,7 @@ void CTableModel::clearRows()
     m_indexById.clear();
     m_visible.clear();
     m_visualPos.clear();
+    ++m_visibleVersion;
     m_nextId = 0;
     m_firstUnpublished = 0;
     clearFlashes();
@@ -562,6 +563,7 @@ void CTableModel::rebuildIndex(int from)
 
 void CTableModel::rebuildVisualPos()
 {
+    ++m_visibleVersion;
     m_visualPos.assign(m_rows.size(), -1);
     for (size_t v = 0; v < m_visible.size(); ++v)
         m_visualPos[static_cast<size_t>(m_visible[v])] = static_cast<int>(v);
@@ -635,6 +637,7 @@ void CTableModel::publish(bool resort)
                 m_visualPos[static_cast<size_t>(index)] = visibleRowCount();
                 m_visible.push_back(index);
             }
+            ++m_visibleVersion;
             endInsertRows();
             relayoutNeeded = relayoutNeeded || sorted;
         }

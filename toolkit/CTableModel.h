@@ -86,6 +86,9 @@ public:
     int visualRowOf(int rowId) const; // -1 for an unknown, hidden or not yet published row
     QVector<int> rowIds() const;      // in the order the rows were added
     QVector<int> visibleRowIds() const;
+    // Changes whenever the set or the order of the visible rows may have changed: an owner that
+    // keeps a figure over the visible rows knows when to count it again.
+    quint64 visibleRowsVersion() const { return m_visibleVersion; }
 
     // Appends a row with these values (see setItemValue) and returns its id.
     int appendRow(const QVector<QVariant> &values = QVector<QVariant>());
@@ -305,6 +308,7 @@ private:
     std::vector<int> m_indexById;
     std::vector<int> m_visible;   // visual row -> index in m_rows
     std::vector<int> m_visualPos; // index in m_rows -> visual row, -1 hidden
+    quint64 m_visibleVersion = 0;
     int m_nextId = 0;
 
     int m_updateDepth = 0;

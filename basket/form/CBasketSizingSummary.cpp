@@ -14,6 +14,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
+#include <QPointer>
 #include <QTimer>
 #include <QToolButton>
 
@@ -33,6 +34,14 @@ using W = COpBasketConfirmWidget;
 double cents(double value)
 {
     return std::round(value * 100.0) / 100.0;
+}
+
+// A shown value in whole cents; beyond what a line of any account holds, the cap keeps the sums
+// from overflowing.
+qint64 centsOf(double value)
+{
+    const double capped = std::max(-1e15, std::min(1e15, value * 100.0));
+    return std::isfinite(capped) ? std::llround(capped) : 0;
 }
 
 QString moneyText(double value)
@@ -76,6 +85,14 @@ struct CBasketSizingSummary::Lines
     std::vector<std::string> m_entryKeys;
     std::vector<double> m_entryWeights;
     double m_weights = 0.0;
+
+    // The sums, in cents as the rows show them: counted once after the gathering, then moved
+    // by each row a quote tick changes, so that a tick costs the rows it changed.
+    std::vector<int> m_tickOfRow; // row id -> index in m_ticked, -1 when not ticked
+    std::vector<qint64> m_tickedCents;
+    std::vector<qint64> m_accountCents;
+    std::vector<qint64> m_entryCents;
+    qint64 m_totalCents = 0;
 };
 
 CBasketSizingSummary::CBasketSizingSummary(QWidget *parent)
@@ -115,6 +132,11 @@ void CBasketSizingSummary::setTable(COpBasketConfirmWidget *table)
         return;
     // Quote ticks and reloads reach the strip as changes of the table's model; many changes in
     // one pass of the event loop make one refresh.
+    // The strip may go before the table, or follow another table later.
+    table->setCostListener([strip = QPointer<CBasketSizingSummary>(this), table](int rowId, double cost) {
+        if (strip && strip->m_table == table)
+            strip->costMoved(rowId, cost);
+    });
     const QAbstractItemModel *model = table->table()->model();
     connect(model, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex &topLeft, const QModelIndex &bottomRight, const QVector<int> &roles) {
@@ -241,16 +263,9 @@ CBasketSizingSummary::Summary CBasketSizingSummary::sum(const COpBasketConfirmWi
             summary.m_accounts[account].m_zeroLines[tooLittleReason()] += count.second;
     }
 
-    std::vector<double> entryValues(lines.m_entryKeys.size(), 0.0);
-    double total = 0.0;
-    for (size_t i = 0; i < lines.m_ticked.size(); ++i) {
-        const double value = cents(widget.shownCost(lines.m_ticked[i]));
-        Account &account = summary.m_accounts[lines.m_tickedAccount[i]];
-        account.m_money = cents(account.m_money + value);
-        total += value;
-        if (lines.m_tickedEntry[i] >= 0)
-            entryValues[static_cast<size_t>(lines.m_tickedEntry[i])] += value;
-    }
+    for (int account = 0; account < summary.m_accounts.size(); ++account)
+        summary.m_accounts[account].m_money = static_cast<double>(lines.m_accountCents[static_cast<size_t>(account)]) / 100.0;
+    const double total = static_cast<double>(lines.m_totalCents) / 100.0;
     if (!lines.m_withDrift || total <= 0.0 || lines.m_weights <= 0.0)
         return summary;
 
@@ -258,8 +273,9 @@ CBasketSizingSummary::Summary CBasketSizingSummary::sum(const COpBasketConfirmWi
     // differences, and the largest single one.
     double drifts = 0.0;
     const std::string *largest = nullptr;
-    for (size_t entry = 0; entry < entryValues.size(); ++entry) {
-        const double drift = std::fabs(entryValues[entry] / total - lines.m_entryWeights[entry] / lines.m_weights) * 100.0;
+    for (size_t entry = 0; entry < lines.m_entryCents.size(); ++entry) {
+        const double value = static_cast<double>(lines.m_entryCents[entry]) / 100.0;
+        const double drift = std::fabs(value / total - lines.m_entryWeights[entry] / lines.m_weights) * 100.0;
         drifts += drift;
         const std::string &key = lines.m_entryKeys[entry];
         if (!largest || drift > summary.m_largestDrift || (drift == summary.m_largestDrift && key < *largest)) {
@@ -276,7 +292,45 @@ CBasketSizingSummary::Summary CBasketSizingSummary::sum(const COpBasketConfirmWi
 CBasketSizingSummary::Summary CBasketSizingSummary::compute(const COpBasketConfirmWidget &widget, const QString &basketName,
                                                             const QMap<QString, double> &aimed)
 {
-    return sum(widget, *gather(widget, basketName, aimed));
+    const std::unique_ptr<Lines> lines = gather(widget, basketName, aimed);
+    count(widget, *lines);
+    return sum(widget, *lines);
+}
+
+void CBasketSizingSummary::count(const COpBasketConfirmWidget &widget, Lines &lines)
+{
+    lines.m_tickedCents.assign(lines.m_ticked.size(), 0);
+    lines.m_accountCents.assign(static_cast<size_t>(lines.m_accounts.size()), 0);
+    lines.m_entryCents.assign(lines.m_entryKeys.size(), 0);
+    lines.m_totalCents = 0;
+    lines.m_tickOfRow.clear();
+    for (size_t i = 0; i < lines.m_ticked.size(); ++i) {
+        const size_t row = static_cast<size_t>(lines.m_ticked[i]);
+        if (row >= lines.m_tickOfRow.size())
+            lines.m_tickOfRow.resize(row + 1, -1);
+        lines.m_tickOfRow[row] = static_cast<int>(i);
+        move(lines, i, widget.shownCost(lines.m_ticked[i]));
+    }
+}
+
+void CBasketSizingSummary::move(Lines &lines, size_t ticked, double value)
+{
+    const qint64 now = centsOf(value);
+    const qint64 change = now - lines.m_tickedCents[ticked];
+    lines.m_tickedCents[ticked] = now;
+    lines.m_accountCents[static_cast<size_t>(lines.m_tickedAccount[ticked])] += change;
+    if (lines.m_tickedEntry[ticked] >= 0)
+        lines.m_entryCents[static_cast<size_t>(lines.m_tickedEntry[ticked])] += change;
+    lines.m_totalCents += change;
+}
+
+void CBasketSizingSummary::costMoved(int rowId, double cost)
+{
+    if (!m_lines || rowId < 0 || static_cast<size_t>(rowId) >= m_lines->m_tickOfRow.size())
+        return;
+    const int ticked = m_lines->m_tickOfRow[static_cast<size_t>(rowId)];
+    if (ticked >= 0)
+        move(*m_lines, static_cast<size_t>(ticked), cost);
 }
 
 QString CBasketSizingSummary::lineText(const Summary &summary)
@@ -348,8 +402,10 @@ QString CBasketSizingSummary::text() const
 
 void CBasketSizingSummary::refresh()
 {
-    if (m_table && !m_lines)
+    if (m_table && !m_lines) {
         m_lines = gather(*m_table, m_basketName, m_aimed);
+        count(*m_table, *m_lines);
+    }
     const Summary summary = m_table ? sum(*m_table, *m_lines) : Summary();
     QString text = lineText(summary);
     if (!m_collapsed) {

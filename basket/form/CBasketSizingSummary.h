@@ -71,6 +71,9 @@ private:
     static std::unique_ptr<Lines> gather(const COpBasketConfirmWidget &table, const QString &basketName,
                                          const QMap<QString, double> &aimed);
     static Summary sum(const COpBasketConfirmWidget &table, const Lines &lines);
+    static void count(const COpBasketConfirmWidget &table, Lines &lines);
+    static void move(Lines &lines, size_t ticked, double value);
+    void costMoved(int rowId, double cost);
     void scheduleRefresh();
     void linesChanged();
 

@@ -906,6 +906,9 @@ void COpBasketConfirmWidget::showValues(int slot, const ShownValues &values)
         return;
     WK::CTableModel *model = m_table->model();
     if (costChanged) {
+        moveCostTotal(row, before, values.m_cost);
+        if (m_costListener)
+            m_costListener(row, hasCost(values.m_cost) ? values.m_cost : 0.0);
         // Up or down between two known values; to or from "-" it is only a change.
         const bool bothKnown = hasCost(before) && hasCost(values.m_cost);
         model->flashCell(row, COL_COST, bothKnown ? (values.m_cost > before ? 1 : (values.m_cost < before ? -1 : 0)) : 0);
@@ -1639,7 +1642,8 @@ void COpBasketConfirmWidget::updateStatData()
     m_table->setStatText(COL_VOLUME, moneyList ? QString::number(model->columnSum(COL_VOLUME), 'f', 2)
                                                : QString::number(model->columnIntSum(COL_VOLUME)));
     m_table->setStatText(COL_AVAILABLE, QString::number(model->columnIntSum(COL_AVAILABLE)));
-    m_table->setStatText(COL_COST, QString::number(model->columnSum(COL_COST), 'f', 2));
+    countCostTotal();
+    showCostTotal();
     // What the column filters hide is not sent: the totals line says how much that is.
     m_table->setStatText(COL_ACCOUNT, m_hiddenByFilter > 0 ? QStringLiteral("筛选隐藏%1行").arg(m_hiddenByFilter) : QString());
 }
@@ -1734,7 +1738,58 @@ void COpBasketConfirmWidget::slotTimeout()
     if (!anyShown)
         return;
     // The rows in the table, values that are not known ("-") left out.
-    m_table->setStatText(COL_COST, QString::number(m_table->model()->columnSum(COL_COST), 'f', 2));
+    if (!m_costTotalKnown || m_costTotalVersion != m_table->model()->visibleRowsVersion())
+        countCostTotal();
+    showCostTotal();
+}
+
+namespace {
+
+// A value in ten-thousandths of a yuan: prices are whole ticks (0.0001 at the finest) and volumes
+// and multiples whole numbers, so a line's value is a whole number of them and a total kept across
+// ticks stays exact. False for a value too large to count so; "-" counts 0.
+bool valueUnits(double cost, qint64 &units)
+{
+    units = 0;
+    if (!hasCost(cost))
+        return true;
+    if (!(std::fabs(cost) < 1e14))
+        return false;
+    units = std::llround(cost * 1e4);
+    return true;
+}
+
+} // namespace
+
+void COpBasketConfirmWidget::countCostTotal()
+{
+    const WK::CTableModel *model = m_table->model();
+    m_costTotalVersion = model->visibleRowsVersion();
+    m_costTotal = 0;
+    m_costTotalKnown = true;
+    for (int visual = 0; visual < model->visibleRowCount() && m_costTotalKnown; ++visual) {
+        qint64 units = 0;
+        m_costTotalKnown = valueUnits(shownCost(model->rowIdAt(visual)), units)
+                           && !__builtin_add_overflow(m_costTotal, units, &m_costTotal);
+    }
+}
+
+void COpBasketConfirmWidget::moveCostTotal(int row, double before, double after)
+{
+    const WK::CTableModel *model = m_table->model();
+    if (!m_costTotalKnown || m_costTotalVersion != model->visibleRowsVersion() || model->visualRowOf(row) < 0)
+        return;
+    qint64 was = 0;
+    qint64 is = 0;
+    m_costTotalKnown = valueUnits(before, was) && valueUnits(after, is)
+                       && !__builtin_add_overflow(m_costTotal, is - was, &m_costTotal);
+}
+
+void COpBasketConfirmWidget::showCostTotal()
+{
+    // Past what ten-thousandths can count, the sum of the shown values as they are.
+    const double total = m_costTotalKnown ? static_cast<double>(m_costTotal) / 1e4 : m_table->model()->columnSum(COL_COST);
+    m_table->setStatText(COL_COST, QString::number(total, 'f', 2));
 }
 
 // ---- taking the ticked rows ----------------------------------------------------------------

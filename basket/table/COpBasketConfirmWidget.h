@@ -19,6 +19,7 @@
 #include <QString>
 #include <QVector>
 
+#include <functional>
 #include <map>
 #include <mutex>
 #include <set>
@@ -139,6 +140,9 @@ public:
     // every row: the value as it counts in sums (0 while it shows "-"), and whether a price shows.
     double shownCost(int rowId) const;
     bool showsPrice(int rowId) const;
+    // Told of every row whose value column now shows another value (its shownCost from then
+    // on): a figure kept over the rows follows a tick by the rows it changed.
+    void setCostListener(std::function<void(int rowId, double cost)> listener) { m_costListener = std::move(listener); }
     // Height for the rows in view, at most 25 of them, with header and totals line.
     int getHeightHint() const;
 
@@ -259,6 +263,11 @@ private:
     // The value columns of a slot from now on; a row that shows the slot is told, and its value
     // cell lights up when the value changed.
     void showValues(int slot, const ShownValues &values);
+    // The totals line's value: counted over the visible rows, then moved row by row while a
+    // tick changes values, since a count per tick would read every row.
+    void countCostTotal();
+    void moveCostTotal(int row, double before, double after);
+    void showCostTotal();
     WK::CSourcedValue shownValue(int rowId, int column) const;
     QString columnValue(const ttservice::CCodeOrderParam &line, const OtherOrderParam *other, int column) const;
     void validateVolume(WK::CTableCellEvent &cell);
@@ -311,6 +320,12 @@ private:
     std::unordered_map<std::string, int> m_instrumentIndex; // market + '.' + code -> instrument
     std::vector<int> m_changedSlots; // slots whose record a quote marked since the last tick
     std::vector<ShownValues> m_shownValues; // slot -> what its row shows; the widget's thread only
+    // The visible rows' value in ten-thousandths of a yuan, as of the model's visibleRowsVersion
+    // m_costTotalVersion; not known after a value too large to count that way.
+    qint64 m_costTotal = 0;
+    quint64 m_costTotalVersion = 0;
+    bool m_costTotalKnown = false;
+    std::function<void(int rowId, double cost)> m_costListener;
 
     quint64 m_tradeOpType = 512;
     int m_filterFlags = 0;

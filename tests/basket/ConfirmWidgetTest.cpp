@@ -477,6 +477,18 @@ TEST_F(ConfirmWidgetTest, TheTickShowsOnlyTheRowsAQuoteChangedAndASellListKeepsI
     EXPECT_FALSE(table()->model()->isFlashing(1, Widget::COL_COST));
     EXPECT_EQ(widget->quoteRequestCount(), 2) << "one subscription per instrument, not per account";
 
+    // The totals line follows a tick over the rows a filter leaves, and again once it is lifted.
+    table()->setColumnFilter(Widget::COL_CODE, WK::FT_EQUAL, {QStringLiteral("600000")});
+    EXPECT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("3300.00"));
+    CQuoteClient::instance()->publishQuote(quote("SH", "600000", 10.5, 0.0));
+    CQuoteClient::instance()->publishQuote(quote("SH", "600001", 21.0, 0.0));
+    widget->slotTimeout();
+    EXPECT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("3150.00"));
+    table()->setColumnFilter(Widget::COL_CODE, WK::FT_EQUAL, QSet<QString>());
+    CQuoteClient::instance()->publishQuote(quote("SH", "600000", 11.0, 0.0));
+    widget->slotTimeout();
+    EXPECT_EQ(table()->statText(Widget::COL_COST), QStringLiteral("5400.00"));
+
     // A sell list keeps its first values; a quote without a last price refreshes the status only.
     widget->setOperationType(19);
     CQuoteClient::instance()->publishQuote(quote("SH", "600000", 12.0));
