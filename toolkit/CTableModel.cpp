@@ -967,6 +967,20 @@ void CTableModel::sourcedValuesChanged(int rowId, int left, int right)
     announceRowChange(rowId, left, right, summed);
 }
 
+void CTableModel::sourcedColumnsChanged(int left, int right)
+{
+    left = std::max(left, 0);
+    right = std::min(right, columnCount() - 1);
+    if (visibleRowCount() == 0 || left > right)
+        return;
+    bool summed = false;
+    for (int column = left; column <= right; ++column)
+        summed = summed || m_columns[static_cast<size_t>(column)].m_summed;
+    announce(0, visibleRowCount() - 1, left, right);
+    if (summed)
+        markTotalsDirty();
+}
+
 bool CTableModel::setItemValue(int rowId, int column, const QVariant &value)
 {
     const int type = value.userType();

@@ -137,6 +137,8 @@ public:
     // A sourced column's values of one row changed, from column left to right: announced as
     // a stored cell's change is (see CTableColumn::m_source).
     void sourcedValuesChanged(int rowId, int left, int right);
+    // The same for every row at once: one announcement, however many rows a market round moved.
+    void sourcedColumnsChanged(int left, int right);
     // Lights a cell of a flashing column up as a changed value does: direction 1 rose, -1
     // fell, 0 changed. For sourced columns, whose changes the model does not see.
     void flashCell(int rowId, int column, int direction);

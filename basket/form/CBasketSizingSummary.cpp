@@ -40,8 +40,10 @@ double cents(double value)
 // from overflowing.
 qint64 centsOf(double value)
 {
+    if (!std::isfinite(value))
+        return 0;
     const double capped = std::max(-1e15, std::min(1e15, value * 100.0));
-    return std::isfinite(capped) ? std::llround(capped) : 0;
+    return static_cast<qint64>(capped < 0.0 ? capped - 0.5 : capped + 0.5);
 }
 
 QString moneyText(double value)
@@ -133,9 +135,9 @@ void CBasketSizingSummary::setTable(COpBasketConfirmWidget *table)
     // Quote ticks and reloads reach the strip as changes of the table's model; many changes in
     // one pass of the event loop make one refresh.
     // The strip may go before the table, or follow another table later.
-    table->setCostListener([strip = QPointer<CBasketSizingSummary>(this), table](int rowId, double cost) {
+    table->setCostListener([strip = QPointer<CBasketSizingSummary>(this), table](const COpBasketConfirmWidget::CostMoves &moves) {
         if (strip && strip->m_table == table)
-            strip->costMoved(rowId, cost);
+            strip->costsMoved(moves);
     });
     const QAbstractItemModel *model = table->table()->model();
     connect(model, &QAbstractItemModel::dataChanged, this,
@@ -324,13 +326,16 @@ void CBasketSizingSummary::move(Lines &lines, size_t ticked, double value)
     lines.m_totalCents += change;
 }
 
-void CBasketSizingSummary::costMoved(int rowId, double cost)
+void CBasketSizingSummary::costsMoved(const COpBasketConfirmWidget::CostMoves &moves)
 {
-    if (!m_lines || rowId < 0 || static_cast<size_t>(rowId) >= m_lines->m_tickOfRow.size())
+    if (!m_lines)
         return;
-    const int ticked = m_lines->m_tickOfRow[static_cast<size_t>(rowId)];
-    if (ticked >= 0)
-        move(*m_lines, static_cast<size_t>(ticked), cost);
+    const std::vector<int> &tickOfRow = m_lines->m_tickOfRow;
+    for (const std::pair<int, double> &moved : moves) {
+        const size_t row = static_cast<size_t>(moved.first);
+        if (row < tickOfRow.size() && tickOfRow[row] >= 0)
+            move(*m_lines, static_cast<size_t>(tickOfRow[row]), moved.second);
+    }
 }
 
 QString CBasketSizingSummary::lineText(const Summary &summary)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BasketExport.h"
+#include "COpBasketConfirmWidget.h"
 
 #include <QMap>
 #include <QString>
@@ -14,8 +15,6 @@ class QTimer;
 class QToolButton;
 
 namespace TC {
-
-class COpBasketConfirmWidget;
 
 // The strip under the confirmation table that says what sizing left behind: per account, the
 // money its ticked lines come to and its lines at 0 with their reasons; for the whole list, how
@@ -73,7 +72,7 @@ private:
     static Summary sum(const COpBasketConfirmWidget &table, const Lines &lines);
     static void count(const COpBasketConfirmWidget &table, Lines &lines);
     static void move(Lines &lines, size_t ticked, double value);
-    void costMoved(int rowId, double cost);
+    void costsMoved(const COpBasketConfirmWidget::CostMoves &moves);
     void scheduleRefresh();
     void linesChanged();
 

@@ -892,8 +892,16 @@ COpBasketConfirmWidget::ShownValues COpBasketConfirmWidget::shownValuesOf(const 
 
 void COpBasketConfirmWidget::showValues(int slot, const ShownValues &values)
 {
+    const int left = storeValues(slot, values);
+    if (left >= 0)
+        m_table->model()->sourcedValuesChanged(m_slotRows[static_cast<size_t>(slot)], left, COL_COST);
+    tellCostMoves();
+}
+
+int COpBasketConfirmWidget::storeValues(int slot, const ShownValues &values)
+{
     if (slot < 0 || static_cast<size_t>(slot) >= m_shownValues.size())
-        return;
+        return -1;
     ShownValues &shown = m_shownValues[static_cast<size_t>(slot)];
     const bool costChanged = !ttservice::isEqual(shown.m_cost, values.m_cost) || hasCost(shown.m_cost) != hasCost(values.m_cost);
     const bool priceChanged = shown.m_priced != values.m_priced
@@ -903,17 +911,26 @@ void COpBasketConfirmWidget::showValues(int slot, const ShownValues &values)
     shown = values;
     const int row = m_slotRows[static_cast<size_t>(slot)];
     if (row < 0 || !m_table || (!costChanged && !priceChanged))
-        return;
-    WK::CTableModel *model = m_table->model();
+        return -1;
     if (costChanged) {
         moveCostTotal(row, before, values.m_cost);
         if (m_costListener)
-            m_costListener(row, hasCost(values.m_cost) ? values.m_cost : 0.0);
+            m_costMoves.emplace_back(row, hasCost(values.m_cost) ? values.m_cost : 0.0);
         // Up or down between two known values; to or from "-" it is only a change.
         const bool bothKnown = hasCost(before) && hasCost(values.m_cost);
-        model->flashCell(row, COL_COST, bothKnown ? (values.m_cost > before ? 1 : (values.m_cost < before ? -1 : 0)) : 0);
+        m_table->model()->flashCell(row, COL_COST,
+                                    bothKnown ? (values.m_cost > before ? 1 : (values.m_cost < before ? -1 : 0)) : 0);
     }
-    model->sourcedValuesChanged(row, priceChanged ? COL_LAST_PRICE : COL_COST, COL_COST);
+    return priceChanged ? COL_LAST_PRICE : COL_COST;
+}
+
+void COpBasketConfirmWidget::tellCostMoves()
+{
+    if (m_costMoves.empty())
+        return;
+    if (m_costListener)
+        m_costListener(m_costMoves);
+    m_costMoves.clear();
 }
 
 WK::CSourcedValue COpBasketConfirmWidget::shownValue(int rowId, int column) const
@@ -1720,8 +1737,15 @@ void COpBasketConfirmWidget::slotTimeout()
     if (m_operationType != ttservice::OT_BUY || !m_table || m_changedSlots.empty())
         return;
     bool anyShown = false;
+    WK::CTableModel *model = m_table->model();
     m_table->beginUpdate();
-    // Only the lines a quote touched: a quiet market costs nothing here.
+    // Only the lines a quote touched: a quiet market costs nothing here. A few changed rows are
+    // announced one by one, so that rows out of view cost no repaint; past what a screen holds,
+    // the value columns are announced once, and the view repaints what it shows of them.
+    constexpr size_t kRowsAnnouncedAlone = 64;
+    std::vector<std::pair<int, int>> announced; // row, leftmost changed column
+    int left = COL_COST + 1;
+    size_t changedRows = 0;
     for (int slot : m_changedSlots) {
         const size_t s = static_cast<size_t>(slot);
         OtherOrderParam *other = m_otherParams[s];
@@ -1730,15 +1754,27 @@ void COpBasketConfirmWidget::slotTimeout()
         other->m_changed = false;
         if (m_slotRows[s] < 0)
             continue; // out of the table now; a row made later shows the record as it stands
-        showValues(slot, shownValuesOf(*other));
         anyShown = true;
+        const int changedFrom = storeValues(slot, shownValuesOf(*other));
+        if (changedFrom < 0)
+            continue;
+        left = std::min(left, changedFrom);
+        if (++changedRows <= kRowsAnnouncedAlone)
+            announced.emplace_back(m_slotRows[s], changedFrom);
+    }
+    if (changedRows > kRowsAnnouncedAlone) {
+        model->sourcedColumnsChanged(left, COL_COST);
+    } else {
+        for (const std::pair<int, int> &row : announced)
+            model->sourcedValuesChanged(row.first, row.second, COL_COST);
     }
     m_changedSlots.clear();
     m_table->endUpdate();
+    tellCostMoves();
     if (!anyShown)
         return;
     // The rows in the table, values that are not known ("-") left out.
-    if (!m_costTotalKnown || m_costTotalVersion != m_table->model()->visibleRowsVersion())
+    if (!m_costTotalKnown || m_costTotalVersion != model->visibleRowsVersion())
         countCostTotal();
     showCostTotal();
 }
@@ -1755,7 +1791,8 @@ bool valueUnits(double cost, qint64 &units)
         return true;
     if (!(std::fabs(cost) < 1e14))
         return false;
-    units = std::llround(cost * 1e4);
+    const double scaled = cost * 1e4;
+    units = static_cast<qint64>(scaled < 0.0 ? scaled - 0.5 : scaled + 0.5);
     return true;
 }
 

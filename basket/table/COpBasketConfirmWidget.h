@@ -140,9 +140,10 @@ public:
     // every row: the value as it counts in sums (0 while it shows "-"), and whether a price shows.
     double shownCost(int rowId) const;
     bool showsPrice(int rowId) const;
-    // Told of every row whose value column now shows another value (its shownCost from then
-    // on): a figure kept over the rows follows a tick by the rows it changed.
-    void setCostListener(std::function<void(int rowId, double cost)> listener) { m_costListener = std::move(listener); }
+    // Told of the rows whose value column now shows another value, with their shownCost from
+    // then on, once per tick: a figure kept over the rows follows a tick by the rows it changed.
+    using CostMoves = std::vector<std::pair<int, double>>; // row id, value
+    void setCostListener(std::function<void(const CostMoves &moves)> listener) { m_costListener = std::move(listener); }
     // Height for the rows in view, at most 25 of them, with header and totals line.
     int getHeightHint() const;
 
@@ -263,6 +264,10 @@ private:
     // The value columns of a slot from now on; a row that shows the slot is told, and its value
     // cell lights up when the value changed.
     void showValues(int slot, const ShownValues &values);
+    // showValues without telling the table: answers the leftmost value column that changed, -1
+    // for none (or no row). tellCostMoves then passes the changed values on.
+    int storeValues(int slot, const ShownValues &values);
+    void tellCostMoves();
     // The totals line's value: counted over the visible rows, then moved row by row while a
     // tick changes values, since a count per tick would read every row.
     void countCostTotal();
@@ -325,7 +330,8 @@ private:
     qint64 m_costTotal = 0;
     quint64 m_costTotalVersion = 0;
     bool m_costTotalKnown = false;
-    std::function<void(int rowId, double cost)> m_costListener;
+    std::function<void(const CostMoves &moves)> m_costListener;
+    CostMoves m_costMoves; // gathered within a tick for m_costListener
 
     quint64 m_tradeOpType = 512;
     int m_filterFlags = 0;

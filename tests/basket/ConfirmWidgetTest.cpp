@@ -500,6 +500,45 @@ TEST_F(ConfirmWidgetTest, TheTickShowsOnlyTheRowsAQuoteChangedAndASellListKeepsI
     EXPECT_EQ(cell(0, Widget::COL_LAST_PRICE), QStringLiteral("12.00")) << "the earlier quote was kept";
 }
 
+// What a tick tells the view: every changed row's value is inside what it announces, and a quiet
+// market's one changed row does not announce the rows it left alone.
+TEST_F(ConfirmWidgetTest, ATickAnnouncesTheRowsItChangedHoweverMany)
+{
+    addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e9);
+    std::vector<CCodeOrderParam> list;
+    for (int i = 0; i < 100; ++i) {
+        const std::string code = std::to_string(600000 + i);
+        addStock(code, 10.0);
+        list.push_back(line("a1", code, 18, 100));
+    }
+    load(list);
+    WK::CTableModel *model = table()->model();
+    struct Case
+    {
+        int quoted; // the first this many stocks get a quote
+        double last;
+    };
+    for (const Case &round : {Case{100, 11.0}, Case{1, 12.0}}) {
+        for (int i = 0; i < round.quoted; ++i)
+            CQuoteClient::instance()->publishQuote(quote("SH", std::to_string(600000 + i), round.last, 0.0));
+        std::vector<bool> announced(100, false);
+        const QMetaObject::Connection spy = QObject::connect(
+            model, &QAbstractItemModel::dataChanged, [&](const QModelIndex &topLeft, const QModelIndex &bottomRight) {
+                if (topLeft.column() > Widget::COL_COST || bottomRight.column() < Widget::COL_COST)
+                    return;
+                for (int visual = topLeft.row(); visual <= bottomRight.row(); ++visual) {
+                    const int row = model->rowIdAt(visual);
+                    if (row >= 0 && row < 100)
+                        announced[static_cast<size_t>(row)] = true;
+                }
+            });
+        widget->slotTimeout();
+        QObject::disconnect(spy);
+        for (int row = 0; row < 100; ++row)
+            EXPECT_EQ(announced[static_cast<size_t>(row)], row < round.quoted) << round.quoted << " quoted, row " << row;
+    }
+}
+
 TEST_F(ConfirmWidgetTest, TheLayoutTheUserLeftComesBackAfterARestart)
 {
     addAccount("a1", ttservice::BROKER_TYPE_STOCK, 1e6);
