@@ -11,7 +11,6 @@
 #include "CTableModel.h"
 
 #include <QAbstractItemModel>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
 #include <QPointer>
@@ -30,6 +29,8 @@ namespace TC {
 namespace {
 
 using W = COpBasketConfirmWidget;
+
+constexpr int kMargin = 2;
 
 double cents(double value)
 {
@@ -112,11 +113,10 @@ CBasketSizingSummary::CBasketSizingSummary(QWidget *parent)
     m_refreshTimer->setSingleShot(true);
     m_refreshTimer->setInterval(0);
 
-    auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(2, 0, 2, 0);
-    row->setSpacing(2);
-    row->addWidget(m_toggle, 0, Qt::AlignTop);
-    row->addWidget(m_label, 1);
+    // No layout: the label has a fixed size, set here when the strip's width or the text's line
+    // count changes, so that a new text every quote tick does not lay the whole window out anew.
+    m_toggle->move(kMargin, 0);
+    m_toggle->resize(m_toggle->sizeHint());
 
     connect(m_toggle, &QToolButton::clicked, this, [this] { setCollapsed(!m_collapsed); });
     connect(m_refreshTimer, &QTimer::timeout, this, &CBasketSizingSummary::refresh);
@@ -419,6 +419,41 @@ void CBasketSizingSummary::refresh()
             text += QLatin1Char('\n') + details.join(QLatin1Char('\n'));
     }
     m_label->setText(text);
+    // The text's height changes with its line count alone; measuring it at every tick would lay
+    // the text out twice.
+    const int lineCount = text.count(QLatin1Char('\n')) + 1;
+    if (lineCount != m_labelLines) {
+        m_labelLines = lineCount;
+        // The label's own measure, which its fixed size would hold up.
+        m_label->setMinimumSize(0, 0);
+        m_label->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        m_labelHeight = m_label->sizeHint().height();
+        placeLabel();
+        updateGeometry();
+    }
+}
+
+void CBasketSizingSummary::placeLabel()
+{
+    const int left = kMargin + m_toggle->width() + kMargin;
+    m_label->setFixedSize(std::max(0, width() - left - kMargin), m_labelHeight);
+    m_label->move(left, 0);
+}
+
+QSize CBasketSizingSummary::sizeHint() const
+{
+    return QSize(kMargin + m_toggle->width() + kMargin + m_label->sizeHint().width() + kMargin, minimumSizeHint().height());
+}
+
+QSize CBasketSizingSummary::minimumSizeHint() const
+{
+    return QSize(kMargin + m_toggle->width() + kMargin, std::max(m_toggle->height(), m_labelHeight));
+}
+
+void CBasketSizingSummary::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    placeLabel();
 }
 
 void CBasketSizingSummary::linesChanged()

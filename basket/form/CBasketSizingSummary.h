@@ -57,11 +57,17 @@ public:
     void setCollapsed(bool collapsed);
     bool isCollapsed() const { return m_collapsed; }
     QString text() const;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 public Q_SLOTS:
     void refresh();
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
+    void placeLabel();
     // What a pass over the table's lines learnt that only a reload, an edit, a tick box, a sort
     // or a filter changes: accounts, the ticked rows with their account and instrument, the rows
     // at 0. While quotes alone move the values, the strip adds values up over it again instead of
@@ -84,6 +90,8 @@ private:
     QToolButton *m_toggle = nullptr;
     QLabel *m_label = nullptr;
     QTimer *m_refreshTimer = nullptr;
+    int m_labelLines = -1;  // of the text the label's height was measured for
+    int m_labelHeight = 0;
 };
 
 } // namespace TC

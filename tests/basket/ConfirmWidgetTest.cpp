@@ -342,6 +342,18 @@ TEST_F(ConfirmWidgetTest, ALineAtZeroSaysWhyOnEveryAccount)
     EXPECT_EQ(summary.m_accounts[0].m_zeroLines,
               (Reasons{{"停牌", 1}, {"不足一手", 2}, {"无行情", 1}, {"无可用", 1}, {"不足一手或资金不足", 1}}));
     EXPECT_EQ(summary.m_accounts[1].m_zeroLines, (Reasons{{"停牌", 1}, {"黑名单", 1}, {"无行情", 1}, {"资金不足", 2}}));
+
+    // Opened, the strip is as tall as its three lines (the list and one per account), and
+    // closed again as short as before.
+    CBasketSizingSummary strip(nullptr);
+    strip.setTable(widget);
+    strip.refresh();
+    const int closed = strip.sizeHint().height();
+    strip.setCollapsed(false);
+    EXPECT_EQ(strip.text().count(QLatin1Char('\n')), 2);
+    EXPECT_GE(strip.sizeHint().height(), 3 * strip.fontMetrics().lineSpacing());
+    strip.setCollapsed(true);
+    EXPECT_EQ(strip.sizeHint().height(), closed);
 }
 
 TEST_F(ConfirmWidgetTest, AFilterIsCountedAndRowsKeepTheirColoursAndReasons)
