@@ -165,7 +165,8 @@ void CTableItemDelegate::paintText(QPainter *painter, const QStyleOptionViewItem
         painter->save();
         painter->setFont(opt.font);
         painter->setPen(opt.palette.color(group, role));
-        const QString shown = opt.fontMetrics.horizontalAdvance(opt.text) > textRect.width()
+        const QString shown = !textSurelyFits(opt.fontMetrics, opt.text, textRect.width())
+                                      && opt.fontMetrics.horizontalAdvance(opt.text) > textRect.width()
                                   ? opt.fontMetrics.elidedText(opt.text, opt.textElideMode, textRect.width())
                                   : opt.text;
         painter->drawText(textRect, static_cast<int>(opt.displayAlignment | Qt::TextSingleLine), shown);

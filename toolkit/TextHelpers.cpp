@@ -3,6 +3,7 @@
 #include "DoubleCompare.h"
 #include "StockKey.h"
 
+#include <QFontMetrics>
 #include <QKeyEvent>
 
 #include <cmath>
@@ -131,6 +132,22 @@ bool isKeyCharOrNum(const QKeyEvent *event)
 QString vqStockKey(const QString &market, const QString &code)
 {
     return sToQs(utils::vqStockKey(market.toStdString(), code.toStdString()));
+}
+
+bool textSurelyFits(const QFontMetrics &metrics, const QString &text, int width)
+{
+    constexpr int kLongest = 24;
+    if (text.size() > kLongest)
+        return false;
+    int advance = 1 + (static_cast<int>(text.size()) + 1) / 2;
+    for (const QChar c : text) {
+        if (c.unicode() < 0x20 || c.unicode() > 0x7e)
+            return false;
+        advance += metrics.horizontalAdvance(c);
+        if (advance > width)
+            return false;
+    }
+    return true;
 }
 
 } // namespace WK

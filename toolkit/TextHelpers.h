@@ -5,6 +5,7 @@
 
 #include <string>
 
+class QFontMetrics;
 class QKeyEvent;
 
 namespace WK {
@@ -43,5 +44,11 @@ bool isKeyCharOrNum(const QKeyEvent *event);
 
 // The stock key of market and code, the same text as utils::vqStockKey.
 QString vqStockKey(const QString &market, const QString &code);
+
+// Whether a short text of plain ASCII (a number, a code) fits the width, from the advances of its
+// characters: measuring the whole text shapes it, five times the cost, and a tick repaints a
+// screen of numbers. Each character's advance comes rounded, so half a pixel per character and
+// one more for kerning are added; any other text is measured.
+bool textSurelyFits(const QFontMetrics &metrics, const QString &text, int width);
 
 } // namespace WK

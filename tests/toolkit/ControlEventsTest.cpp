@@ -15,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QFontMetrics>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTest>
@@ -280,6 +281,26 @@ TEST(TextHelpers, formatNumberStringGroupsTheIntegerPartAndUnformatUndoesIt)
     for (const Row &row : rows)
         EXPECT_EQ(WK::formatNumberString(QString::fromUtf8(row.input)), QString::fromUtf8(row.expected)) << row.input;
     EXPECT_EQ(WK::unformatNumberString(QStringLiteral(" 1,234,567.5 ")), QStringLiteral("1234567.5"));
+}
+
+// A cell drawn without measuring its text must really fit: never "fits" for a text wider than the
+// room, and a number with room to spare is not measured.
+TEST(TextHelpers, aTextSaidToFitDoesFit)
+{
+    const QFontMetrics metrics(QApplication::font());
+    int spared = 0;
+    for (const char *text : {"1273.00", "-12.34%", "600000", "0.00", "12,345,678.90", "SH", "W.M"}) {
+        const QString shown = QString::fromLatin1(text);
+        const int width = metrics.horizontalAdvance(shown);
+        for (int room = width - 3; room <= width + 20; ++room) {
+            if (WK::textSurelyFits(metrics, shown, room)) {
+                EXPECT_LE(width, room) << text;
+            }
+        }
+        spared += WK::textSurelyFits(metrics, shown, width + 20) ? 1 : 0;
+    }
+    EXPECT_EQ(spared, 7);
+    EXPECT_FALSE(WK::textSurelyFits(metrics, QStringLiteral("金达化工"), 1000)) << "other scripts are measured";
 }
 
 } // namespace
