@@ -800,13 +800,20 @@ void COpBasketParamsWidget::sizeRow(const CBasketStockData &row, CSizingContext 
     if (split.size() != context.accounts.size())
         return;
 
-    const CCodeOrderParam templateLine = lineTemplate(row, stockInfo, context.userId, context.hedgeFlag, context.touchModule);
+    CCodeOrderParam templateLine = lineTemplate(row, stockInfo, context.userId, context.hedgeFlag, context.touchModule);
+    // The block's order parameters and the row's price are the same for every account: the
+    // template takes them once, not once per line.
+    if (const COpBasketStockParamsWidget *block = blockForRow(row.m_operationType))
+        block->fillParams(key, volume, templateLine, ttservice::NO_VALUE);
     // The connect, credit and one-key futures blocks price their lines themselves; a one-key
     // row of neither direction falls to the plain stock block, which takes it.
     const bool directed = row.m_operationType == ttservice::OT_BUY || row.m_operationType == ttservice::OT_SELL;
     const bool rowPriceApplied = m_tradeOpType != TOT_HGT && m_tradeOpType != TOT_SGT && m_tradeOpType != TOT_CREDIT
         && !(m_tradeOpType == TOT_ONEKEY_FUTURE && directed);
-    const COpBasketStockParamsWidget *block = blockForRow(row.m_operationType);
+    if (rowPriceApplied && context.fixedPrice) {
+        templateLine.m_priceType = ttservice::PRICE_TYPE_FIXED;
+        templateLine.m_price = row.m_price;
+    }
 
     // The row's text is the same for every account (the account is not part of it).
     const QString rowText = row.toString();
@@ -818,12 +825,6 @@ void COpBasketParamsWidget::sizeRow(const CBasketStockData &row, CSizingContext 
         if (lineVolume < 0)
             continue;
         CCodeOrderParam line = templateLine;
-        if (block)
-            block->fillParams(key, static_cast<int>(lineVolume), line, ttservice::NO_VALUE);
-        if (rowPriceApplied && context.fixedPrice) {
-            line.m_priceType = ttservice::PRICE_TYPE_FIXED;
-            line.m_price = row.m_price;
-        }
         line.m_operationType = lineOperationOf(m_operationType, m_tradeOpType, row.m_operationType, operation);
         line.m_account = account;
         line.m_volume = lineVolume;

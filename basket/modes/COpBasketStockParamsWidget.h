@@ -45,6 +45,8 @@ public:
     void hideAmountUsed(bool hide, int item);
     void resetStrategyType(ttservice::EOrderType orderType, const QString &strategy);
     void saveVisibleFlag();
+    // The block's order parameters into a line. They depend on the block's settings alone, not on
+    // the key or the volume: sizing fills a row's template once for all its accounts.
     void fillParams(const QString &key, int volume, ttservice::CCodeOrderParam &line, double price) const;
     void setLocked(bool locked);
     void setSaveParam(bool save) { m_saveParam = save; }
