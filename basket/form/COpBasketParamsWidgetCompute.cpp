@@ -801,8 +801,7 @@ void COpBasketParamsWidget::sizeRow(const CBasketStockData &row, CSizingContext 
         return;
 
     CCodeOrderParam templateLine = lineTemplate(row, stockInfo, context.userId, context.hedgeFlag, context.touchModule);
-    // The block's order parameters and the row's price are the same for every account: the
-    // template takes them once, not once per line.
+    // The block's order parameters and the row's price are the same for every account.
     if (const COpBasketStockParamsWidget *block = blockForRow(row.m_operationType))
         block->fillParams(key, volume, templateLine, ttservice::NO_VALUE);
     // The connect, credit and one-key futures blocks price their lines themselves; a one-key
