@@ -910,12 +910,15 @@ int COpBasketConfirmWidget::storeValues(int slot, const ShownValues &values)
     const double before = shown.m_cost;
     shown = values;
     const int row = m_slotRows[static_cast<size_t>(slot)];
-    if (row < 0 || !m_table || (!costChanged && !priceChanged))
-        return -1;
-    if (costChanged) {
+    // The kept sums follow any move, even one too small to light the cell up.
+    if (row >= 0 && m_table && before != values.m_cost) {
         moveCostTotal(row, before, values.m_cost);
         if (m_costListener)
             m_costMoves.emplace_back(row, hasCost(values.m_cost) ? values.m_cost : 0.0);
+    }
+    if (row < 0 || !m_table || (!costChanged && !priceChanged))
+        return -1;
+    if (costChanged) {
         // Up or down between two known values; to or from "-" it is only a change.
         const bool bothKnown = hasCost(before) && hasCost(values.m_cost);
         m_table->model()->flashCell(row, COL_COST,
